@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "session/ConexionBd.h"
+#include "toolkit/Controls.h"
+#include "toolkit/Desktop.h"
+
+namespace FendaMaestros {
+
+/// The helper of one screen: it paints the field that has the focus, filters the keys of numeric fields and searches.
+class AyudaCampos {
+public:
+    /// `desktop` must outlive the helper; the search dialog opens on it.
+    explicit AyudaCampos(Desktop& desktop) : desktop_(desktop) {}
+
+    /// Must be set before Buscar.
+    std::shared_ptr<ConexionBd> Conexion;
+    Color ColorNormal = 16777215;
+    Color ColorFoco = 16777215;
+
+    /// A field receives the focus: painted with ColorFoco, its whole text selected so that typing replaces it.
+    void EntrarCampo(TextBox& field, const std::string& text, int work);
+    /// A field loses the focus: painted with ColorNormal, and its text shown under `mask` (see toolkit/Format.h) unless
+    /// the mask is empty or the text does not fit it. Amounts are read with a decimal comma.
+    void SalirCampo(TextBox& field, const std::string& mask, int work);
+    /// Lets through digits, the comma of account codes and control keys; `decimals` also the minus sign and the point
+    /// of amounts. Any other key becomes 0.
+    void FiltrarTecla(TextBox& field, int& keyAscii, bool decimals, int work);
+
+    /// Lets a person pick a row of a read whose first column is the id and whose next two columns are shown with the
+    /// captions and widths (twips) given. `searchColumn` names the column that the search box narrows.
+    /// `result` is empty when nothing was chosen; otherwise the values of the row joined by the character with code 1.
+    void Buscar(const std::string& sql, const std::string& searchColumn, const std::string& caption1,
+                const std::string& caption2, const std::string& title, Twips width1, Twips width2, int fixed,
+                std::string& result);
+
+    /// The id in a result of Buscar: 0 for one of 2 characters or fewer.
+    static std::int64_t chosenId(const std::string& result);
+
+private:
+    Desktop& desktop_;
+};
+
+}  // namespace FendaMaestros

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "toolkit/Variant.h"
+
+namespace FendaMaestros {
+
+struct Parametro {
+    Variant Value;
+};
+
+/// The company parameters: `Par_Ejercicio`, `Par_CtaNum`, `Par_Provincia`, `Par_Nombre`, `PAR_ORCONTANOM`. Names are
+/// compared without regard to case.
+class ParametrosEmpresa {
+public:
+    /// Throws ErrorBd (Refused) when the company has no such parameter.
+    const Parametro& Item(std::string_view name) const;
+    void set(std::string_view name, Variant value);
+    /// By capital name.
+    const std::map<std::string, Parametro>& all() const { return byName_; }
+
+private:
+    std::map<std::string, Parametro> byName_;
+};
+
+/// The general accounting plan in force in a fiscal year: 2008 (Real Decreto 1514/2007) from 2008 on, before 1990
+/// (Real Decreto 1643/1990).
+inline int planEnVigor(std::int64_t ejercicio) { return ejercicio >= 2008 ? 2008 : 1990; }
+
+}  // namespace FendaMaestros

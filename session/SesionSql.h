@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "session/SesionBd.h"
+
+namespace FendaMaestros {
+
+/// A session on any connection: it composes the statements, with bound parameters, and the connection runs them.
+class SesionSql final : public SesionBd, private ListaCampos {
+public:
+    SesionSql(std::shared_ptr<ConexionBd> connection, ParametrosEmpresa parameters)
+        : connection_(std::move(connection)), parameters_(std::move(parameters)) {}
+
+    std::shared_ptr<ConexionBd> Conexion() override { return connection_; }
+    const ParametrosEmpresa& Parametros() const override { return parameters_; }
+    void Tabla(std::string_view name) override { table_ = name; }
+    void Reiniciar(std::int16_t fixed) override;
+    ListaCampos& Campos() override { return *this; }
+    void Condicion(std::string_view where) override { condition_ = where; }
+    void Actualizar(std::string& text, bool& status) override;
+    void Insertar(std::string& text, bool& status) override;
+    void Borrar(std::string& text, bool& status) override;
+
+private:
+    struct Column {
+        std::string name;
+        Variant value;
+    };
+
+    void Agregar(std::string_view column, long kind, const Variant& value, std::int16_t fixed) override;
+
+    std::shared_ptr<ConexionBd> connection_;
+    ParametrosEmpresa parameters_;
+    std::string table_;
+    std::vector<Column> columns_;
+    std::string condition_;
+};
+
+}  // namespace FendaMaestros

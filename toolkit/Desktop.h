@@ -1,0 +1,95 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace FendaMaestros {
+
+class Form;
+class PagedDocument;
+
+/// Styles of a message box: one of the buttons, one of the icons and the default button, added up.
+namespace message {
+inline constexpr int Ok = 0;
+inline constexpr int YesNo = 4;
+inline constexpr int Critical = 16;
+inline constexpr int Question = 32;
+inline constexpr int Exclamation = 48;
+inline constexpr int Information = 64;
+inline constexpr int SecondIsDefault = 256;
+
+inline constexpr int buttons(int style) { return style & 15; }
+inline constexpr int icon(int style) { return style & 112; }
+}  // namespace message
+
+enum class Answer { Ok = 1, Yes = 6, No = 7 };
+
+struct Message {
+    std::string text;
+    int style = message::Ok;
+    std::string title;
+
+    /// The button that Enter presses.
+    Answer defaultAnswer() const;
+    bool offers(Answer answer) const;
+};
+
+struct Reply {
+    Answer answer = Answer::Ok;
+    /// The key whose press dismissed the message, 0 when it was the mouse. Its release reaches the screen below.
+    int key = 0;
+};
+
+struct Date {
+    int year = 0, month = 0, day = 0;
+
+    /// "dd/mm/yyyy"
+    std::string text() const;
+};
+
+/// What the component asks of the place where it shows itself. One per program, given to the class on creation and
+/// outliving it. Everything is called on the user-interface thread.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    /// Shows a form that is loaded, over the one that is on top, and returns when it has been closed. What a handler of
+    /// the form throws closes the form and is thrown here.
+    void showModal(Form& form);
+    /// The form on top, null when none is shown.
+    Form* activeForm() const { return forms_.empty() ? nullptr : forms_.back(); }
+    const std::vector<Form*>& forms() const { return forms_; }
+
+    /// An empty title shows applicationTitle(). Closing the box without choosing answers Ok or No.
+    virtual Reply ask(const Message& message) = 0;
+    virtual std::string applicationTitle() const { return "FendaMaestros"; }
+
+    /// 0 the default pointer, 13 arrow and hourglass.
+    virtual void setPointer(int pointer) = 0;
+    /// Lets what is waiting be painted and handled.
+    virtual void processPending() = 0;
+
+    /// Asks where to save. `proposal` is a file name without folder; `kind` tells a person what it is, as "Hoja de
+    /// cálculo (*.xlsx)". Nothing when the person leaves it.
+    virtual std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) = 0;
+    /// Opens a file with the program that the desktop has for it, and does not wait for it. False when it has none.
+    virtual bool openFile(const std::string& path) = 0;
+
+    /// Asks for a printer and prints; false when the person leaves it or there is no printer.
+    virtual bool print(const PagedDocument& document) = 0;
+    /// Throws std::runtime_error, in Spanish, when the file cannot be written.
+    virtual void writePdf(const PagedDocument& document, const std::string& path) = 0;
+
+    virtual Date today() const;
+
+protected:
+    /// Shows the form and returns when `form.isOpen()` is false. After showing it, calls form.activate() once.
+    virtual void runModal(Form& form) = 0;
+
+private:
+    std::vector<Form*> forms_;
+};
+
+}  // namespace FendaMaestros

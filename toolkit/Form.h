@@ -1,0 +1,154 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/Arrangement.h"
+#include "toolkit/Controls.h"
+#include "toolkit/Desktop.h"
+#include "toolkit/Keys.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// A screen: it owns its controls, knows which one has the focus and turns a person's gestures into events.
+///
+/// Screens derive from it, register their controls in tab order and answer the virtual handlers. Views hand it gestures
+/// and, after each, show its state again: it notifies nobody. While a handler runs, further gestures are dropped. What
+/// a handler throws leaves through the gesture that started it.
+class Form {
+public:
+    /// `desktop` must outlive the form.
+    explicit Form(Desktop& desktop) : desktop_(desktop) {}
+    Form(const Form&) = delete;
+    Form& operator=(const Form&) = delete;
+    virtual ~Form() = default;
+
+    std::string Caption;
+    std::string Tag;
+    bool Enabled = true;
+
+    // --- for screens and those who open them
+
+    /// Prepares the form, once; further calls do nothing.
+    void load();
+    /// Loads the form, shows it modally and returns when it is closed.
+    void show();
+    /// Closes the form; it stays usable as an object.
+    void unload();
+    /// Puts the focus on a control, as soon as the form is shown. Refused (without an error) by what is disabled,
+    /// hidden or takes no focus. From a LostFocus handler it redirects the move that is under way: only the last place
+    /// asked for gets its GotFocus.
+    void setFocus(Control& control);
+    /// Moves the focus to the next control in tab order once the running handler is done, as a Tab key sent to itself.
+    void sendTab();
+    /// Shows a message over the form. The release of the key that dismissed it reaches keyUp() after the running
+    /// handler.
+    Answer ask(std::string text, int style, std::string title);
+
+    // --- for views
+
+    bool isOpen() const { return open_; }
+    /// A handler is running.
+    bool isHandling() const { return handling_; }
+    /// In tab order; labels and frames included.
+    const std::vector<Control*>& controls() const { return controls_; }
+    /// Null when there is none of that name; case does not matter.
+    Control* find(std::string_view name) const;
+    const Arrangement& arrangement() const { return arrangement_; }
+    /// The control with the focus; null before the form is shown or when nothing can take it.
+    Control* activeControl() const { return active_; }
+    Desktop& desktop() const { return desktop_; }
+    bool canFocus(const Control& control) const;
+    /// Messages and forms that have been shown over this one; a gesture during which it grows was interrupted.
+    int interruptions() const { return interruptions_; }
+
+    // --- gestures. Those on a control move the focus to it first; when leaving the old one redirects the focus or
+    // shows a message, the gesture ends there.
+
+    /// The form has been shown: focus goes to the first control, or to the one asked for.
+    void activate();
+    /// True when the key did its work here, false when it is left to the edited text.
+    bool keyDown(KeyStroke stroke);
+    void keyUp(KeyStroke stroke);
+    /// A character is about to be typed into the text box with the focus; false when it is refused.
+    bool accepts(char32_t character);
+    /// A person has changed the text of a text box; what is too long is cut.
+    void edit(TextBox& box, std::string text);
+    /// A letter typed on a combo box chooses the next item that begins with it.
+    void typeAhead(ComboBox& combo, char32_t character);
+    void focus(Control& control);
+    void tab(bool backwards);
+    void press(CommandButton& button);
+    void toggle(CheckBox& check);
+    void pick(OptionButton& option);
+    void choose(ComboBox& combo, int index);
+    void selectRow(DataGrid& grid, int row);
+    void selectRow(ListView& list, int row);
+    void doubleClick(DataGrid& grid);
+    void clickHeader(DataGrid& grid, int column);
+    void clickCellButton(DataGrid& grid, int column);
+    /// The window's close box.
+    void close();
+
+protected:
+    virtual void onLoad() {}
+    /// Each time the form comes on top: when shown, and when a form over it has closed.
+    virtual void onActivate() {}
+    /// Sees each key before its control; set the code to 0 to consume it.
+    virtual void onKeyDown(int& /*code*/, int /*shift*/) {}
+    virtual void onKeyUp(int& /*code*/, int /*shift*/) {}
+    virtual void onUnload() {}
+
+    /// Registers a control under a name; the order of registration is the tab order.
+    void add(Control& control, std::string name, Frame* container = nullptr);
+    /// Registers the elements of an array by rising index, named as "Text1(0)".
+    template <class T>
+    void add(ControlArray<T>& array, Frame* container = nullptr) {
+        for (const auto& [index, control] : array.elements())
+            add(*control, array.name() + "(" + std::to_string(index) + ")", container);
+    }
+    void layOut(Arrangement arrangement) { arrangement_ = std::move(arrangement); }
+
+private:
+    friend class Desktop;
+
+    struct Pending {
+        bool tab = false;
+        KeyStroke keyUp;
+    };
+
+    template <class Handler>
+    void gesture(Handler&& handler);
+    /// A gesture on a control: the focus moves there, then `action` runs unless something came in between.
+    template <class Action>
+    void gestureOn(Control& control, Action&& action);
+
+    void drainPending();
+    void moveFocus(Control& target);
+    void leave(Control& previous);
+    void settleFocus();
+    Control* nextInTabOrder(const Control* from, bool backwards) const;
+    bool pressAccelerator(int letter);
+    bool defaultKey(KeyStroke stroke);
+    bool gridKey(DataGrid& grid, int code);
+    bool listKey(ListView& list, int code);
+    bool comboKey(ComboBox& combo, int code);
+    bool optionKey(OptionButton& option, int code);
+
+    Desktop& desktop_;
+    std::vector<Control*> controls_;
+    Arrangement arrangement_;
+    Control* active_ = nullptr;
+    Control* requested_ = nullptr;
+    std::deque<Pending> pending_;
+    bool loaded_ = false;
+    bool open_ = false;
+    bool handling_ = false;
+    bool moving_ = false;
+    int interruptions_ = 0;
+};
+
+}  // namespace FendaMaestros

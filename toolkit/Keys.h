@@ -1,0 +1,32 @@
+#pragma once
+
+namespace FendaMaestros {
+
+/// Key codes as the screens compare them; letters and digits are their capital's ASCII code.
+namespace key {
+inline constexpr int Backspace = 8;
+inline constexpr int Tab = 9;
+inline constexpr int Enter = 13;
+inline constexpr int Escape = 27;
+inline constexpr int Space = 32;
+inline constexpr int PageUp = 33;
+inline constexpr int PageDown = 34;
+inline constexpr int End = 35;
+inline constexpr int Home = 36;
+inline constexpr int Left = 37;
+inline constexpr int Up = 38;
+inline constexpr int Right = 39;
+inline constexpr int Down = 40;
+inline constexpr int Delete = 46;
+inline constexpr int F1 = 112;  ///< F2 to F12 follow
+}  // namespace key
+
+/// Shift states, added up.
+namespace shift {
+inline constexpr int None = 0;
+inline constexpr int Shift = 1;
+inline constexpr int Control = 2;
+inline constexpr int Alt = 4;
+}  // namespace shift
+
+}  // namespace FendaMaestros

@@ -1,0 +1,153 @@
+#include "toolkit/Text.h"
+
+#include <algorithm>
+
+namespace FendaMaestros::text {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n\v\f";
+
+bool isContinuation(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+std::size_t sequenceLength(unsigned char lead) {
+    if (lead >= 0xF0) return 4;
+    if (lead >= 0xE0) return 3;
+    if (lead >= 0xC0) return 2;
+    return 1;
+}
+
+struct Decoded {
+    char32_t character;
+    std::size_t bytes;
+};
+
+/// A byte that starts no whole sequence stands for itself.
+Decoded decode(std::string_view utf8, std::size_t at) {
+    const auto lead = static_cast<unsigned char>(utf8[at]);
+    const std::size_t bytes = sequenceLength(lead);
+    if (bytes == 1 || at + bytes > utf8.size()) return {lead, 1};
+    char32_t character = lead & (0xFF >> (bytes + 1));
+    for (std::size_t i = 1; i < bytes; ++i) {
+        if (!isContinuation(utf8[at + i])) return {lead, 1};
+        character = (character << 6) | (static_cast<unsigned char>(utf8[at + i]) & 0x3F);
+    }
+    return {character, bytes};
+}
+
+char32_t upper(char32_t c) {
+    if (c >= 'a' && c <= 'z') return c - 32;
+    if (c < 0xE0) return c;
+    if (c <= 0xFE) return c == 0xF7 ? c : c - 32;
+    if (c == 0xFF) return 0x178;
+    // Latin Extended-A pairs a capital with the small letter behind it: even first, but for three stretches.
+    const bool oddCapital = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
+    if (c >= 0x100 && c <= 0x17E && c != 0x131 && c != 0x138 && c != 0x149)
+        return (c % 2 == 1) == oddCapital ? c : c - 1;
+    return c;
+}
+
+/// Base letters of U+00C0 to U+00FF; '.' marks what is no accented letter.
+constexpr std::string_view latinBases = "aaaaaa.ceeeeiiii.nooooo.ouuuuy..aaaaaa.ceeeeiiii.nooooo.ouuuuy.y";
+
+char32_t fold(char32_t c) {
+    if (c >= 'A' && c <= 'Z') return c + 32;
+    if (c >= 0xC0 && c <= 0xFF && latinBases[c - 0xC0] != '.') return static_cast<unsigned char>(latinBases[c - 0xC0]);
+    if (c == 0xC6) return 0xE6;
+    return c;
+}
+
+template <class Change>
+std::string mapped(std::string_view utf8, Change change) {
+    std::string result;
+    result.reserve(utf8.size());
+    for (std::size_t at = 0; at < utf8.size();) {
+        const Decoded next = decode(utf8, at);
+        const char32_t changed = change(next.character);
+        if (changed == next.character)
+            result.append(utf8, at, next.bytes);
+        else
+            append(result, changed);
+        at += next.bytes;
+    }
+    return result;
+}
+
+}  // namespace
+
+std::size_t length(std::string_view utf8) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < utf8.size(); at += decode(utf8, at).bytes) ++count;
+    return count;
+}
+
+std::string left(std::string_view utf8, std::size_t characters) {
+    std::size_t at = 0;
+    while (characters-- > 0 && at < utf8.size()) at += decode(utf8, at).bytes;
+    return std::string(utf8.substr(0, at));
+}
+
+std::string trim(std::string_view utf8) {
+    const auto first = utf8.find_first_not_of(blanks);
+    return first == std::string_view::npos ? std::string() : trimEnd(utf8.substr(first));
+}
+
+std::string trimEnd(std::string_view utf8) { return std::string(utf8.substr(0, utf8.find_last_not_of(blanks) + 1)); }
+
+std::string upper(std::string_view utf8) {
+    return mapped(utf8, [](char32_t c) { return upper(c); });
+}
+
+std::string folded(std::string_view utf8) {
+    return mapped(utf8, [](char32_t c) { return fold(c); });
+}
+
+void append(std::string& utf8, char32_t c) {
+    const auto put = [&utf8](char32_t byte) { utf8.push_back(static_cast<char>(byte)); };
+    if (c < 0x80) {
+        put(c);
+    } else if (c < 0x800) {
+        put(0xC0 | (c >> 6));
+        put(0x80 | (c & 0x3F));
+    } else if (c < 0x10000) {
+        put(0xE0 | (c >> 12));
+        put(0x80 | ((c >> 6) & 0x3F));
+        put(0x80 | (c & 0x3F));
+    } else {
+        put(0xF0 | (c >> 18));
+        put(0x80 | ((c >> 12) & 0x3F));
+        put(0x80 | ((c >> 6) & 0x3F));
+        put(0x80 | (c & 0x3F));
+    }
+}
+
+std::u32string characters(std::string_view utf8) {
+    std::u32string result;
+    for (std::size_t at = 0; at < utf8.size();) {
+        const Decoded next = decode(utf8, at);
+        result.push_back(next.character);
+        at += next.bytes;
+    }
+    return result;
+}
+
+bool isNumericCode(std::string_view utf8) {
+    return !utf8.empty() && std::ranges::all_of(utf8, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+bool equalIgnoringCase(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+std::string replaced(std::string_view utf8, std::string_view what, std::string_view by) {
+    std::string result;
+    std::size_t at = 0;
+    for (auto found = utf8.find(what); found != std::string_view::npos; found = utf8.find(what, at)) {
+        result.append(utf8, at, found - at).append(by);
+        at = found + what.size();
+    }
+    return result.append(utf8, at);
+}
+
+}  // namespace FendaMaestros::text

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// UTF-8 texts counted, cut and folded by character (Unicode code point). Bytes that are no UTF-8 count one each.
+namespace FendaMaestros::text {
+
+std::size_t length(std::string_view utf8);
+/// The first `characters` characters.
+std::string left(std::string_view utf8, std::size_t characters);
+std::string trim(std::string_view utf8);
+std::string trimEnd(std::string_view utf8);
+/// Capitals of Latin letters, those with accents and ñ included.
+std::string upper(std::string_view utf8);
+/// What a search compares: small Latin letters without their accents (ñ counts as n).
+std::string folded(std::string_view utf8);
+/// Appends one character.
+void append(std::string& utf8, char32_t character);
+/// The characters of a text.
+std::u32string characters(std::string_view utf8);
+/// True for one or more digits 0 to 9 and nothing else.
+bool isNumericCode(std::string_view utf8);
+bool equalIgnoringCase(std::string_view a, std::string_view b);
+/// All occurrences of `what` replaced by `by`; `what` must not be empty.
+std::string replaced(std::string_view utf8, std::string_view what, std::string_view by);
+
+}  // namespace FendaMaestros::text
