@@ -18,7 +18,15 @@ inline constexpr int Up = 38;
 inline constexpr int Right = 39;
 inline constexpr int Down = 40;
 inline constexpr int Delete = 46;
-inline constexpr int F1 = 112;  ///< F2 to F12 follow
+inline constexpr int F1 = 112;     ///< F2 to F12 follow
+inline constexpr int Other = 229;  ///< any key without a code of its own
+
+/// The key that types a character: letters and digits have their own, the rest are Other.
+inline constexpr int ofCharacter(char32_t character) {
+    if (character >= U'a' && character <= U'z') return static_cast<int>(character) - ('a' - 'A');
+    const bool own = (character >= U'0' && character <= U'9') || (character >= U'A' && character <= U'Z');
+    return own || character == U' ' ? static_cast<int>(character) : Other;
+}
 }  // namespace key
 
 /// Shift states, added up.

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "toolkit/Desktop.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// A desktop without a display: an operator works on the forms, and every question goes to it. It adds no answer of its
+/// own, so that whoever plays the person decides what is unexpected.
+class HeadlessDesktop final : public Desktop {
+public:
+    using PdfWriter = std::function<void(const PagedDocument&, const std::string& path)>;
+
+    /// `person` must outlive the desktop. Without a writer, writing a PDF fails with a message.
+    explicit HeadlessDesktop(Operator& person, PdfWriter pdf = {}) : person_(person), pdf_(std::move(pdf)) {}
+
+    Reply ask(const Message& message) override { return person_.answer(message); }
+    void setPointer(int pointer) override { pointer_ = pointer; }
+    void processPending() override {}
+    std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
+        return person_.saveFile(proposal, kind);
+    }
+    bool openFile(const std::string& path) override;
+    bool print(const PagedDocument&) override { return false; }
+    void writePdf(const PagedDocument& document, const std::string& path) override;
+
+    int pointer() const { return pointer_; }
+    /// What openFile() was asked for, in order.
+    const std::vector<std::string>& openedFiles() const { return openedFiles_; }
+
+protected:
+    void runModal(Form& form) override;
+
+private:
+    Operator& person_;
+    PdfWriter pdf_;
+    int pointer_ = 0;
+    std::vector<std::string> openedFiles_;
+};
+
+}  // namespace FendaMaestros

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// Gestures straight on the forms. Text is typed at the end of a field, or in place of one that is selected whole.
+class HeadlessGestures final : public Gestures {
+public:
+    void type(Form& form, std::string_view text) override;
+    void key(Form& form, KeyStroke stroke) override;
+    void click(Form& form, Control& control) override;
+    void choose(Form& form, ComboBox& combo, int index) override;
+    void clickHeader(Form& form, DataGrid& grid, int column) override;
+    void clickRow(Form& form, Control& gridOrList, int row) override;
+    void doubleClickRow(Form& form, DataGrid& grid, int row) override;
+    void clickCellButton(Form& form, DataGrid& grid, int column) override;
+    void close(Form& form) override;
+};
+
+}  // namespace FendaMaestros
