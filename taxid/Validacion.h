@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The control characters of Spanish tax identifiers: NIF of persons (Real Decreto 1065/2007, articles 19 and 20), NIE
+/// (Orden INT/2058/2008), NIF of organisations (Orden EHA/451/2008), and the lengths of the numbers that other
+/// countries give for trade inside the Union.
+namespace FendaMaestros {
+
+/// The check letter of a personal tax number given as seven or more digits; leading zeros are not added. "" when there
+/// is none: then `mensaje`, if given, receives the reason in Spanish. It is left alone otherwise.
+std::string letraNif(std::string_view valor, std::string* mensaje = nullptr);
+
+/// Whether an identifier of any kind is well formed. Brings it into its normal form first, whatever the verdict:
+/// capitals and digits only (the two signs behind Z count as capitals), without the "ES" of an organisation. An
+/// identifier with nothing left is not valid. Never allocates.
+bool verificarCif(std::string& sValor);
+
+}  // namespace FendaMaestros

@@ -1,0 +1,27 @@
+#include "taxid/VerificarCif.h"
+
+#include "component/FendaMaes.h"
+#include "taxid/Validacion.h"
+#include "toolkit/Text.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr std::int64_t documentNie = 2;
+
+bool isRegisteredAsNie(const std::string& document) {
+    const auto rows = InstanciaActual->sesion().Conexion()->Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
+                                                                    document + "'");
+    return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documentNie;
+}
+
+}  // namespace
+
+bool FnVerificarCif(std::string& sValor, bool bDatos) {
+    if (!bDatos) return verificarCif(sValor);
+    sValor = text::upper(sValor);
+    return isRegisteredAsNie(sValor) || verificarCif(sValor);
+}
+
+}  // namespace FendaMaestros
