@@ -1,0 +1,116 @@
+#include "ui/frmVistaPrevia.h"
+
+#include <algorithm>
+#include <array>
+#include <stdexcept>
+
+#include "ui/NombreFichero.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr int actualSize = 100;
+constexpr std::array zooms{50, 75, actualSize, 125, 150, 200, 300};
+
+}  // namespace
+
+frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document)
+    : Form(desktop), pages_(document->pageCount()) {
+    Caption = document->title();
+    Pagina.Document = std::move(document);
+    Pagina.Zoom = actualSize;
+
+    add(Pagina, "Pagina");
+    add(cmdPrimera, "cmdPrimera");
+    add(cmdAnterior, "cmdAnterior");
+    add(lblPagina, "lblPagina");
+    add(cmdSiguiente, "cmdSiguiente");
+    add(cmdUltima, "cmdUltima");
+    add(cmdReducir, "cmdReducir");
+    add(cmdAmpliar, "cmdAmpliar");
+    add(cmdAjustar, "cmdAjustar");
+    add(cmdImprimir, "cmdImprimir");
+    add(cmdPdf, "cmdPdf");
+    add(cmdSalir, "cmdSalir");
+    layOut(arrange::column(
+        {arrange::row({arrange::plain(cmdPrimera), arrange::plain(cmdAnterior), arrange::plain(lblPagina),
+                       arrange::plain(cmdSiguiente), arrange::plain(cmdUltima), arrange::plain(cmdReducir),
+                       arrange::plain(cmdAmpliar), arrange::plain(cmdAjustar)}),
+         arrange::filling(Pagina), arrange::buttons({&cmdImprimir, &cmdPdf, &cmdSalir})}));
+
+    cmdPrimera.Click = [this] { MostrarPagina(0); };
+    cmdAnterior.Click = [this] { MostrarPagina(Pagina.Page - 1); };
+    cmdSiguiente.Click = [this] { MostrarPagina(Pagina.Page + 1); };
+    cmdUltima.Click = [this] { MostrarPagina(pages_ - 1); };
+    cmdReducir.Click = [this] { Ampliar(-1); };
+    cmdAmpliar.Click = [this] { Ampliar(1); };
+    cmdAjustar.Click = [this] { Pagina.Zoom = 0; };
+    cmdImprimir.Click = [this] { Form::desktop().print(*Pagina.Document); };
+    cmdPdf.Click = [this] { GuardarPdf(); };
+    cmdSalir.Click = [this] { unload(); };
+    MostrarPagina(0);
+}
+
+void frmVistaPrevia::MostrarPagina(int page) {
+    Pagina.Page = std::clamp(page, 0, pages_ - 1);
+    lblPagina.Caption = "Página " + std::to_string(Pagina.Page + 1) + " de " + std::to_string(pages_);
+    cmdPrimera.Enabled = cmdAnterior.Enabled = Pagina.Page > 0;
+    cmdSiguiente.Enabled = cmdUltima.Enabled = Pagina.Page < pages_ - 1;
+}
+
+void frmVistaPrevia::Ampliar(int step) {
+    const int from = Pagina.Zoom == 0 ? actualSize : Pagina.Zoom;
+    const auto at = std::ranges::find(zooms, from) - zooms.begin() + step;
+    Pagina.Zoom = zooms[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at, 0, zooms.size() - 1))];
+    cmdReducir.Enabled = Pagina.Zoom > zooms.front();
+    cmdAmpliar.Enabled = Pagina.Zoom < zooms.back();
+}
+
+void frmVistaPrevia::GuardarPdf() {
+    const auto path = desktop().chooseSaveFile(nombreFichero(Caption, "Listado") + ".pdf", "Documento PDF (*.pdf)");
+    if (!path) return;
+    try {
+        desktop().writePdf(*Pagina.Document, *path);
+    } catch (const std::runtime_error& failure) {
+        Tag = "e";
+        ask(failure.what(), message::Exclamation, Caption);
+        return;
+    }
+    desktop().openFile(*path);
+}
+
+void frmVistaPrevia::onKeyDown(int& code, int state) {
+    if (state != shift::None) return;
+    switch (code) {
+        case key::PageUp:
+            MostrarPagina(Pagina.Page - 1);
+            break;
+        case key::PageDown:
+            MostrarPagina(Pagina.Page + 1);
+            break;
+        case key::Home:
+            MostrarPagina(0);
+            break;
+        case key::End:
+            MostrarPagina(pages_ - 1);
+            break;
+        default:
+            return;
+    }
+    code = 0;
+}
+
+void frmVistaPrevia::onKeyUp(int& code, int /*shift*/) {
+    if (code == key::Escape) {
+        unload();
+        return;
+    }
+    if (code == key::Enter) {
+        code = 0;
+        if (Tag.empty()) sendTab();
+    }
+    Tag.clear();
+}
+
+}  // namespace FendaMaestros

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "toolkit/Document.h"
+#include "toolkit/Form.h"
+
+namespace FendaMaestros {
+
+/// Shows the pages of a document one by one, prints them and saves them as PDF. PageUp, PageDown, Home and End turn
+/// pages from anywhere.
+class frmVistaPrevia final : public Form {
+public:
+    /// The window takes the title of the document.
+    frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document);
+
+protected:
+    void onKeyDown(int& code, int shift) override;
+    void onKeyUp(int& code, int shift) override;
+
+private:
+    void MostrarPagina(int page);
+    void Ampliar(int step);
+    void GuardarPdf();
+
+    PageView Pagina;
+    Label lblPagina;
+    CommandButton cmdPrimera{"&Primera"};
+    CommandButton cmdAnterior{"&Anterior"};
+    CommandButton cmdSiguiente{"&Siguiente"};
+    CommandButton cmdUltima{"Ú&ltima"};
+    CommandButton cmdReducir{"M&enos"};
+    CommandButton cmdAmpliar{"&Más"};
+    CommandButton cmdAjustar{"A&justar"};
+    CommandButton cmdImprimir{"&Imprimir"};
+    CommandButton cmdPdf{"Guardar P&DF"};
+    CommandButton cmdSalir{"Salir"};
+    int pages_;
+};
+
+}  // namespace FendaMaestros
