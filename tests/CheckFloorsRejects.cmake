@@ -1,0 +1,46 @@
+# Feeds small trees to cmake/CheckFloors.cmake: it must accept a clean one and name the line of each fault in a bad one.
+
+cmake_policy(VERSION 3.25)
+
+# expect(VERDICT FILE INCLUDE): the verdict is "accepted" or the reason that must be printed.
+function(expect verdict file include)
+  file(REMOVE_RECURSE ${TREE})
+  foreach(header toolkit/Form.h session/Recordset.h ui/Keys.h taxid/frmNif.h chart/frmCuentas.h platform/qt/Window.h)
+    file(WRITE ${TREE}/${header} "#pragma once\n#include <string>\n")
+  endforeach()
+  file(WRITE ${TREE}/component/FendaMaes.h "#include \"session/Recordset.h\"\n")
+  file(APPEND ${TREE}/${file} "#pragma once\n// brackets [ and ; must not hide what follows\n  #  include ${include}\n")
+
+  execute_process(COMMAND ${CMAKE_COMMAND} -DROOT=${TREE} -P ${CMAKE_CURRENT_LIST_DIR}/../cmake/CheckFloors.cmake
+                  RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(verdict STREQUAL "accepted")
+    if(NOT status EQUAL 0)
+      message(SEND_ERROR "${file} may include ${include}, but: ${output}")
+    endif()
+    return()
+  endif()
+  string(FIND "${output}" "${file}:3: ${include} ${verdict}" found)
+  if(status EQUAL 0 OR found EQUAL -1)
+    message(SEND_ERROR "${file} includes ${include}: expected \"${verdict}\", got ${status}: ${output}")
+  endif()
+endfunction()
+
+expect("accepted" session/New.h "<vector>")
+expect("accepted" session/New.h "\"toolkit/Form.h\"")
+expect("accepted" taxid/New.cpp "\"component/FendaMaes.h\"")
+expect("accepted" chart/New.cpp "\"taxid/frmNif.h\"")
+expect("accepted" component/FendaMaes.cpp "\"chart/frmCuentas.h\"")
+
+expect("is not a standard header" toolkit/New.cpp "<sqlite3.h>")
+expect("is not a standard header" toolkit/New.cpp "<unistd.h>")
+expect("is not a standard header" ui/New.h "<QtWidgets/QWidget>")
+expect("is not written as" ui/New.h "\"Keys.h\"")
+expect("is not written as" ui/New.h "\"../platform/qt/Window.h\"")
+expect("is not written as" ui/New.h "SOME_MACRO")
+expect("is outside the core" ui/New.cpp "\"platform/qt/Window.h\"")
+expect("does not exist" ui/New.cpp "\"toolkit/Gone.h\"")
+expect("is not below toolkit" toolkit/New.h "\"session/Recordset.h\"")
+expect("is not below session" session/New.cpp "\"component/FendaMaes.h\"")
+expect("is not below ui" ui/New.h "\"taxid/frmNif.h\"")
+expect("is not below taxid" taxid/New.h "\"chart/frmCuentas.h\"")
+expect("is not below component" component/New.h "\"taxid/frmNif.h\"")
