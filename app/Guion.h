@@ -1,0 +1,28 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace FendaMaestros {
+
+/// What `fenda guion` was asked for.
+struct GuionOptions {
+    /// The script; "-" reads it from standard input.
+    std::string script;
+    /// On real windows instead of headless.
+    bool ventana = false;
+    /// Print every SQL text and every call of the write builder.
+    bool traza = false;
+    /// The data folder; without one, a fresh folder with the demonstration company that is removed at the end.
+    std::optional<std::filesystem::path> carpeta;
+    /// The company to open; without one, the first of the folder.
+    std::optional<std::string> empresa;
+};
+
+/// Runs a person's session written in a text file (docs/guion.md). What the person sees goes to standard output, why it
+/// stopped to standard error. Returns the exit status: 0 the script ran to its end, 1 it failed on the way, 2 it did
+/// not start (no such file, a syntax error, no company to open).
+int runGuion(const GuionOptions& options);
+
+}  // namespace FendaMaestros
