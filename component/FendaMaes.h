@@ -56,4 +56,7 @@ private:
 /// The object created last; null before the first and after its destruction. Screens reach the session through it.
 extern FendaMaes* InstanciaActual;
 
+/// InstanciaActual; throws std::logic_error, in Spanish, when there is none.
+FendaMaes& instanciaActual();
+
 }  // namespace FendaMaestros

@@ -1,0 +1,70 @@
+#include "codetables/PantallaCodigo.h"
+
+#include "component/FendaMaes.h"
+#include "toolkit/Text.h"
+#include "ui/Grabacion.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr int codeLength = 2;
+constexpr int descriptionLength = 50;
+
+}  // namespace
+
+PantallaCodigo::PantallaCodigo(TablaMaestra table, const TablaCodigo& code)
+    : PantallaTabla(std::move(table), {0, 1}, {0, 1}), codigo_(code) {
+    Text1(0).MaxLength = codeLength;
+    Text1(0).TextAlignment = Alignment::Center;
+    Text1(0).KeyPress = [this](int& ascii) { Ayuda.FiltrarTecla(Text1(0), ascii, false, 0); };
+    Text1(1).MaxLength = descriptionLength;
+    Label1(0).Caption = "Código";
+    Label1(1).Caption = "Descripción";
+    editField(Text1(0), [this] { buscarCodigo(); });
+
+    add(Label1);
+    add(Text1);
+}
+
+void PantallaCodigo::mostrarFila() {
+    nIdActual = rsConce->Fields(codigo_.columnaId).Value.integer();
+    Text1(0).Text = campo(codigo_.campoCodigo);
+    Text1(1).Text = campo(codigo_.campoDes);
+}
+
+void PantallaCodigo::buscarCodigo() {
+    const std::string typed = Text1(0).Text;
+    if (typed.empty()) return;
+    rsConce->Find(std::string(codigo_.campoCodigo) + " = '" + typed + "'");
+    if (!rsConce->Eof()) return;
+
+    Text1(0).Text = typed;
+    if (confirmar(codigo_.pregunta))
+        DataGrid1.Enabled = false;
+    else
+        CargarGrid(1, true);
+}
+
+bool PantallaCodigo::grabar() {
+    if (!text::isNumericCode(Text1(0).Text)) {
+        avisar(codigo_.avisoCodigo, Text1(0), codigo_.iconoAviso);
+        return false;
+    }
+    if (text::trim(Text1(1).Text).empty()) {
+        avisar(codigo_.avisoDescripcion, Text1(1), codigo_.iconoAviso);
+        return false;
+    }
+    Grabacion write(instanciaActual().sesion(), codigo_.tabla);
+    write.campo(codigo_.columnaCodigo, valor::Texto, Text1(0).Text);
+    write.campo(codigo_.columnaDes, valor::Texto, Text1(1).Text);
+    if (nIdActual != 0) {
+        write.actualizar(std::string(" WHERE ") + codigo_.columnaId + " = " + std::to_string(nIdActual));
+    } else {
+        completarAlta(write);
+        write.insertar();
+    }
+    return true;
+}
+
+}  // namespace FendaMaestros

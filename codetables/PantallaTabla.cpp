@@ -1,0 +1,146 @@
+#include "codetables/PantallaTabla.h"
+
+#include <algorithm>
+
+#include "component/FendaMaes.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr const char* captionCancelar = "Cancelar";
+constexpr const char* marcaAscendente = " »";
+constexpr const char* marcaDescendente = " «";
+
+}  // namespace
+
+PantallaTabla::PantallaTabla(TablaMaestra table, std::initializer_list<int> fields, std::initializer_list<int> labels)
+    : Text1("Text1", fields), Label1("Label1", labels), tabla_(std::move(table)) {
+    Caption = tabla_.ventana;
+    sTituloVentana = tabla_.tituloVentana;
+    Frame1.Caption = tabla_.marco;
+    cmdNueva.Caption = tabla_.captionNueva;
+    for (const auto& [index, field] : Text1.elements()) editField(*field);
+
+    DataGrid1.HeadClick = [this](int column) { ordenar(static_cast<std::int16_t>(column)); };
+    cmdGuardar.Click = [this] { guardar(); };
+    cmdNueva.Click = [this] { NuevoCancelar(); };
+    cmdListado.Click = [this] { imprimir(); };
+    cmdExcel.Click = [this] { exportar(); };
+    cmdSalir.Click = [this] { unload(); };
+}
+
+void PantallaTabla::disponer(std::vector<Arrangement> fields, CommandButton* own, const char* ownName) {
+    std::vector<Control*> commands;
+    const auto command = [&](CommandButton& button, const char* name) {
+        add(button, name);
+        commands.push_back(&button);
+    };
+    command(cmdGuardar, "cmdGuardar");
+    command(cmdNueva, "cmdNueva");
+    command(cmdBorrar, "cmdBorrar");
+    command(cmdListado, "cmdListado");
+    command(cmdExcel, "cmdExcel");
+    if (own) command(*own, ownName);
+    command(cmdSalir, "cmdSalir");
+    add(Frame1, "Frame1");
+    add(DataGrid1, "DataGrid1", &Frame1);
+
+    layOut(arrange::column({arrange::framed(Frame1, {arrange::filling(DataGrid1)}), arrange::fields(std::move(fields)),
+                            arrange::buttons(std::move(commands))}));
+}
+
+void PantallaTabla::onLoad() {
+    Pantalla::onLoad();
+    CargarGrid(1, true);
+}
+
+void PantallaTabla::CargarGrid(std::int16_t nColumna, bool bAsc) {
+    DataGrid1.Enabled = true;
+    std::string sql = consulta();
+    std::string caption;
+    const auto order = std::ranges::find(tabla_.ordenes, nColumna, &TablaMaestra::Orden::columna);
+    if (order != tabla_.ordenes.end()) {
+        sql += order->orderBy;
+        sql += bAsc ? " ASC " : " DESC ";
+        caption = std::string(order->titulo) + (bAsc ? marcaAscendente : marcaDescendente);
+    }
+
+    const Ocupado busy(*this);
+    rsConce = instanciaActual().sesion().Conexion()->Execute(sql);
+    rsConce->MoveComplete = [this] { moverRegistro(); };
+    DataGrid1.bind(rsConce);
+    cmdExcel.Enabled = cmdListado.Enabled = rsConce->RecordCount() > 0;
+    formatearGrid(nColumna == -1 ? 1 : nColumna, caption);
+}
+
+void PantallaTabla::formatearGrid(int sortedColumn, const std::string& sortedCaption) {
+    for (std::size_t i = 0; i < tabla_.columnas.size() && i < DataGrid1.Columns.size(); ++i) {
+        const TablaMaestra::Columna& wanted = tabla_.columnas[i];
+        GridColumn& column = DataGrid1.Columns[i];
+        column.Visible = wanted.ancho > 0;
+        if (!column.Visible) continue;
+        column.Caption = wanted.titulo;
+        column.Width = wanted.ancho;
+        column.TextAlignment = wanted.alineacion;
+    }
+    if (!sortedCaption.empty()) DataGrid1.Columns.at(static_cast<std::size_t>(sortedColumn)).Caption = sortedCaption;
+}
+
+void PantallaTabla::ordenar(std::int16_t column) {
+    if (!rsConce || rsConce->RecordCount() == 0) return;
+    bAscendente_ = column == nUltimaColumna_ && !bAscendente_;
+    nUltimaColumna_ = column;
+    CargarGrid(column, bAscendente_);
+}
+
+void PantallaTabla::moverRegistro() {
+    cmdGuardar.Enabled = true;
+    Text1(1).Locked = false;
+    if (rsConce->Eof() || rsConce->Bof()) {
+        nIdActual = 0;
+        vaciarFila();
+        return;
+    }
+    if (enAlta()) DataGrid1.Enabled = true;
+    cmdNueva.Caption = tabla_.captionNueva;
+    mostrarFila();
+}
+
+void PantallaTabla::vaciarFila() { vaciarTextos(); }
+
+void PantallaTabla::vaciarTextos() {
+    for (const auto& [index, field] : Text1.elements()) field->Text.clear();
+}
+
+void PantallaTabla::NuevoCancelar() {
+    nIdActual = 0;
+    vaciarTextos();
+    if (enAlta()) {
+        cmdNueva.Caption = tabla_.captionNueva;
+        DataGrid1.Enabled = true;
+        setFocus(DataGrid1);
+        return;
+    }
+    DataGrid1.Enabled = false;
+    cmdNueva.Caption = captionCancelar;
+    Text1(0).Locked = false;
+    Text1(1).Locked = false;
+    setFocus(Text1(0));
+}
+
+void PantallaTabla::guardar() {
+    if (!grabar()) return;
+    cmdNueva.Caption = tabla_.captionNueva;
+    CargarGrid(1, true);
+}
+
+void PantallaTabla::exportar() {
+    const Ocupado busy(*this, false);
+    const auto exporter = instanciaActual().componentes().crear<ExportadorHoja>();
+    exporter->sTitulo = tabla_.tituloExportacion;
+    std::shared_ptr<Recordset> rows = rsConce;
+    exporter->GridToExcel(rows, DataGrid1);
+}
+
+}  // namespace FendaMaestros

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "session/Recordset.h"
+#include "ui/Pantalla.h"
+
+namespace FendaMaestros {
+
+/// Assigns to each kind of journal line that is generated automatically the ordinary concept and the variables that
+/// make its text. They are rows of `Conceptos` with codes above 1000, their text being the concept's code in three
+/// digits and the markers "#1" to "#4" of the variables.
+class frmConceptosAutomaticos final : public Pantalla {
+public:
+    frmConceptosAutomaticos();
+
+private:
+    void onLoad() override;
+    void cargarConceptos();
+    void CargarGrid();
+    void elegirTipo();
+    void mostrarDefinicion(const std::string& description);
+    void elegirConcepto(std::int64_t code);
+    void marcarVariable(int box);
+    void guardar();
+
+    Label Label1{"Tipo Asiento"};
+    ComboBox Combo1;
+    Label Label2{"Código de concepto"};
+    ComboBox Combo2;
+    Frame Frame2;
+    ControlArray<CheckBox> Check1{"Check1", {0, 1, 2, 3}};
+    Label Label3{"Ampliación del concepto"};
+    ControlArray<TextBox> Text1{"Text1", {2}};
+    CommandButton cmdGuardar{"&Guardar "};
+    CommandButton cmdSalir{"Salir"};
+    Frame Frame1;
+    DataGrid DataGrid1;
+
+    std::shared_ptr<Recordset> rsConce;
+    /// Id of the automatic concept shown; 0 when its type has none stored yet.
+    std::int64_t nIdActual = 0;
+};
+
+}  // namespace FendaMaestros

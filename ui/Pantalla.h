@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "session/AyudaCampos.h"
+#include "toolkit/Form.h"
+
+namespace FendaMaestros {
+
+/// What every screen of the component shares: Enter moves on, Esc leaves, the field being edited is highlighted, and a
+/// message never makes the focus jump.
+///
+/// The pending-message mark lives in Tag: while it is not empty, the Enter that dismisses a message does not move the
+/// focus on. Any key released empties it.
+class Pantalla : public Form {
+protected:
+    /// Shows itself on the desktop of InstanciaActual. Throws std::logic_error, in Spanish, when there is none.
+    Pantalla();
+
+    /// Title of the message boxes; empty shows the desktop's own.
+    std::string sTituloVentana;
+    AyudaCampos Ayuda;
+
+    /// Sets up Ayuda; screens that override it call it first.
+    void onLoad() override;
+    void onKeyUp(int& code, int shift) override;
+
+    /// Highlights the field while it has the focus. What a screen does itself on leaving the field goes in `left`.
+    void editField(TextBox& field, std::function<void()> left = {});
+
+    /// Sets the mark, shows a message with an OK button and puts the focus on the field at fault.
+    void avisar(const std::string& text, Control& field, int style = message::Exclamation);
+    /// A Yes/No question with No as default; true only for Yes.
+    bool confirmar(const std::string& text, int icon = message::Question);
+};
+
+/// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end both are
+/// as before, and what was waiting is handled.
+class Ocupado {
+public:
+    explicit Ocupado(Form& form, bool hourglass = true);
+    Ocupado(const Ocupado&) = delete;
+    Ocupado& operator=(const Ocupado&) = delete;
+    ~Ocupado();
+
+private:
+    Form& form_;
+    bool hourglass_;
+};
+
+}  // namespace FendaMaestros
