@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "toolkit/Text.h"
 
@@ -11,61 +12,87 @@ namespace FendaMaestros {
 namespace {
 
 constexpr std::string_view nifLetters = "TRWAGMYFPDXBNJZSQVHLCKE";
-constexpr std::string_view organisationLetters = "ABCDEFGHNPQSJUVWR";
-constexpr std::string_view organisationsWithControlLetter = "CNPQRSW";
 constexpr std::string_view controlLetters = "JABCDEFGHI";
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
-constexpr bool isDigits(std::string_view text) { return std::ranges::all_of(text, isDigit); }
-constexpr bool contains(std::string_view letters, char c) { return letters.find(c) != std::string_view::npos; }
 
-/// The letter of the digits with the digit `leading` in front of them. Exact for any number of digits: the value is
-/// brought down to its remainder before it grows out of its 64 bits.
-char nifLetter(std::string_view digits, std::uint64_t leading = 0) {
+/// Some of the characters that a normal form keeps: those from A on, of which there are 28.
+class LetterSet {
+public:
+    constexpr explicit LetterSet(std::string_view letters) {
+        for (const char letter : letters) bits_ |= 1u << (letter - 'A');
+    }
+    constexpr bool contains(char kept) const { return kept >= 'A' && (bits_ >> (kept - 'A') & 1) != 0; }
+
+private:
+    std::uint32_t bits_ = 0;
+};
+
+constexpr LetterSet organisations("ABCDEFGHNPQSJUVWR");
+constexpr LetterSet organisationsWithControlLetter("CNPQRSW");
+
+/// What each byte becomes in a normal form, 0 for those that go. Nothing beyond ASCII stays, so that only ASCII letters
+/// need to be made capitals.
+constexpr std::array<char, 256> normalForms = [] {
+    std::array<char, 256> forms{};
+    for (char c = '0'; c <= '9'; ++c) forms[static_cast<unsigned char>(c)] = c;
+    for (char c = 'A'; c <= '\\'; ++c) forms[static_cast<unsigned char>(c)] = c;
+    for (char c = 'a'; c <= 'z'; ++c) forms[static_cast<unsigned char>(c)] = static_cast<char>(c - 'a' + 'A');
+    return forms;
+}();
+
+void normalise(std::string& text) {
+    const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
+    // Most come in normal form, and nothing is written to those.
+    const auto stays = [form](char c) { return form(c) == c && c != 0; };
+    const auto first = std::ranges::find_if_not(text, stays);
+    if (first == text.end()) return;
+    auto kept = first;
+    for (auto next = first; next != text.end(); ++next)
+        if (const char c = form(*next)) *kept++ = c;
+    text.erase(kept, text.end());
+}
+
+/// The remainder modulo 23 of digits with the digit `leading` in front of them; nothing when one of them is no digit.
+/// Exact for any number of digits: the value is brought down before it grows out of its 64 bits.
+std::optional<std::size_t> remainder23(std::string_view digits, std::uint64_t leading = 0) {
     constexpr std::uint64_t tooBig = 100'000'000'000'000'000;
     std::uint64_t value = leading;
     for (const char digit : digits) {
+        if (!isDigit(digit)) return std::nullopt;
         if (value >= tooBig) value %= 23;
         value = value * 10 + static_cast<std::uint64_t>(digit - '0');
     }
-    return nifLetters[value % 23];
-}
-
-/// Everything beyond ASCII goes, so that only ASCII letters need to be made capitals.
-void normalise(std::string& text) {
-    std::size_t kept = 0;
-    for (char c : text) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-        if (isDigit(c) || (c >= 'A' && c <= '\\')) text[kept++] = c;
-    }
-    text.resize(kept);
+    return value % 23;
 }
 
 /// Digits and behind them their letter. A NIE is one whose first letter counts as a digit: X as 0, Y as 1, Z as 2.
 bool isPersonal(std::string_view text) {
     if (text.size() < 7) return false;
-    const bool foreign = !isDigit(text.front());
-    const std::string_view digits = text.substr(foreign, text.size() - 1 - foreign);
-    return isDigits(digits) &&
-           nifLetter(digits, foreign ? static_cast<std::uint64_t>(text.front() - 'X') : 0) == text.back();
-}
-
-char controlOf(char organisation, std::string_view digits) {
-    int sum = 0;
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        const int digit = digits[i] - '0';
-        const int doubled = digit * 2;
-        sum += i % 2 == 0 ? doubled / 10 + doubled % 10 : digit;
+    const char letter = text.back();
+    text.remove_suffix(1);
+    std::uint64_t leading = 0;
+    if (!isDigit(text.front())) {
+        leading = static_cast<std::uint64_t>(text.front() - 'X');
+        text.remove_prefix(1);
     }
-    const int control = (10 - sum % 10) % 10;
-    return contains(organisationsWithControlLetter, organisation) ? controlLetters[static_cast<std::size_t>(control)]
-                                                                  : static_cast<char>('0' + control);
+    const auto remainder = remainder23(text, leading);
+    return remainder && nifLetters[*remainder] == letter;
 }
 
 bool isOrganisation(std::string_view text) {
-    if (text.size() != 9 || !contains(organisationLetters, text.front())) return false;
-    const std::string_view digits = text.substr(1, 7);
-    return isDigits(digits) && controlOf(text.front(), digits) == text.back();
+    if (text.size() != 9 || !organisations.contains(text.front())) return false;
+    constexpr std::array doubled{0, 2, 4, 6, 8, 1, 3, 5, 7, 9};
+    int sum = 0;
+    for (std::size_t i = 1; i <= 7; ++i) {
+        if (!isDigit(text[i])) return false;
+        const int digit = text[i] - '0';
+        sum += i % 2 == 1 ? doubled[static_cast<std::size_t>(digit)] : digit;
+    }
+    const int control = (10 - sum % 10) % 10;
+    if (organisationsWithControlLetter.contains(text.front()))
+        return controlLetters[static_cast<std::size_t>(control)] == text.back();
+    return '0' + control == text.back();
 }
 
 /// Countries whose numbers have one length, the two letters included; those of others are taken as they come.
@@ -91,8 +118,9 @@ std::string letraNif(std::string_view valor, std::string* mensaje) {
     };
     if (valor.empty()) return refuse("No se ha introducido datos");
     if (text::length(valor) < 7) return refuse("No se puede calcular el NIF, faltan dígitos");
-    if (!isDigits(valor)) return refuse("el dato introducido no es numérico");
-    return std::string(1, nifLetter(valor));
+    const auto remainder = remainder23(valor);
+    if (!remainder) return refuse("el dato introducido no es numérico");
+    return std::string(1, nifLetters[*remainder]);
 }
 
 bool verificarCif(std::string& sValor) {
