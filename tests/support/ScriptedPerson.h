@@ -1,0 +1,72 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/headless/HeadlessDesktop.h"
+#include "platform/headless/HeadlessGestures.h"
+#include "toolkit/Form.h"
+
+namespace FendaMaestros::testing {
+
+/// Plays a person: each screen that opens gets the next visit, each message the next answer. Unexpected ones throw.
+class ScriptedPerson final : public Operator {
+public:
+    using Visit = std::function<void(Form&)>;
+
+    HeadlessGestures hands;
+    std::deque<Visit> visits;
+    std::deque<Answer> answers;
+    std::deque<std::string> files;
+    std::vector<Message> messages;
+
+    void attend(Form& form) override {
+        if (visits.empty()) throw std::logic_error("unexpected screen: " + form.Caption);
+        const Visit visit = visits.front();
+        visits.pop_front();
+        visit(form);
+    }
+
+    /// Answers as from the keyboard: Enter for the default button, else the button's letter.
+    Reply answer(const Message& message) override {
+        messages.push_back(message);
+        if (answers.empty()) throw std::logic_error("unexpected message: " + message.text);
+        const Answer given = answers.front();
+        answers.pop_front();
+        if (given == message.defaultAnswer()) return {given, key::Enter};
+        return {given, given == Answer::Yes ? 'S' : 'N'};
+    }
+
+    std::optional<std::string> saveFile(const std::string& proposal, const std::string&) override {
+        if (files.empty()) throw std::logic_error("unexpected question for a file: " + proposal);
+        std::string path = files.front();
+        files.pop_front();
+        return path;
+    }
+
+    void press(Form& form, const char* button) { hands.click(form, control(form, button)); }
+    void enter(Form& form) { hands.key(form, {key::Enter, shift::None}); }
+    void escape(Form& form) { hands.key(form, {key::Escape, shift::None}); }
+    /// Goes to a field and types over it.
+    void fill(Form& form, const char* field, std::string_view text) {
+        hands.click(form, control(form, field));
+        hands.key(form, {key::Delete, shift::None});
+        hands.type(form, text);
+    }
+
+    static Control& control(Form& form, const char* name) {
+        Control* found = form.find(name);
+        if (!found) throw std::logic_error(std::string("no control ") + name);
+        return *found;
+    }
+    template <class T>
+    static T& control(Form& form, const char* name) {
+        return dynamic_cast<T&>(control(form, name));
+    }
+    static std::string text(Form& form, const char* field) { return control<TextBox>(form, field).Text; }
+};
+
+}  // namespace FendaMaestros::testing
