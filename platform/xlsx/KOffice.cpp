@@ -1,0 +1,25 @@
+#include "platform/xlsx/KOffice.h"
+
+#include "platform/xlsx/Hoja.h"
+#include "platform/xlsx/PartialFile.h"
+#include "ui/NombreFichero.h"
+
+namespace FendaMaestros {
+
+void KOffice::GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& grid) {
+    if (!source) throw std::runtime_error("No hay ningún listado que exportar.");
+    checkFits(*source, sTitulo);
+    const auto path = desktop_.chooseSaveFile(nombreFichero(sTitulo, "Listado") + ".xlsx", "Hoja de cálculo (*.xlsx)");
+    if (!path) return;
+
+    PartialFile file(*path);
+    writeSheet(file.path(), sTitulo, *source, grid.Columns);
+    file.commit();
+    desktop_.openFile(*path);
+}
+
+void registrarKOffice(RegistroComponentes& components, Desktop& desktop) {
+    components.registrar(ExportadorHoja::ProgId, [&desktop] { return std::make_unique<KOffice>(desktop); });
+}
+
+}  // namespace FendaMaestros

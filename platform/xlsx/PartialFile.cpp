@@ -1,0 +1,63 @@
+#include "platform/xlsx/PartialFile.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <stdexcept>
+#include <system_error>
+
+namespace FendaMaestros {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string reason(std::error_code code) {
+    if (code == std::errc::no_space_on_device || code == std::errc::file_too_large) return "no queda sitio en el disco";
+    if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted)
+        return "no se tiene permiso para escribir ahí";
+    if (code == std::errc::read_only_file_system) return "el disco es de solo lectura";
+    if (code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory)
+        return "la carpeta no existe";
+    if (code == std::errc::filename_too_long) return "el nombre es demasiado largo";
+    if (code == std::errc::is_a_directory) return "ya hay una carpeta con ese nombre";
+    return code.message();
+}
+
+[[noreturn]] void fail(const fs::path& target, std::error_code code) {
+    throw std::runtime_error("No se puede guardar \"" + target.string() + "\": " + reason(code) + ".");
+}
+
+[[noreturn]] void failOnErrno(const fs::path& target) { fail(target, {errno, std::generic_category()}); }
+
+}  // namespace
+
+PartialFile::PartialFile(const std::string& target) {
+    std::error_code code;
+    target_ = fs::weakly_canonical(target, code);  // a link stays, and what it points to is replaced
+    if (code) fail(target, code);
+    if (fs::is_directory(target_, code)) fail(target_, std::make_error_code(std::errc::is_a_directory));
+    if (fs::exists(target_, code) && ::access(target_.c_str(), W_OK) != 0) failOnErrno(target_);
+    if (code) fail(target_, code);
+
+    const fs::path partial = target_.parent_path() / (".fenda-" + std::to_string(::getpid()) + ".parcial");
+    std::FILE* file = std::fopen(partial.c_str(), "wbx");
+    if (!file) failOnErrno(target_);
+    std::fclose(file);
+    partial_ = partial;
+}
+
+PartialFile::~PartialFile() {
+    std::error_code ignored;
+    if (!partial_.empty()) fs::remove(partial_, ignored);
+}
+
+void PartialFile::commit() {
+    std::error_code code;
+    fs::rename(partial_, target_, code);
+    if (code) fail(target_, code);
+    partial_.clear();
+}
+
+}  // namespace FendaMaestros
