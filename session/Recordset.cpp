@@ -1,10 +1,10 @@
 #include "session/Recordset.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "session/ErrorBd.h"
+#include "session/TypedText.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -16,15 +16,6 @@ std::string_view withoutTrailingBlanks(std::string_view text) { return text.subs
 std::string_view withoutBlanks(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
     return first == std::string_view::npos ? std::string_view() : withoutTrailingBlanks(text.substr(first));
-}
-
-/// Nothing unless the whole text is one number.
-std::optional<double> wholeNumber(std::string_view text) {
-    text = withoutBlanks(text);
-    double value = 0;
-    const auto end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, value);
-    return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;
 }
 
 struct Criteria {
@@ -80,7 +71,8 @@ void Recordset::Find(std::string_view criteria) {
     if (column < 0) throw ErrorBd(ErrorBd::Kind::Refused, "La consulta no tiene la columna " + std::string(name));
 
     const SameText sameText(literal);
-    const std::optional<double> number = wholeNumber(literal);
+    const std::optional<Variant> written = typed::number(literal);
+    const std::optional<double> number = written ? std::optional(written->real()) : std::nullopt;
     const auto matches = [&](int row) {
         switch (at(row, column).type) {
             case Type::Integer:

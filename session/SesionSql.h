@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -27,10 +27,18 @@ public:
 private:
     struct Column {
         std::string name;
+        long kind;
         Variant value;
     };
 
     void Agregar(std::string_view column, long kind, const Variant& value, std::int16_t fixed) override;
+    /// Composed from what has been described; each throws ErrorBd when the session refuses that.
+    Statement update() const;
+    Statement insert() const;
+    Statement erase() const;
+    void carryOut(Statement (SesionSql::*compose)() const, std::string& text, bool& status);
+    void requireTable() const;
+    void requireColumns() const;
 
     std::shared_ptr<ConexionBd> connection_;
     ParametrosEmpresa parameters_;

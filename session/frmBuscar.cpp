@@ -1,0 +1,115 @@
+#include "session/frmBuscar.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "toolkit/Format.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr Color focusColor = 65535;
+constexpr int rowsOfAPage = 10;
+
+int searchColumnOf(const Recordset& rows, std::string_view name) {
+    const int named = rows.columnIndex(name);
+    return named >= 0 ? named : std::min(1, rows.columnCount() - 1);
+}
+
+}  // namespace
+
+frmBuscar::frmBuscar(Desktop& desktop, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
+                     std::array<ShownColumn, 2> shown)
+    : Form(desktop),
+      ayuda_(desktop),
+      allRows_(rows->rowCount()),
+      shown_(std::move(shown)),
+      found_(std::make_shared<FoundRows>(rows, searchColumnOf(*rows, searchColumn))) {
+    ayuda_.ColorFoco = focusColor;
+}
+
+void frmBuscar::onLoad() {
+    add(lblBuscar, "lblBuscar");
+    add(txtBuscar, "txtBuscar");
+    add(dbgBuscar, "dbgBuscar");
+    add(lblCuenta, "lblCuenta");
+    add(cmdAceptar, "cmdAceptar");
+    add(cmdSalir, "cmdSalir");
+    layOut(arrange::column({
+        arrange::fields({arrange::field(lblBuscar, txtBuscar)}),
+        arrange::filling(dbgBuscar),
+        arrange::plain(lblCuenta),
+        arrange::buttons({&cmdAceptar, &cmdSalir}),
+    }));
+
+    txtBuscar.GotFocus = [this] { ayuda_.EntrarCampo(txtBuscar, "", 0); };
+    txtBuscar.LostFocus = [this] { ayuda_.SalirCampo(txtBuscar, "", 0); };
+    txtBuscar.Change = [this] { showRows(found_->search(txtBuscar.Text)); };
+    dbgBuscar.DblClick = [this] { choose(); };
+    cmdAceptar.Click = [this] { choose(); };
+    cmdSalir.Click = [this] { unload(); };
+    showRows(found_);
+}
+
+/// Each narrowing binds rows of their own, so that a view sees that the list is another one.
+void frmBuscar::showRows(std::shared_ptr<FoundRows> rows) {
+    dbgBuscar.bind(rows);
+    found_ = std::move(rows);
+    dbgBuscar.Columns.clear();
+    const int last = std::min(found_->columnCount() - 1, static_cast<int>(shown_.size()));
+    for (int column = 1; column <= last; ++column) {
+        const ShownColumn& shown = shown_[static_cast<std::size_t>(column - 1)];
+        dbgBuscar.Columns.push_back(
+            {.Caption = shown.caption, .SourceColumn = column, .Width = shown.width, .NumberFormat = {}});
+    }
+    lblCuenta.Caption = format(found_->rowCount(), "#,##0") + " de " + format(allRows_, "#,##0");
+    cmdAceptar.Enabled = found_->rowCount() > 0;
+}
+
+void frmBuscar::onKeyDown(int& code, int /*shift*/) {
+    if (code == key::Enter || code == key::Escape) pressed_ = code;
+    switch (code) {
+        case key::Up:
+            moveBy(-1);
+            break;
+        case key::Down:
+            moveBy(1);
+            break;
+        case key::PageUp:
+            moveBy(-rowsOfAPage);
+            break;
+        case key::PageDown:
+            moveBy(rowsOfAPage);
+            break;
+        default:
+            return;
+    }
+    code = 0;
+}
+
+void frmBuscar::onKeyUp(int& code, int /*shift*/) {
+    if (pressed_ == 0 || code != pressed_) return;
+    pressed_ = 0;
+    const bool leaves = code == key::Escape || activeControl() == &cmdSalir;
+    code = 0;
+    if (leaves)
+        unload();
+    else
+        choose();
+}
+
+void frmBuscar::moveBy(int rows) {
+    if (found_->rowCount() == 0) return;
+    found_->moveToRow(std::clamp(found_->currentRow() + rows, 0, found_->rowCount() - 1));
+}
+
+void frmBuscar::choose() {
+    const int row = found_->currentRow();
+    if (row < 0) return;
+    for (int column = 0; column < found_->columnCount(); ++column)
+        result_ += (column == 0 ? "" : "\x01") + found_->cell(row, column).text();
+    unload();
+}
+
+}  // namespace FendaMaestros
