@@ -72,7 +72,7 @@ public:
         std::unique_ptr<ComponenteExterno> made = create(T::ProgId);
         T* typed = dynamic_cast<T*>(made.get());
         if (!typed) throw std::runtime_error(std::string("El componente ") + T::ProgId + " no es del tipo esperado.");
-        made.release();
+        static_cast<void>(made.release());
         return std::unique_ptr<T>(typed);
     }
 
