@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/sqlite/Database.h"
+#include "platform/sqlite/StatementCache.h"
+#include "platform/sqlite/TextScan.h"
+#include "session/ConexionBd.h"
+
+namespace FendaMaestros::sqlite {
+
+/// The connection to one company, with the shared database attached as KXComun.
+class SqliteConexion final : public ConexionBd {
+public:
+    /// Takes a company's database over. `shared` is the file of the shared database, empty for one in memory.
+    SqliteConexion(Database company, const std::filesystem::path& shared);
+    SqliteConexion(const SqliteConexion&) = delete;
+    SqliteConexion& operator=(const SqliteConexion&) = delete;
+
+    std::shared_ptr<Recordset> Execute(std::string_view sql) override;
+    std::int64_t run(const Statement& statement) override;
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void RollbackTrans() override;
+
+    const Database& database() const { return database_; }
+
+private:
+    /// What the statements being prepared may do.
+    enum class Permission { Everything, Read, Write };
+    class Permitting;
+
+    static int authorize(void* self, int action, const char*, const char*, const char*, const char*);
+    CachedStatement& reader(std::string_view sql);
+    CachedStatement& writer(const std::string& sql);
+
+    Database database_;
+    StatementCache readers_, writers_;
+    Shape shape_;
+    Permission permission_ = Permission::Everything;
+    int depth_ = 0;
+};
+
+}  // namespace FendaMaestros::sqlite
