@@ -64,10 +64,10 @@ void imprimirListado(DtrListado& report, const std::optional<std::string>& capti
                      std::shared_ptr<Recordset> rows) {
     if (caption) report.Caption = *caption;
     ReportBand& top = report.Section("Cabecera");
-    top.Label("Etiqueta13").Caption = InstanciaActual->sesion().Parametros().Item("Par_Nombre").Value.text();
+    top.Label("Etiqueta13").Caption = instanciaActual().sesion().Parametros().Item("Par_Nombre").Value.text();
     top.Label("Etiqueta17").Caption = title;
     report.DataSource = std::move(rows);
-    report.Show(InstanciaActual->desktop());
+    report.Show(instanciaActual().desktop());
 }
 
 }  // namespace FendaMaestros

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "ui/NombreFichero.h"
+#include "ui/Pantalla.h"
 
 namespace FendaMaestros {
 
@@ -71,6 +72,7 @@ void frmVistaPrevia::GuardarPdf() {
     const auto path = desktop().chooseSaveFile(nombreFichero(Caption, "Listado") + ".pdf", "Documento PDF (*.pdf)");
     if (!path) return;
     try {
+        const Ocupado busy(*this);
         desktop().writePdf(*Pagina.Document, *path);
     } catch (const std::runtime_error& failure) {
         Tag = "e";
