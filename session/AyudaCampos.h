@@ -23,7 +23,7 @@ public:
     /// A field receives the focus: painted with ColorFoco, its whole text selected so that typing replaces it.
     void EntrarCampo(TextBox& field, const std::string& text, int work);
     /// A field loses the focus: painted with ColorNormal, and its text shown under `mask` (see toolkit/Format.h) unless
-    /// the mask is empty or the text does not fit it. Amounts are read with a decimal comma.
+    /// the mask is empty or the text does not fit it. What is read as an amount or a date: session/TypedText.h.
     void SalirCampo(TextBox& field, const std::string& mask, int work);
     /// Lets through digits, the comma of account codes and control keys; `decimals` also the minus sign and the point
     /// of amounts. Any other key becomes 0.
