@@ -41,18 +41,6 @@ constexpr std::array<char, 256> normalForms = [] {
     return forms;
 }();
 
-void normalise(std::string& text) {
-    const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
-    // Most come in normal form, and nothing is written to those.
-    const auto stays = [form](char c) { return form(c) == c && c != 0; };
-    const auto first = std::ranges::find_if_not(text, stays);
-    if (first == text.end()) return;
-    auto kept = first;
-    for (auto next = first; next != text.end(); ++next)
-        if (const char c = form(*next)) *kept++ = c;
-    text.erase(kept, text.end());
-}
-
 /// The remainder modulo 23 of digits with the digit `leading` in front of them; nothing when one of them is no digit.
 /// Exact for any number of digits: the value is brought down before it grows out of its 64 bits.
 std::optional<std::size_t> remainder23(std::string_view digits, std::uint64_t leading = 0) {
@@ -123,8 +111,20 @@ std::string letraNif(std::string_view valor, std::string* mensaje) {
     return std::string(1, nifLetters[*remainder]);
 }
 
+void normalizarIdentificador(std::string& sValor) {
+    const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
+    // Most come in normal form, and nothing is written to those.
+    const auto stays = [form](char c) { return form(c) == c && c != 0; };
+    const auto first = std::ranges::find_if_not(sValor, stays);
+    if (first == sValor.end()) return;
+    auto kept = first;
+    for (auto next = first; next != sValor.end(); ++next)
+        if (const char c = form(*next)) *kept++ = c;
+    sValor.erase(kept, sValor.end());
+}
+
 bool verificarCif(std::string& sValor) {
-    normalise(sValor);
+    normalizarIdentificador(sValor);
     if (sValor.empty()) return false;
     const char first = sValor.front();
     if (isDigit(first) || (first >= 'X' && first <= 'Z')) return isPersonal(sValor);

@@ -12,9 +12,11 @@ namespace FendaMaestros {
 /// is none: then `mensaje`, if given, receives the reason in Spanish. It is left alone otherwise.
 std::string letraNif(std::string_view valor, std::string* mensaje = nullptr);
 
-/// Whether an identifier of any kind is well formed. Brings it into its normal form first, whatever the verdict:
-/// capitals and digits only (the two signs behind Z count as capitals), without the "ES" of an organisation. An
-/// identifier with nothing left is not valid. Never allocates.
+/// Leaves only capitals and digits (the two signs behind Z count as capitals). Never allocates.
+void normalizarIdentificador(std::string& sValor);
+
+/// Whether an identifier of any kind is well formed. Normalises it first, whatever the verdict, and takes the "ES" off
+/// an organisation. An identifier with nothing left is not valid. Never allocates.
 bool verificarCif(std::string& sValor);
 
 }  // namespace FendaMaestros

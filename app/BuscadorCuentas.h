@@ -1,0 +1,21 @@
+#pragma once
+
+#include "toolkit/Desktop.h"
+#include "ui/Componentes.h"
+
+namespace FendaMaestros {
+
+/// The program's own account search: the sub-accounts of the open company, those that are inactive only on request.
+class BuscadorCuentas final : public DatosFenda {
+public:
+    /// `desktop` must outlive the component.
+    explicit BuscadorCuentas(Desktop& desktop) : desktop_(desktop) {}
+
+    /// Throws std::logic_error, in Spanish, when MyBd has not been set.
+    std::int32_t fnBuscarCuentas(std::int16_t mode, bool bTodas) override;
+
+private:
+    Desktop& desktop_;
+};
+
+}  // namespace FendaMaestros

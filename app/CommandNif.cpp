@@ -1,0 +1,118 @@
+#include "app/CommandNif.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+
+#include "taxid/Validacion.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr std::size_t bufferSize = 65'536;
+constexpr std::size_t shownOfTooLong = 40;
+
+/// Verdicts, gathered until flush().
+class Verdicts {
+public:
+    explicit Verdicts(const ByteSink& write) : write_(write) {}
+
+    void add(std::string& identifier) {
+        const bool valid = verificarCif(identifier) && identifier.size() <= longestIdentifier;
+        if (identifier.size() > longestIdentifier) identifier.replace(shownOfTooLong, std::string::npos, "…");
+        text_ += identifier;
+        text_ += valid ? "\tválido\n" : "\tno válido\n";
+        allValid_ &= valid;
+        if (text_.size() >= bufferSize) flush();
+    }
+
+    void flush() {
+        if (!text_.empty()) write_(text_);
+        text_.clear();
+    }
+
+    bool allValid() const { return allValid_; }
+
+private:
+    const ByteSink& write_;
+    std::string text_;
+    bool allValid_ = true;
+};
+
+/// A line that comes in pieces. Signs and blanks do not make it too long; what lies behind the longest identifier goes.
+class Line {
+public:
+    void append(std::string_view piece) {
+        if (text_.size() > longestIdentifier) return;
+        text_ += piece;
+        if (text_.size() > longestIdentifier) normalizarIdentificador(text_);
+    }
+
+    std::string& text() { return text_; }
+    void clear() { text_.clear(); }
+
+private:
+    std::string text_;
+};
+
+std::runtime_error failure(const char* what) {
+    return std::runtime_error(std::string(what) + ": " + std::strerror(errno));
+}
+
+std::size_t readInput(char* buffer, std::size_t size) {
+    ssize_t got = 0;
+    do got = ::read(STDIN_FILENO, buffer, size);
+    while (got < 0 && errno == EINTR);
+    if (got < 0) throw failure("No se puede leer la entrada");
+    return static_cast<std::size_t>(got);
+}
+
+void writeOutput(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR) throw failure("No se puede escribir el resultado");
+        if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+}  // namespace
+
+bool checkIdentifiers(const std::vector<std::string>& identifiers, const ByteSink& write) {
+    Verdicts verdicts(write);
+    for (std::string identifier : identifiers) verdicts.add(identifier);
+    verdicts.flush();
+    return verdicts.allValid();
+}
+
+bool checkIdentifiers(const ByteSource& read, const ByteSink& write) {
+    Verdicts verdicts(write);
+    Line line;
+    bool ended = true;
+    std::array<char, bufferSize> buffer;
+    while (const std::size_t got = read(buffer.data(), buffer.size())) {
+        std::string_view rest(buffer.data(), got);
+        for (std::size_t end; (end = rest.find('\n')) != std::string_view::npos; rest.remove_prefix(end + 1)) {
+            line.append(rest.substr(0, end));
+            verdicts.add(line.text());
+            line.clear();
+        }
+        line.append(rest);
+        ended = rest.empty();
+        verdicts.flush();
+    }
+    if (!ended) verdicts.add(line.text());
+    verdicts.flush();
+    return verdicts.allValid();
+}
+
+int runNif(const std::vector<std::string>& identifiers) {
+    const bool allValid =
+        identifiers.empty() ? checkIdentifiers(readInput, writeOutput) : checkIdentifiers(identifiers, writeOutput);
+    return allValid ? 0 : 1;
+}
+
+}  // namespace FendaMaestros

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "component/FendaMaes.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// The arguments of an operation as a script writes them, in the operation's order; those left out take their default.
+class Arguments {
+public:
+    Arguments() = default;
+    explicit Arguments(std::vector<std::string> texts) : texts_(std::move(texts)) {}
+
+    std::size_t count() const { return texts_.size(); }
+    std::string text(std::size_t index, std::string absent = {}) const;
+    /// "sí" or "no", whatever case and accent, or 1 or 0. Throws std::invalid_argument, in Spanish, for anything else.
+    bool flag(std::size_t index, bool absent) const;
+
+private:
+    std::vector<std::string> texts_;
+};
+
+/// What an operation gives back.
+struct Outcome {
+    /// Null for an operation that has none; a Boolean is "sí" or "no".
+    Variant result;
+    /// The arguments that it has rewritten, by name.
+    std::vector<std::pair<std::string, std::string>> rewritten;
+};
+
+/// An entry operation of the component: how a person finds it and how a script calls it.
+struct Operation {
+    std::string name;
+    /// Menu and entry, with "&" before the letter that chooses it.
+    std::string group;
+    std::string caption;
+    KeyStroke key;
+    std::size_t maxArguments = 0;
+    /// As a person starts it: operations that take arguments ask for them on a screen.
+    std::function<void(FendaMaes&)> open;
+    /// Throws std::invalid_argument, in Spanish, for an argument that does not fit.
+    std::function<Outcome(FendaMaes&, const Arguments&)> call;
+};
+
+/// Every entry operation that works, in the order of the menus; those of one group together.
+const std::vector<Operation>& operations();
+/// Null when there is none of that name; case does not matter.
+const Operation* findOperation(std::string_view name);
+
+}  // namespace FendaMaestros
