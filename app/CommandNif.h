@@ -8,8 +8,8 @@
 
 namespace FendaMaestros {
 
-/// Where the identifiers come from: fills the buffer with up to `size` bytes, 0 at the end. It may give fewer than there
-/// will be, as a terminal does.
+/// Where the identifiers come from: fills the buffer with up to `size` bytes, 0 at the end. It may give fewer than
+/// there will be, as a terminal does.
 using ByteSource = std::function<std::size_t(char* buffer, std::size_t size)>;
 using ByteSink = std::function<void(std::string_view bytes)>;
 
@@ -19,8 +19,8 @@ inline constexpr std::size_t longestIdentifier = 65'536;
 /// Writes for each identifier a line with its normal form, a tab and "válido" or "no válido". True when all are valid.
 bool checkIdentifiers(const std::vector<std::string>& identifiers, const ByteSink& write);
 /// As above for identifiers one a line, as they come: the verdicts on what has been read are written before more is
-/// asked for, and memory does not grow with the stream. An empty line is an empty identifier; the last line may lack its
-/// end.
+/// asked for, and memory does not grow with the stream. An empty line is an empty identifier; the last line may lack
+/// its end.
 bool checkIdentifiers(const ByteSource& read, const ByteSink& write);
 
 /// `fenda nif`: the identifiers given, or standard input when there are none. Returns the exit status: 0 all valid, 1

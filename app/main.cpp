@@ -1,3 +1,0 @@
-#include "app/CommandLine.h"
-
-int main(int argc, char** argv) { return FendaMaestros::runCommandLine(argc, argv); }

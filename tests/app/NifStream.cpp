@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "app/CommandNif.h"
+
+using namespace std::literals;
+
+namespace FendaMaestros {
+
+namespace {
+
+struct Checked {
+    std::string written;
+    bool allValid = false;
+};
+
+/// Feeds a text in pieces of a given size, as a pipe or a terminal would.
+Checked check(std::string_view input, std::size_t piece) {
+    Checked checked;
+    const ByteSource read = [&](char* buffer, std::size_t size) {
+        const std::size_t count = std::min({piece, size, input.size()});
+        std::memcpy(buffer, input.data(), count);
+        input.remove_prefix(count);
+        return count;
+    };
+    checked.allValid = checkIdentifiers(read, [&](std::string_view bytes) { checked.written += bytes; });
+    return checked;
+}
+
+TEST(NifStream, EachLineHasItsVerdictHoweverItArrives) {
+    const std::string_view input = "12.345.678-z\r\nA12345675\n\n12\00034567L\n  ESA12345674"sv;
+    for (const std::size_t piece : {1u, 7u, 65'536u}) {
+        const Checked checked = check(input, piece);
+        EXPECT_EQ(checked.written,
+                  "12345678Z\tválido\nA12345675\tno válido\n\tno válido\n1234567L\tválido\nA12345674\tválido\n");
+        EXPECT_FALSE(checked.allValid);
+    }
+}
+
+TEST(NifStream, NothingToCheckIsNothingWrong) {
+    EXPECT_TRUE(check("", 10).allValid);
+    EXPECT_EQ(check("", 10).written, "");
+    EXPECT_EQ(check("\n", 10).written, "\tno válido\n");
+}
+
+TEST(NifStream, AnIdentifierIsNotTooLongForItsSigns) {
+    const std::string input = "ES" + std::string(300'000, ' ') + "A1234" + std::string(300'000, '-') + "5674\n";
+    EXPECT_EQ(check(input, 1'000).written, "A12345674\tválido\n");
+}
+
+TEST(NifStream, OfATooLongLineOnlyTheBeginningIsShown) {
+    const std::string input = "NL" + std::string(3 * longestIdentifier, '7') + "\n12345678Z\n";
+    const Checked checked = check(input, 65'536);
+    EXPECT_EQ(checked.written, "NL" + std::string(38, '7') + "…\tno válido\n12345678Z\tválido\n");
+}
+
+TEST(NifStream, VerdictsAreWrittenBeforeMoreIsAskedFor) {
+    std::string written;
+    std::vector<std::string> seenAtRead;
+    const std::vector<std::string> typed{"12345678Z\n", "1234567L\n", ""};
+    const ByteSource terminal = [&](char* buffer, std::size_t) {
+        const std::string& line = typed[seenAtRead.size()];
+        seenAtRead.push_back(written);
+        return line.copy(buffer, line.size());
+    };
+    EXPECT_TRUE(checkIdentifiers(terminal, [&](std::string_view bytes) { written += bytes; }));
+    EXPECT_EQ(seenAtRead,
+              (std::vector<std::string>{"", "12345678Z\tválido\n", "12345678Z\tválido\n1234567L\tválido\n"}));
+}
+
+}  // namespace
+
+}  // namespace FendaMaestros
