@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace FendaMaestros::sqlite {
+
+/// The file of the shared database in its folder.
+inline constexpr const char* sharedFileName = "KXComun.db";
+
+/// The file of a company in its folder: its name, with what a file name cannot carry (separators, control characters,
+/// points and blanks at its ends, the name of the shared database) written as % and two hexadecimal digits.
+std::string companyFileName(const std::string& company);
+
+/// The company of a file; "" when the file is none of a company.
+std::string companyOfFile(const std::filesystem::path& file);
+
+}  // namespace FendaMaestros::sqlite
