@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "toolkit/Controls.h"
+
+class QWidget;
+
+namespace FendaMaestros::qt {
+
+class FormWindow;
+
+/// The widget that shows a control. It hands what a person does to the window's form, and copies the control's state
+/// into the widget when told to. Widgets belong to the window they are placed in.
+class ControlView {
+public:
+    ControlView() = default;
+    ControlView(const ControlView&) = delete;
+    ControlView& operator=(const ControlView&) = delete;
+    virtual ~ControlView() = default;
+
+    /// What takes a place in the window.
+    virtual QWidget& widget() = 0;
+    /// What has the keyboard when the control has the focus.
+    virtual QWidget& keyWidget() { return widget(); }
+    /// Shows the control's state; what is shown already is left alone, so that carets and scroll positions stay.
+    virtual void pull() = 0;
+    /// True for what is better the wider it is.
+    virtual bool stretches() const { return false; }
+    /// True when a key that the form leaves alone is for the widget.
+    virtual bool wantsKeys() const { return false; }
+};
+
+/// The view for the control's type. The control must outlive it.
+std::unique_ptr<ControlView> makeView(Control& control, FormWindow& window);
+
+}  // namespace FendaMaestros::qt

@@ -1,0 +1,222 @@
+#include "platform/qt/FormLayout.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
+#include "platform/qt/FormWindow.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+using Kind = Arrangement::Kind;
+
+bool isTall(const Control* control) {
+    return dynamic_cast<const DataGrid*>(control) || dynamic_cast<const ListView*>(control) ||
+           dynamic_cast<const PageView*>(control);
+}
+
+/// Turns the nodes of an arrangement into layouts. Fields of one width of labels line up over the whole window.
+class Builder {
+public:
+    explicit Builder(FormWindow& window) : window_(window) {}
+
+    QLayout* column(const std::vector<Arrangement>& nodes) {
+        auto* box = new QVBoxLayout;
+        bool filled = false;
+        for (const Arrangement& node : nodes) {
+            const bool tall = growsTall(node);
+            filled = filled || tall;
+            place(*box, node, tall ? 1 : 0);
+        }
+        if (!filled) box->addStretch();
+        return box;
+    }
+
+    void alignLabels() {
+        int widest = 0;
+        for (QWidget* label : labels_) widest = std::max(widest, label->sizeHint().width());
+        for (QWidget* label : labels_) label->setMinimumWidth(widest);
+    }
+
+private:
+    bool growsTall(const Arrangement& node) {
+        if (node.kind == Kind::Filling) return true;
+        if (node.kind != Kind::Framed && isTall(node.control)) return true;
+        return std::ranges::any_of(node.children, [this](const Arrangement& child) { return growsTall(child); });
+    }
+
+    bool growsWide(const Arrangement& node) {
+        if (node.kind == Kind::Filling || node.kind == Kind::Buttons) return true;
+        if (node.control && node.kind != Kind::Framed) return window_.viewOf(*node.control).stretches();
+        return std::ranges::any_of(node.children, [this](const Arrangement& child) { return growsWide(child); });
+    }
+
+    void place(QBoxLayout& box, const Arrangement& node, int stretch) {
+        switch (node.kind) {
+            case Kind::Column:
+                box.addLayout(column(node.children), stretch);
+                break;
+            case Kind::Row:
+                box.addLayout(line(node.children), stretch);
+                break;
+            case Kind::Fields:
+                box.addLayout(fields(node.children), stretch);
+                break;
+            case Kind::Field:
+                if (box.direction() == QBoxLayout::TopToBottom)
+                    box.addLayout(fields({node}), stretch);
+                else
+                    placeInline(box, node, stretch);
+                break;
+            case Kind::Framed:
+                box.addWidget(framed(node), stretch);
+                break;
+            case Kind::Buttons:
+                box.addLayout(buttons(node.children), stretch);
+                break;
+            case Kind::Filling:
+            case Kind::Plain:
+                placeControl(box, *node.control, stretch);
+                break;
+        }
+    }
+
+    void placeControl(QBoxLayout& box, Control& control, int stretch) {
+        ControlView& view = window_.viewOf(control);
+        const bool wide = box.direction() != QBoxLayout::TopToBottom || view.stretches();
+        box.addWidget(&view.widget(), stretch, wide ? Qt::Alignment() : Qt::AlignLeft);
+    }
+
+    void placeInline(QBoxLayout& box, const Arrangement& field, int stretch) {
+        if (field.label) box.addWidget(&window_.viewOf(*field.label).widget());
+        if (field.control)
+            placeControl(box, *field.control, stretch);
+        else
+            box.addLayout(line(field.children), stretch);
+    }
+
+    /// Side by side; the room left goes to those that use it, or stays at the right.
+    QLayout* line(const std::vector<Arrangement>& nodes) {
+        auto* box = new QHBoxLayout;
+        bool filled = false;
+        for (const Arrangement& node : nodes) {
+            const bool wide = growsWide(node);
+            filled = filled || wide;
+            place(*box, node, wide ? 1 : 0);
+        }
+        if (!filled) box->addStretch();
+        return box;
+    }
+
+    QLayout* fields(const std::vector<Arrangement>& nodes) {
+        auto* grid = new QGridLayout;
+        grid->setColumnStretch(1, 1);
+        for (const Arrangement& node : nodes) {
+            const int row = grid->rowCount();
+            const bool tall = growsTall(node);
+            if (tall) grid->setRowStretch(row, 1);
+            if (node.label) {
+                QWidget& label = window_.viewOf(*node.label).widget();
+                labels_.push_back(&label);
+                grid->addWidget(&label, row, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
+            }
+            grid->addLayout(node.control ? line({arrange::plain(*node.control)})
+                                         : line(node.kind == Kind::Field ? node.children : std::vector{node}),
+                            row, 1);
+        }
+        return grid;
+    }
+
+    QWidget* framed(const Arrangement& node) {
+        QWidget& box = window_.viewOf(*node.control).widget();
+        box.setLayout(column(node.children));
+        return &box;
+    }
+
+    QLayout* buttons(const std::vector<Arrangement>& nodes) {
+        auto* box = new QHBoxLayout;
+        box->addStretch();
+        int widest = 0;
+        for (const Arrangement& node : nodes)
+            widest = std::max(widest, window_.viewOf(*node.control).widget().sizeHint().width());
+        for (const Arrangement& node : nodes) {
+            QWidget& button = window_.viewOf(*node.control).widget();
+            button.setMinimumWidth(widest);
+            box->addWidget(&button);
+        }
+        return box;
+    }
+
+    FormWindow& window_;
+    std::vector<QWidget*> labels_;
+};
+
+void collect(const Arrangement& node, std::set<const Control*>& placed) {
+    placed.insert(node.control);
+    placed.insert(node.label);
+    for (const Arrangement& child : node.children) collect(child, placed);
+}
+
+/// What the arrangement leaves out of a container: a label goes with the field after it, commands come last.
+std::vector<Arrangement> leftOut(const Form& form, const Frame* container, const std::set<const Control*>& placed) {
+    std::vector<Arrangement> nodes;
+    std::vector<Control*> commands;
+    Label* label = nullptr;
+    for (Control* control : form.controls()) {
+        if (control->Container != container || placed.contains(control)) continue;
+        if (auto* next = dynamic_cast<Label*>(control)) {
+            if (label) nodes.push_back(arrange::plain(*label));
+            label = next;
+        } else if (auto* frame = dynamic_cast<Frame*>(control)) {
+            nodes.push_back(arrange::framed(*frame, leftOut(form, frame, placed)));
+        } else if (dynamic_cast<CommandButton*>(control)) {
+            commands.push_back(control);
+        } else if (isTall(control)) {
+            nodes.push_back(arrange::filling(*control));
+        } else {
+            Arrangement field = arrange::fields({arrange::plain(*control)});
+            if (label) field = arrange::field(*std::exchange(label, nullptr), *control);
+            nodes.push_back(std::move(field));
+        }
+    }
+    if (label) nodes.push_back(arrange::plain(*label));
+    if (!commands.empty()) nodes.push_back(arrange::buttons(commands));
+    return nodes;
+}
+
+/// Frames that are placed and hold controls that are not.
+std::vector<Arrangement> leftOut(const Form& form, const std::set<const Control*>& placed) {
+    std::vector<Arrangement> nodes = leftOut(form, nullptr, placed);
+    for (Control* control : form.controls()) {
+        const auto* frame = dynamic_cast<Frame*>(control);
+        if (!frame || !placed.contains(frame)) continue;
+        std::ranges::move(leftOut(form, frame, placed), std::back_inserter(nodes));
+    }
+    return nodes;
+}
+
+}  // namespace
+
+void layOutForm(const Form& form, FormWindow& window) {
+    std::set<const Control*> placed;
+    collect(form.arrangement(), placed);
+    std::vector<Arrangement> nodes;
+    const bool isBare = form.arrangement().children.empty() && !form.arrangement().control;
+    if (!isBare) nodes.push_back(form.arrangement());
+    std::ranges::move(leftOut(form, placed), std::back_inserter(nodes));
+
+    Builder builder(window);
+    QLayout* const layout = builder.column(nodes);
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
+    window.setLayout(layout);
+    builder.alignLabels();
+}
+
+}  // namespace FendaMaestros::qt

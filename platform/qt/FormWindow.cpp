@@ -1,0 +1,135 @@
+#include "platform/qt/FormWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "platform/qt/FormLayout.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+std::vector<FormWindow*>& shownWindows() {
+    static std::vector<FormWindow*> windows;
+    return windows;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(form) {
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setWindowModality(Qt::ApplicationModal);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    layOutForm(form, *this);
+    pull();
+    giveSensibleSize();
+    shownWindows().push_back(this);
+}
+
+FormWindow::~FormWindow() { std::erase(shownWindows(), this); }
+
+FormWindow* FormWindow::of(const Form& form) {
+    const auto& windows = shownWindows();
+    const auto found = std::ranges::find_if(windows, [&](FormWindow* window) { return &window->form_ == &form; });
+    return found == windows.end() ? nullptr : *found;
+}
+
+FormWindow* FormWindow::around(const QWidget& widget) {
+    const auto& windows = shownWindows();
+    const auto found = std::ranges::find(windows, widget.window());
+    return found == windows.end() ? nullptr : *found;
+}
+
+void FormWindow::pullAll() {
+    for (FormWindow* window : shownWindows()) window->pull();
+}
+
+ControlView& FormWindow::viewOf(Control& control) {
+    auto& view = views_[&control];
+    if (!view) {
+        view = makeView(control, *this);
+        view->pull();
+    }
+    return *view;
+}
+
+Control* FormWindow::controlOf(const QWidget& widget) const {
+    for (const QWidget* at = &widget; at && at != this; at = at->parentWidget())
+        for (const auto& [control, view] : views_)
+            if (&view->widget() == at) return control;
+    return nullptr;
+}
+
+QWidget& FormWindow::keyReceiver() {
+    QWidget* const focused = focusWidget();
+    return focused ? *focused : *this;
+}
+
+void FormWindow::hand(const std::function<void()>& gesture) {
+    if (pulling_) return;
+    try {
+        gesture();
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
+    pull();
+    if (isDone()) loop_.quit();
+}
+
+void FormWindow::wait() {
+    if (!isDone()) loop_.exec();
+}
+
+void FormWindow::rethrowFailure() {
+    if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    hand([this] { form_.close(); });
+}
+
+// --- showing the form's state
+
+void FormWindow::pull() {
+    if (pulling_) return;
+    pulling_ = true;
+    const QString caption = QString::fromStdString(form_.Caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    for (auto& [control, view] : views_) pullControl(*control, *view);
+    if (form_.isOpen()) pullFocus();
+    pulling_ = false;
+}
+
+/// The form's own Enabled is not shown: it is off only while the form works, and its gestures refuse by themselves.
+void FormWindow::pullControl(Control& control, ControlView& view) {
+    QWidget& widget = view.widget();
+    const bool enabled = control.isEnabled();
+    if (widget.testAttribute(Qt::WA_ForceDisabled) == enabled) widget.setEnabled(enabled);
+    const bool visible = control.isVisible();
+    if (widget.isHidden() == visible) widget.setVisible(visible);
+    view.pull();
+}
+
+void FormWindow::pullFocus() {
+    Control* const active = form_.activeControl();
+    QWidget* const wanted = active ? &viewOf(*active).keyWidget() : nullptr;
+    if (wanted == focusWidget()) return;
+    if (wanted)
+        wanted->setFocus(Qt::OtherFocusReason);
+    else
+        focusWidget()->clearFocus();
+}
+
+/// As large as its contents ask for, within the screen.
+void FormWindow::giveSensibleSize() {
+    constexpr QSize frame(16, 64);
+    const QSize room = screen()->availableSize() - frame;
+    resize(sizeHint().boundedTo(room));
+}
+
+}  // namespace FendaMaestros::qt

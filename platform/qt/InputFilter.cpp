@@ -1,0 +1,106 @@
+#include "platform/qt/InputFilter.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <utility>
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/KeyCodes.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+/// A key keeps its place on the keyboard while Shift changes what it types.
+quint32 placeOf(const QKeyEvent& event) {
+    constexpr quint32 scanned = 1U << 31;
+    return event.nativeScanCode() ? scanned | event.nativeScanCode() : static_cast<quint32>(event.key());
+}
+
+/// Opens the list, or goes to the next item that begins with the character typed.
+void comboKey(FormWindow& window, ComboBox& combo, KeyStroke stroke, const QString& typed) {
+    const bool opens = stroke.code == key::F1 + 3 || (stroke.code == key::Down && stroke.shift == shift::Alt);
+    if (opens) return static_cast<QComboBox&>(window.viewOf(combo).widget()).showPopup();
+    if (stroke.shift > shift::Shift || typed.isEmpty() || !typed.front().isPrint()) return;
+    window.hand([&] { window.form().typeAhead(combo, typed.toStdU32String().front()); });
+}
+
+/// True when a key that the form has left alone is for the widget.
+bool isForWidget(FormWindow& window, Control& active, KeyStroke stroke) {
+    if (stroke.shift & shift::Alt) return false;
+    bool accepted = true;
+    if (stroke.code == key::Backspace && dynamic_cast<TextBox*>(&active))
+        window.hand([&] { accepted = window.form().accepts(key::Backspace); });
+    return accepted && window.viewOf(active).wantsKeys();
+}
+
+/// A click on a field takes the focus there first; it goes no further when the form does not let the focus move.
+bool clickRefused(QWidget& at) {
+    FormWindow* const window = FormWindow::around(at);
+    Control* const control = window ? window->controlOf(at) : nullptr;
+    const bool movesFirst = control && control->takesFocus() && !dynamic_cast<CommandButton*>(control) &&
+                            !dynamic_cast<CheckBox*>(control) && !dynamic_cast<OptionButton*>(control);
+    if (!movesFirst) return false;
+    const int before = window->form().interruptions();
+    window->hand([&] { window->form().focus(*control); });
+    return window->form().activeControl() != control || window->form().interruptions() != before;
+}
+
+}  // namespace
+
+bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (!watched->isWidgetType()) return false;
+    QWidget& at = *static_cast<QWidget*>(watched);
+    switch (event->type()) {
+        case QEvent::KeyPress:
+            return keyPressed(at, *static_cast<QKeyEvent*>(event));
+        case QEvent::KeyRelease:
+            return keyReleased(at, *static_cast<QKeyEvent*>(event));
+        case QEvent::ShortcutOverride:
+            // The letters of the captions are the form's business.
+            if (!FormWindow::around(at)) return false;
+            event->accept();
+            return true;
+        case QEvent::MouseButtonPress:
+            return clickRefused(at);
+        case QEvent::Wheel:
+            // Rolling over a list that is closed must not choose another item.
+            return FormWindow::around(at) && qobject_cast<QComboBox*>(&at);
+        default:
+            return false;
+    }
+}
+
+bool InputFilter::keyPressed(QWidget& at, const QKeyEvent& event) {
+    FormWindow* const window = FormWindow::around(at);
+    if (!event.isAutoRepeat()) pressedIn_[placeOf(event)] = window;
+    if (!window) return false;
+    // A key that its widget ignored comes by again on its way up.
+    if (&at != &window->keyReceiver()) return true;
+
+    Form& form = window->form();
+    Control* const active = form.activeControl();
+    const KeyStroke stroke = strokeOf(event);
+    const QString typed = event.text();
+    bool done = true;
+    window->hand([&] { done = form.keyDown(stroke); });
+    if (done || !active || form.activeControl() != active) return true;
+    if (auto* combo = dynamic_cast<ComboBox*>(active)) {
+        comboKey(*window, *combo, stroke, typed);
+        return true;
+    }
+    return !isForWidget(*window, *active, stroke);
+}
+
+bool InputFilter::keyReleased(QWidget& at, const QKeyEvent& event) {
+    FormWindow* const window = FormWindow::around(at);
+    if (!window) return false;
+    if (event.isAutoRepeat() || &at != &window->keyReceiver()) return true;
+    const auto pressed = pressedIn_.extract(placeOf(event));
+    if (!pressed || pressed.mapped() != window) return true;
+    const KeyStroke stroke = strokeOf(event);
+    window->hand([&] { window->form().keyUp(stroke); });
+    return true;
+}
+
+}  // namespace FendaMaestros::qt

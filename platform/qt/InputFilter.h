@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <map>
+
+class QKeyEvent;
+
+namespace FendaMaestros::qt {
+
+class FormWindow;
+
+/// Sees every key and click of the program before the widgets do, and hands those in the window of a form to the form.
+/// Install one on the application.
+class InputFilter final : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool keyPressed(QWidget& at, const QKeyEvent& event);
+    bool keyReleased(QWidget& at, const QKeyEvent& event);
+
+    /// The window of a form in which each key went down, by key. The release of a key counts only there: one that
+    /// dismissed a message or a list belongs to nobody.
+    std::map<quint32, QPointer<QWidget>> pressedIn_;
+};
+
+}  // namespace FendaMaestros::qt

@@ -1,0 +1,87 @@
+#include "platform/qt/PageCanvas.h"
+
+#include <QPainter>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/Look.h"
+#include "platform/qt/PagePainter.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+constexpr int desk = 16;
+constexpr double twipsPerPixel = 15;
+
+}  // namespace
+
+PageCanvas::PageCanvas(QWidget* parent) : QAbstractScrollArea(parent) {
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setBackgroundRole(QPalette::Mid);
+    viewport()->setAutoFillBackground(true);
+}
+
+void PageCanvas::show(std::shared_ptr<const PagedDocument> document, int index, int zoom) {
+    const bool samePage = document == document_ && index == index_;
+    if (samePage && zoom == zoom_) return;
+    document_ = std::move(document);
+    index_ = index;
+    zoom_ = zoom;
+    if (!samePage) {
+        const bool exists = document_ && index_ >= 0 && index_ < document_->pageCount();
+        page_ = exists ? document_->page(index_) : Page();
+        verticalScrollBar()->setValue(0);
+    }
+    updateScrollBars();
+    viewport()->update();
+}
+
+QSize PageCanvas::sizeHint() const {
+    constexpr QSize usual(880, 600);
+    return usual;
+}
+
+double PageCanvas::scale() const {
+    constexpr double percent = 100;
+    if (zoom_ > 0) return zoom_ / percent / twipsPerPixel;
+    const int room = std::max(viewport()->width() - 2 * desk, 1);
+    return static_cast<double>(room) / document_->pageWidth();
+}
+
+QSize PageCanvas::paper() const {
+    if (!document_) return {};
+    return QSizeF(document_->pageWidth() * scale(), document_->pageHeight() * scale()).toSize();
+}
+
+void PageCanvas::updateScrollBars() {
+    const QSize beyond = paper() + QSize(2 * desk, 2 * desk) - viewport()->size();
+    horizontalScrollBar()->setRange(0, std::max(0, zoom_ > 0 ? beyond.width() : 0));
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    verticalScrollBar()->setRange(0, std::max(0, beyond.height()));
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setSingleStep(fontMetrics().height() * 2);
+}
+
+void PageCanvas::resizeEvent(QResizeEvent*) { updateScrollBars(); }
+
+void PageCanvas::paintEvent(QPaintEvent*) {
+    if (!document_) return;
+    QPainter painter(viewport());
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    const QSize size = paper();
+    const int left = std::max((viewport()->width() - size.width()) / 2, desk) - horizontalScrollBar()->value();
+    painter.translate(left, desk - verticalScrollBar()->value());
+    painter.fillRect(QRect({3, 3}, size), QColor(0, 0, 0, 60));
+    painter.fillRect(QRect({0, 0}, size), Qt::white);
+    painter.scale(scale(), scale());
+    paintPage(painter, page_);
+}
+
+PageCanvasView::PageCanvasView(PageView& pages, FormWindow& window)
+    : pages_(pages), canvas_(*new PageCanvas(&window)) {}
+
+void PageCanvasView::pull() { canvas_.show(pages_.Document, pages_.Page, pages_.Zoom); }
+
+}  // namespace FendaMaestros::qt

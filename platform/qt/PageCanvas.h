@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QAbstractScrollArea>
+
+#include "platform/qt/ControlView.h"
+#include "toolkit/Document.h"
+
+namespace FendaMaestros::qt {
+
+/// Paints one page of a document on a desk, scrolled when it is larger than the window.
+class PageCanvas final : public QAbstractScrollArea {
+public:
+    explicit PageCanvas(QWidget* parent);
+
+    /// `zoom` in percent, 0 to fit the width. A null document leaves the desk empty.
+    void show(std::shared_ptr<const PagedDocument> document, int index, int zoom);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    double scale() const;
+    QSize paper() const;
+    void updateScrollBars();
+
+    std::shared_ptr<const PagedDocument> document_;
+    Page page_;
+    int index_ = -1;
+    int zoom_ = 0;
+};
+
+class PageCanvasView final : public ControlView {
+public:
+    PageCanvasView(PageView& pages, FormWindow& window);
+
+    QWidget& widget() override { return canvas_; }
+    void pull() override;
+    bool stretches() const override { return true; }
+    bool wantsKeys() const override { return true; }
+
+private:
+    PageView& pages_;
+    PageCanvas& canvas_;
+};
+
+}  // namespace FendaMaestros::qt

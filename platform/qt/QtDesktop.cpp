@@ -1,0 +1,123 @@
+#include "platform/qt/QtDesktop.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QUrl>
+#include <stdexcept>
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/Hands.h"
+#include "platform/qt/InputFilter.h"
+#include "platform/qt/Look.h"
+#include "platform/qt/MessageDialog.h"
+#include "platform/qt/Pdf.h"
+#include "platform/qt/Printing.h"
+
+namespace FendaMaestros {
+
+/// The application object, when the program has none of its own, and what hands its input to the forms.
+struct QtDesktop::Program {
+    int argc = 1;
+    char name[6] = "fenda";
+    char* argv[2] = {name, nullptr};
+    std::unique_ptr<QApplication> own;
+    qt::InputFilter filter;
+
+    Program() {
+        if (!QCoreApplication::instance()) own = std::make_unique<QApplication>(argc, argv);
+        auto* application = qobject_cast<QApplication*>(QCoreApplication::instance());
+        if (!application) throw std::runtime_error("Este programa se ha iniciado sin ventanas.");
+        qt::applyLook(*application);
+        application->installEventFilter(&filter);
+    }
+};
+
+namespace {
+
+/// What new windows are shown over.
+QWidget* topWindow() {
+    if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    return QApplication::activeWindow();
+}
+
+bool hasDisplay() {
+    const QString platform = QGuiApplication::platformName();
+    return platform != "offscreen" && platform != "minimal";
+}
+
+}  // namespace
+
+QtDesktop::QtDesktop(Operator* person) : person_(person), program_(std::make_unique<Program>()) {}
+
+QtDesktop::~QtDesktop() { setPointer(0); }
+
+void QtDesktop::runModal(Form& form) {
+    qt::FormWindow::pullAll();
+    qt::FormWindow window(form, topWindow());
+    window.show();
+    window.hand([&] { form.activate(); });
+    window.rethrowFailure();
+    if (!person_) {
+        window.wait();
+    } else if (form.isOpen()) {
+        QCoreApplication::processEvents();
+        person_->attend(form);
+    }
+    window.rethrowFailure();
+}
+
+Reply QtDesktop::ask(const Message& message) {
+    std::optional<Reply> scripted;
+    if (person_) scripted = person_->answer(message);
+    qt::FormWindow::pullAll();
+    const std::string title = message.title.empty() ? applicationTitle() : message.title;
+    const Reply reply = qt::askInDialog(message, title, topWindow(), scripted);
+    qt::FormWindow* const below = activeForm() ? qt::FormWindow::of(*activeForm()) : nullptr;
+    if (scripted && reply.key && below) qt::hands::releaseKeyLater(below->keyReceiver(), {reply.key, shift::None});
+    return reply;
+}
+
+void QtDesktop::setPointer(int pointer) {
+    constexpr int arrowAndHourglass = 13;
+    const bool busy = pointer == arrowAndHourglass;
+    if (busy == busy_) return;
+    busy_ = busy;
+    if (busy)
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    else
+        QGuiApplication::restoreOverrideCursor();
+}
+
+/// Keys and clicks wait until the running handler is done: a form drops gestures made meanwhile, and what is typed fast
+/// would be lost.
+void QtDesktop::processPending() {
+    qt::FormWindow::pullAll();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal, const std::string& kind) {
+    if (person_) return person_->saveFile(proposal, kind);
+    qt::FormWindow::pullAll();
+    QFileDialog dialog(topWindow(), "Guardar como", {}, QString::fromStdString(kind));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(QString::fromStdString(proposal));
+    dialog.setDefaultSuffix(QString::fromStdString(proposal).section('.', -1));
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return dialog.selectedFiles().constFirst().toStdString();
+}
+
+bool QtDesktop::openFile(const std::string& path) {
+    return hasDisplay() && QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+bool QtDesktop::print(const PagedDocument& document) {
+    qt::FormWindow::pullAll();
+    return !person_ && hasDisplay() && qt::printWithDialog(document, topWindow());
+}
+
+void QtDesktop::writePdf(const PagedDocument& document, const std::string& path) {
+    FendaMaestros::writePdf(document, path);
+}
+
+}  // namespace FendaMaestros

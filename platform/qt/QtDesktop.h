@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "toolkit/Desktop.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// The desktop as real windows. Makes the program's QApplication unless there is one already; one at a time.
+class QtDesktop final : public Desktop {
+public:
+    /// With an operator (which must outlive the desktop) the windows are shown, and it works on them in a person's
+    /// place. Throws std::runtime_error, in Spanish, when the program has begun without windows.
+    explicit QtDesktop(Operator* person = nullptr);
+    ~QtDesktop() override;
+
+    Reply ask(const Message& message) override;
+    void setPointer(int pointer) override;
+    void processPending() override;
+    std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override;
+    bool openFile(const std::string& path) override;
+    bool print(const PagedDocument& document) override;
+    void writePdf(const PagedDocument& document, const std::string& path) override;
+
+protected:
+    void runModal(Form& form) override;
+
+private:
+    struct Program;
+
+    Operator* person_;
+    std::unique_ptr<Program> program_;
+    bool busy_ = false;
+};
+
+}  // namespace FendaMaestros

@@ -1,0 +1,61 @@
+#include "platform/qt/TableModel.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+QVariant alignmentOf(Alignment alignment) {
+    const Qt::Alignment across = alignment == Alignment::Right    ? Qt::AlignRight
+                                 : alignment == Alignment::Center ? Qt::AlignHCenter
+                                                                  : Qt::AlignLeft;
+    return QVariant::fromValue(across | Qt::AlignVCenter);
+}
+
+}  // namespace
+
+bool TableModel::refreshColumns() {
+    std::vector<TableContent::Column> columns = content_.columns();
+    if (columns == columns_) return false;
+    beginResetModel();
+    columns_ = std::move(columns);
+    endResetModel();
+    return true;
+}
+
+bool TableModel::refreshRows() {
+    const int rows = content_.rowCount();
+    if (rows == rows_) return false;
+    if (rows > rows_) {
+        beginInsertRows({}, rows_, rows - 1);
+        rows_ = rows;
+        endInsertRows();
+    } else {
+        beginRemoveRows({}, rows, rows_ - 1);
+        rows_ = rows;
+        endRemoveRows();
+    }
+    return true;
+}
+
+int TableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+    const auto column = static_cast<std::size_t>(index.column());
+    // A handler may have taken rows or columns away since the last refresh.
+    if (!index.isValid() || index.row() >= content_.rowCount() || column >= columns_.size()) return {};
+    if (role == Qt::DisplayRole) return QString::fromStdString(content_.text(index.row(), index.column()));
+    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].alignment);
+    return {};
+}
+
+QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    const auto column = static_cast<std::size_t>(section);
+    if (orientation != Qt::Horizontal || column >= columns_.size()) return {};
+    if (role == Qt::DisplayRole) return QString::fromStdString(columns_[column].caption);
+    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].alignment);
+    return {};
+}
+
+}  // namespace FendaMaestros::qt

@@ -1,0 +1,111 @@
+#include "platform/qt/TextBoxView.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/Look.h"
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+/// A MaxLength beyond this, or none, is a description: it takes what room there is.
+constexpr int longestFixed = 40;
+constexpr int fewestDigits = 4;
+constexpr int digitsOfLong = 32;
+
+Qt::Alignment alignmentOf(Alignment alignment) {
+    if (alignment == Alignment::Right) return Qt::AlignRight | Qt::AlignVCenter;
+    if (alignment == Alignment::Center) return Qt::AlignCenter;
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+}  // namespace
+
+TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
+    : box_(box), window_(window), edit_(*new QLineEdit(&window)) {
+    edit_.setFocusPolicy(Qt::NoFocus);
+    edit_.setAcceptDrops(false);
+    edit_.setMaxLength(std::numeric_limits<int>::max());
+    const int digits = stretches() ? digitsOfLong : std::max(box.MaxLength, fewestDigits);
+    const int width = edit_.fontMetrics().horizontalAdvance(QString(digits + 2, '0'));
+    if (stretches())
+        edit_.setMinimumWidth(width);
+    else
+        edit_.setFixedWidth(width);
+    QObject::connect(&edit_, &QLineEdit::textEdited, &window, [this](const QString& text) { changed(text); });
+    QObject::connect(&edit_, &QLineEdit::selectionChanged, &window, [this] {
+        if (edit_.hasFocus() && !window_.isPulling())
+            box_.AllSelected = edit_.hasSelectedText() && edit_.selectedText().size() == edit_.text().size();
+    });
+}
+
+bool TextBoxView::stretches() const { return box_.MaxLength == 0 || box_.MaxLength > longestFixed; }
+
+/// What was inserted lies between what old and new text have in common at both ends.
+void TextBoxView::changed(const QString& text) {
+    const std::u32string before = QString::fromStdString(box_.Text).toStdU32String();
+    const std::u32string after = text.toStdU32String();
+    const auto shorter = std::min(before.size(), after.size());
+    const auto head = static_cast<std::size_t>(
+        std::mismatch(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(shorter), after.begin()).first -
+        before.begin());
+    std::size_t tail = 0;
+    while (tail < shorter - head && before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) ++tail;
+    const std::u32string inserted = after.substr(head, after.size() - head - tail);
+    const std::u32string rest = after.substr(after.size() - tail);
+
+    int caret = edit_.cursorPosition();
+    window_.hand([&] {
+        const std::size_t limit = box_.MaxLength > 0 ? static_cast<std::size_t>(box_.MaxLength) : after.size();
+        const std::u32string start = after.substr(0, head);
+        const std::u32string taken = accepted(inserted, limit - std::min(limit, head + tail));
+        if (taken.empty() && !inserted.empty()) {
+            caret = static_cast<int>(QString::fromStdU32String(start).size());
+            return;
+        }
+        if (taken != inserted) caret = static_cast<int>(QString::fromStdU32String(start + taken).size());
+        window_.form().edit(box_, QString::fromStdU32String(start + taken + rest).toStdString());
+    });
+    if (edit_.text() != text) edit_.setCursorPosition(caret);
+}
+
+std::u32string TextBoxView::accepted(const std::u32string& inserted, std::size_t room) {
+    std::u32string taken;
+    for (const char32_t character : inserted)
+        if (taken.size() < room && window_.form().accepts(character)) taken += character;
+    return taken;
+}
+
+void TextBoxView::pull() {
+    const Qt::Alignment alignment = alignmentOf(box_.TextAlignment);
+    if (edit_.alignment() != alignment) edit_.setAlignment(alignment);
+    if (edit_.isReadOnly() != box_.Locked) edit_.setReadOnly(box_.Locked);
+    pullText();
+    pullColors();
+}
+
+/// The field with the focus is written on at its end; the others show how they begin.
+void TextBoxView::pullText() {
+    const QString text = QString::fromStdString(box_.Text);
+    const bool active = window_.form().activeControl() == &box_;
+    if (edit_.text() != text) {
+        const bool atEnd = edit_.cursorPosition() == edit_.text().size();
+        const int caret = edit_.cursorPosition();
+        edit_.setText(text);
+        if (!active || !atEnd) edit_.setCursorPosition(active ? caret : 0);
+    }
+    if (active != active_) edit_.setCursorPosition(active ? static_cast<int>(text.size()) : 0);
+    active_ = active;
+    if (box_.AllSelected && active && edit_.selectedText() != text) edit_.selectAll();
+}
+
+void TextBoxView::pullColors() {
+    const Colors wanted{box_.BackColor, box_.Locked};
+    if (colors_ == wanted) return;
+    colors_ = wanted;
+    edit_.setPalette(fieldPalette(wanted.back, wanted.locked));
+}
+
+}  // namespace FendaMaestros::qt

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QLineEdit>
+#include <optional>
+
+#include "platform/qt/ControlView.h"
+
+namespace FendaMaestros::qt {
+
+/// A text box. What a person types, pastes or composes passes the form's key filter character by character.
+class TextBoxView final : public ControlView {
+public:
+    TextBoxView(TextBox& box, FormWindow& window);
+
+    QWidget& widget() override { return edit_; }
+    void pull() override;
+    bool stretches() const override;
+    bool wantsKeys() const override { return true; }
+
+private:
+    struct Colors {
+        Color back = 16777215;
+        bool locked = false;
+        bool operator==(const Colors&) const = default;
+    };
+
+    void changed(const QString& text);
+    /// The inserted characters that the form takes.
+    std::u32string accepted(const std::u32string& inserted, std::size_t room);
+    void pullText();
+    void pullColors();
+
+    TextBox& box_;
+    FormWindow& window_;
+    QLineEdit& edit_;
+    std::optional<Colors> colors_;
+    bool active_ = false;
+};
+
+}  // namespace FendaMaestros::qt
