@@ -1,0 +1,224 @@
+#include "app/GuionCheck.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "app/GuionOperator.h"
+#include "toolkit/Text.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+/// What can be looked at, and how it reads as a text.
+struct Subject {
+    std::string_view name;
+    std::size_t least;
+    std::size_t most;
+    enum class Kind { Value, Name, YesOrNo } kind;
+    std::string (*read)(const GuionOperator&, const Arguments&);
+};
+
+int number(const GuionOperator& person, const std::string& text) {
+    if (!text::isNumericCode(text) || text.size() > 9) person.fail("\"" + text + "\" no es un número");
+    return std::stoi(text);
+}
+
+std::string rows(const GuionOperator& person, const Arguments& arguments) {
+    const Control& list = person.control(arguments[0]);
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->rowCount());
+    if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->Rows.size());
+    person.fail(arguments[0] + " no es una rejilla ni una lista");
+}
+
+std::string currentRow(const GuionOperator& person, const Arguments& arguments) {
+    const Control& list = person.control(arguments[0]);
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->currentRow() + 1);
+    if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->SelectedRow + 1);
+    person.fail(arguments[0] + " no es una rejilla ni una lista");
+}
+
+std::string cell(const GuionOperator& person, const Arguments& arguments) {
+    const int row = number(person, arguments[1]) - 1;
+    const int column = number(person, arguments[2]);
+    const Control& list = person.control(arguments[0]);
+    const auto outside = [&] { person.fail(arguments[0] + " no tiene esa celda"); };
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) {
+        if (row < 0 || row >= grid->rowCount() || column >= static_cast<int>(grid->Columns.size())) outside();
+        return grid->cellText(row, column);
+    }
+    const auto& view = person.control<ListView>(arguments[0], "una rejilla ni una lista");
+    if (row < 0 || row >= static_cast<int>(view.Rows.size())) outside();
+    const auto& texts = view.Rows[static_cast<std::size_t>(row)].Texts;
+    return static_cast<std::size_t>(column) < texts.size() ? texts[static_cast<std::size_t>(column)] : std::string();
+}
+
+struct ColumnLook {
+    std::string caption;
+    Twips width = 0;
+};
+
+ColumnLook column(const GuionOperator& person, const Arguments& arguments) {
+    const auto index = static_cast<std::size_t>(number(person, arguments[1]));
+    const Control& list = person.control(arguments[0]);
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list); grid && index < grid->Columns.size())
+        return {grid->Columns[index].Caption, grid->Columns[index].Width};
+    if (const auto* view = dynamic_cast<const ListView*>(&list); view && index < view->Columns.size())
+        return {view->Columns[index].Caption, view->Columns[index].Width};
+    person.fail(arguments[0] + " no tiene la columna " + arguments[1]);
+}
+
+std::string property(const GuionOperator& person, const Arguments& arguments) {
+    for (const auto& [name, value] : person.host().properties())
+        if (text::equalIgnoringCase(name, arguments[0])) return value;
+    person.fail("no hay ninguna propiedad " + arguments[0]);
+}
+
+std::string firstValue(const GuionOperator& person, const Arguments& arguments) {
+    std::string value;
+    try {
+        const auto found = person.query(arguments[0]);
+        if (found->rowCount() > 0) value = found->cell(0, 0).text();
+    } catch (const std::exception& error) {
+        person.fail(error.what());
+    }
+    return value;
+}
+
+std::string screen(const GuionOperator& person) {
+    const Form* const form = person.host().desktop().activeForm();
+    return form ? guion::formName(*form) : "ninguna";
+}
+
+std::string focused(const GuionOperator& person) {
+    const Control* const active = person.top().activeControl();
+    return active ? active->Name : "ninguno";
+}
+
+std::string yesOrNo(bool value) { return guion::yesOrNo(value); }
+
+const TextBox& field(const GuionOperator& person, const Arguments& arguments) {
+    return person.control<TextBox>(arguments[0], "un campo");
+}
+
+const ComboBox& combo(const GuionOperator& person, const Arguments& arguments) {
+    return person.control<ComboBox>(arguments[0], "un desplegable");
+}
+
+using Kind = Subject::Kind;
+using Person = const GuionOperator&;
+using Args = const Arguments&;
+
+constexpr std::array<Subject, 27> subjects{{
+    {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(p.control(a[0])); }},
+    {"titulo", 0, 1, Kind::Value,
+     [](Person p, Args a) { return a.empty() ? p.top().Caption : guion::captionOf(p.control(a[0])); }},
+    {"pantalla", 0, 0, Kind::Name, [](Person p, Args) { return screen(p); }},
+    {"foco", 0, 0, Kind::Name, [](Person p, Args) { return focused(p); }},
+    {"marca", 0, 0, Kind::Value, [](Person p, Args) { return p.top().Tag; }},
+    {"puntero", 0, 0, Kind::Value, [](Person p, Args) { return std::to_string(p.host().pointer()); }},
+    {"color", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(field(p, a).BackColor); }},
+    {"maximo", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(field(p, a).MaxLength); }},
+    {"indice", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListIndex()); }},
+    {"elementos", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListCount()); }},
+    {"filas", 1, 1, Kind::Value, rows},
+    {"fila", 1, 1, Kind::Value, currentRow},
+    {"celda", 3, 3, Kind::Value, cell},
+    {"cabecera", 2, 2, Kind::Value, [](Person p, Args a) { return column(p, a).caption; }},
+    {"ancho", 2, 2, Kind::Value, [](Person p, Args a) { return std::to_string(column(p, a).width); }},
+    {"propiedad", 1, 1, Kind::Value, property},
+    {"resultado", 0, 0, Kind::Value, [](Person p, Args) { return p.lastResult(); }},
+    {"mensaje", 0, 0, Kind::Value, [](Person p, Args) { return p.lastMessage(); }},
+    {"sql", 1, 1, Kind::Value, firstValue},
+    {"activo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0]).isEnabled()); }},
+    {"inactivo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0]).isEnabled()); }},
+    {"visible", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0]).isVisible()); }},
+    {"oculto", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0]).isVisible()); }},
+    {"bloqueado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(field(p, a).Locked); }},
+    {"marcado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return guion::valueOf(p.control(a[0])); }},
+    {"abierta", 0, 0, Kind::YesOrNo,
+     [](Person p, Args) { return yesOrNo(p.host().desktop().activeForm() != nullptr); }},
+    {"existe", 1, 1, Kind::YesOrNo, [](Person, Args a) { return yesOrNo(std::filesystem::exists(a[0])); }},
+}};
+
+const Subject* subjectNamed(std::string_view name) {
+    const auto found = std::ranges::find(subjects, name, &Subject::name);
+    return found == subjects.end() ? nullptr : &*found;
+}
+
+bool readComparison(Words& words, Check::Comparison& comparison) {
+    if (words.take("=") || words.take("es"))
+        comparison = Check::Comparison::Equal;
+    else if (words.take("<>"))
+        comparison = Check::Comparison::Different;
+    else if (words.take("contiene"))
+        comparison = Check::Comparison::Contains;
+    else
+        return false;
+    return true;
+}
+
+/// The subject and its arguments, up to the comparison.
+const Subject& readSubject(Words& words, Check& check) {
+    const std::string first = words.text("qué se comprueba");
+    const Subject* subject = subjectNamed(text::folded(first));
+    if (!subject) {
+        subject = subjectNamed("valor");
+        check.arguments.push_back(first);
+    }
+    check.subject = subject->name;
+    return *subject;
+}
+
+std::string describe(const Check& check) {
+    std::string text = check.subject;
+    for (const std::string& argument : check.arguments) text += " " + argument;
+    return text;
+}
+
+}  // namespace
+
+Check readCheck(Words& words) {
+    Check check;
+    const bool negated = words.take("no");
+    const Subject& subject = readSubject(words, check);
+    bool compared = false;
+    while (!words.atEnd() && !(compared = readComparison(words, check.comparison)))
+        check.arguments.push_back(words.text("un dato"));
+
+    if (compared) {
+        check.expected = words.text("el valor que se espera");
+    } else if (subject.kind == Kind::YesOrNo) {
+        check.expected = yesOrNo(!negated);
+    } else if (check.arguments.size() > subject.least) {
+        check.expected = check.arguments.back();
+        check.arguments.pop_back();
+    } else {
+        words.fail("falta el valor que se espera");
+    }
+    if (negated && (compared || subject.kind != Kind::YesOrNo))
+        words.fail("\"no\" va solo delante de lo que se contesta con sí o no; lo distinto se escribe con <>");
+    if (check.arguments.size() < subject.least) words.fail("falta de qué se comprueba " + check.subject);
+    if (check.arguments.size() > subject.most) words.fail("sobra \"" + check.arguments.back() + "\"");
+    return check;
+}
+
+void carryOut(const Check& check, const GuionOperator& person) {
+    const Subject& subject = *subjectNamed(check.subject);
+    const std::string found = subject.read(person, check.arguments);
+    const bool equal =
+        subject.kind == Kind::Value ? found == check.expected : text::folded(found) == text::folded(check.expected);
+    const std::string expected = guion::literal(check.expected);
+    const std::string butIs = " y es " + guion::literal(found);
+    if (check.comparison == Check::Comparison::Equal && !equal)
+        person.fail(describe(check) + " debía ser " + expected + butIs);
+    if (check.comparison == Check::Comparison::Different && equal)
+        person.fail(describe(check) + " no debía ser " + expected);
+    if (check.comparison == Check::Comparison::Contains && found.find(check.expected) == std::string::npos)
+        person.fail(describe(check) + " debía contener " + expected + butIs);
+}
+
+}  // namespace FendaMaestros

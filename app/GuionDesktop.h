@@ -1,0 +1,24 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "toolkit/Desktop.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros {
+
+/// A desktop on which an operator works, and its hands.
+struct GuionDesktop {
+    std::unique_ptr<Desktop> desktop;
+    std::unique_ptr<Gestures> gestures;
+    /// The pointer as Desktop::setPointer left it.
+    std::function<int()> pointer;
+};
+
+/// Without a display. `person` must outlive it.
+GuionDesktop headlessDesktop(Operator& person);
+/// On real windows. Throws std::runtime_error, in Spanish, when the program has no windows or there is no display.
+GuionDesktop windowDesktop(Operator& person);
+
+}  // namespace FendaMaestros

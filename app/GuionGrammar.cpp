@@ -1,0 +1,298 @@
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <stdexcept>
+
+#include "app/GuionCheck.h"
+#include "app/GuionOperator.h"
+#include "app/GuionParser.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+using Action = std::function<void(GuionOperator&)>;
+
+/// How a command is written and what it does.
+struct Verb {
+    std::string_view name;
+    bool acts;
+    Action (*read)(Words&);
+};
+
+constexpr std::string_view controlName = "el nombre del control";
+
+Place place(Words& words, std::string_view what) {
+    if (words.isNumber()) return {words.number(what), {}};
+    return {-1, words.text(what)};
+}
+
+guion::Limits limits(Words& words) {
+    guion::Limits limits;
+    if (!words.take("filas")) return limits;
+    limits.rows = words.take("todas") ? std::numeric_limits<int>::max() : words.number("el número de filas");
+    return limits;
+}
+
+// --- the host
+
+template <bool alone>
+Action call(Words& words) {
+    const std::string operation = words.text("el nombre de la operación");
+    return [operation, arguments = words.rest()](GuionOperator& person) { person.call(operation, arguments, alone); };
+}
+
+Action property(Words& words) {
+    const std::string name = words.text("el nombre de la propiedad");
+    words.equals();
+    const std::string value = words.text("el valor de la propiedad");
+    return [name, value](GuionOperator& person) {
+        try {
+            person.host().setProperty(name, value);
+        } catch (const std::invalid_argument& error) {
+            person.fail(error.what());
+        }
+    };
+}
+
+Action renewObject(Words& words) {
+    if (!words.take("nuevo")) words.fail("se escribe: objeto nuevo");
+    return [](GuionOperator& person) { person.betweenScreens([](GuionHost& host) { host.renewObject(); }); };
+}
+
+Action company(Words& words) {
+    if (words.take("abrir")) {
+        const std::string name = words.text("el nombre de la empresa");
+        return
+            [name](GuionOperator& person) { person.betweenScreens([&](GuionHost& host) { host.openCompany(name); }); };
+    }
+    if (!words.take("nueva")) words.fail("se escribe: empresa nueva, o empresa abrir");
+    static constexpr std::array<std::string_view, 5> known{"nombre", "ejercicio", "digitos", "provincia", "orden"};
+    std::map<std::string, std::string> settings;
+    while (!words.atEnd()) {
+        const std::string setting = words.keyword("un dato de la empresa");
+        if (std::ranges::find(known, setting) == known.end()) words.fail("una empresa no tiene " + setting);
+        words.equals();
+        const std::string what = "el valor de " + setting;
+        settings[setting] = setting == "nombre" ? words.text(what) : std::to_string(words.number(what));
+    }
+    if (!settings.contains("nombre")) words.fail("falta el nombre de la empresa: nombre=\"...\"");
+    return [settings](GuionOperator& person) {
+        person.betweenScreens([&](GuionHost& host) { host.createCompany(settings); });
+    };
+}
+
+Action trace(Words& words) {
+    return [on = words.yesOrNo("sí o no")](GuionOperator& person) { person.host().trace(on); };
+}
+
+// --- answers ahead
+
+Action answer(Words& words) {
+    ExpectedMessage expected;
+    expected.part = words.take("contiene");
+    if (expected.part || words.isQuoted()) expected.text = words.text("el texto del mensaje");
+    if (words.take("si"))
+        expected.answer = Answer::Yes;
+    else if (words.take("no"))
+        expected.answer = Answer::No;
+    else if (words.take("aceptar"))
+        expected.answer = Answer::Ok;
+    else if (!words.take("esc"))
+        words.fail("la respuesta a un mensaje es Sí, No, Aceptar o Esc");
+    if (words.take("con")) {
+        if (!words.take("raton")) words.fail("se escribe: con ratón");
+        expected.byMouse = true;
+    }
+    return [expected](GuionOperator& person) { person.expect(expected); };
+}
+
+Action file(Words& words) {
+    ExpectedFile expected;
+    if (words.take("propuesto"))
+        expected.proposed = true;
+    else if (!words.take("ninguno"))
+        expected.name = words.text("el nombre del fichero");
+    return [expected](GuionOperator& person) { person.expect(expected); };
+}
+
+Action search(Words& words) {
+    ExpectedSearch expected;
+    if (words.take("ninguno")) {
+        expected.leave = true;
+    } else {
+        expected.text = words.text("el texto que se busca");
+        if (words.take("fila")) expected.row = words.number("el número de la fila");
+        if (expected.row < 1) words.fail("las filas se cuentan desde 1");
+    }
+    return [expected](GuionOperator& person) { person.expect(expected); };
+}
+
+Action expectError(Words& words) {
+    if (!words.take("error")) words.fail("se escribe: esperar error");
+    ExpectedError expected;
+    if (!words.atEnd()) expected.part = words.text("el texto del error");
+    return [expected](GuionOperator& person) { person.expect(expected); };
+}
+
+// --- gestures
+
+Action type(Words& words) {
+    return [text = words.text("el texto que se escribe")](GuionOperator& person) { person.type(text); };
+}
+
+Action key(Words& words) {
+    KeyStroke stroke;
+    try {
+        stroke = keyStroke(words.text("el nombre de la tecla"));
+    } catch (const std::invalid_argument& error) {
+        words.fail(error.what());
+    }
+    int times = 1;
+    if (!words.atEnd()) times = words.number("el número de veces");
+    if (!words.take("veces")) words.take("vez");
+    return [stroke, times](GuionOperator& person) { person.key(stroke, times); };
+}
+
+Action go(Words& words) {
+    return [name = words.text(controlName)](GuionOperator& person) { person.go(name); };
+}
+
+Action press(Words& words) {
+    return [name = words.text(controlName)](GuionOperator& person) { person.press(name); };
+}
+
+template <bool value>
+Action tick(Words& words) {
+    return [name = words.text(controlName)](GuionOperator& person) { person.tick(name, value); };
+}
+
+Action choose(Words& words) {
+    const std::string name = words.text(controlName);
+    std::optional<Place> item;
+    if (!words.atEnd()) item = place(words, "el elemento");
+    return [name, item](GuionOperator& person) { person.choose(name, item); };
+}
+
+Action clickHeader(Words& words) {
+    const std::string name = words.text(controlName);
+    const Place column = place(words, "la columna");
+    return [name, column](GuionOperator& person) { person.clickHeader(name, column); };
+}
+
+Action clickRow(Words& words) {
+    const std::string name = words.text(controlName);
+    const Place row = place(words, "la fila");
+    return [name, row](GuionOperator& person) { person.clickRow(name, row); };
+}
+
+Action doubleClickRow(Words& words) {
+    const std::string name = words.text(controlName);
+    std::optional<Place> row;
+    if (!words.atEnd()) row = place(words, "la fila");
+    return [name, row](GuionOperator& person) { person.doubleClickRow(name, row); };
+}
+
+Action clickCellButton(Words& words) {
+    const std::string name = words.text(controlName);
+    const Place column = place(words, "la columna");
+    return [name, column](GuionOperator& person) { person.clickCellButton(name, column); };
+}
+
+Action close(Words&) {
+    return [](GuionOperator& person) { person.close(); };
+}
+
+// --- looking
+
+Action show(Words& words) {
+    if (words.take("propiedades")) return [](GuionOperator& person) { person.showProperties(); };
+    if (words.take("parametros")) return [](GuionOperator& person) { person.showParameters(); };
+    guion::Limits shown = limits(words);
+    if (words.atEnd()) return [shown](GuionOperator& person) { person.show(shown); };
+    const std::string name = words.text(controlName);
+    shown = limits(words);
+    return [name, shown](GuionOperator& person) { person.show(name, shown); };
+}
+
+Action check(Words& words) {
+    return [check = readCheck(words)](GuionOperator& person) { carryOut(check, person); };
+}
+
+Action exists(Words& words) {
+    return [name = words.text("el nombre del fichero")](GuionOperator& person) {
+        carryOut(Check{.subject = "existe", .arguments = {name}, .expected = "sí"}, person);
+        person.say("existe " + guion::literal(name));
+    };
+}
+
+Action sql(Words& words) {
+    const std::string text = words.text("el texto SQL");
+    return [text, shown = limits(words)](GuionOperator& person) { person.read(text, shown); };
+}
+
+Action copy(Words& words) {
+    const std::string from = words.text("el fichero que se copia");
+    const std::string to = words.text("el nombre de la copia");
+    return [from, to](GuionOperator& person) { person.copy(from, to); };
+}
+
+Action say(Words& words) {
+    return [text = words.text("el texto")](GuionOperator& person) { person.say(text); };
+}
+
+Action echo(Words& words) {
+    return [on = words.yesOrNo("sí o no")](GuionOperator& person) { person.echo(on); };
+}
+
+Action pause(Words& words) {
+    return [milliseconds = words.number("los milisegundos")](GuionOperator& person) { person.pause(milliseconds); };
+}
+
+/// The commands of docs/guion.md.
+constexpr std::array<Verb, 30> verbs{{
+    {"abrir", true, call<true>},
+    {"llamar", true, call<false>},
+    {"propiedad", false, property},
+    {"objeto", true, renewObject},
+    {"empresa", true, company},
+    {"traza", false, trace},
+    {"responder", false, answer},
+    {"fichero", false, file},
+    {"buscar", false, search},
+    {"esperar", false, expectError},
+    {"escribir", true, type},
+    {"tecla", true, key},
+    {"ir", true, go},
+    {"pulsar", true, press},
+    {"marcar", true, tick<true>},
+    {"desmarcar", true, tick<false>},
+    {"elegir", true, choose},
+    {"cabecera", true, clickHeader},
+    {"fila", true, clickRow},
+    {"doble", true, doubleClickRow},
+    {"boton", true, clickCellButton},
+    {"cerrar", true, close},
+    {"mostrar", false, show},
+    {"comprobar", false, check},
+    {"existe", false, exists},
+    {"sql", true, sql},
+    {"copiar", false, copy},
+    {"decir", false, say},
+    {"eco", false, echo},
+    {"pausa", false, pause},
+}};
+
+}  // namespace
+
+Command parseCommand(int line, std::string_view text) {
+    Words words(line, text);
+    const std::string name = words.keyword("la orden");
+    const auto verb = std::ranges::find(verbs, name, &Verb::name);
+    if (verb == verbs.end()) words.fail("no hay ninguna orden \"" + name + "\"");
+    Action action = verb->read(words);
+    words.end();
+    return {line, std::string(text), verb->acts, std::move(action)};
+}
+
+}  // namespace FendaMaestros

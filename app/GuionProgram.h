@@ -1,0 +1,65 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "app/GuionDesktop.h"
+#include "app/GuionHost.h"
+#include "component/FendaMaes.h"
+#include "session/Decorators.h"
+
+namespace FendaMaestros {
+
+/// A folder that lasts as long as this object, with what is put into it.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// The host of a script: a data folder, the company open in it, and one object of the public class.
+class GuionProgram final : public GuionHost {
+public:
+    /// No company is open yet. Without a folder, a temporary one. `trace` is told every SQL text and write while
+    /// tracing is on.
+    GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<std::filesystem::path>& folder);
+    ~GuionProgram() override;
+
+    /// Opens the company of that name; without one the first of the folder, which in a temporary folder is the
+    /// demonstration company. Throws std::exception, in Spanish, when that cannot be done.
+    void start(const std::optional<std::string>& company);
+
+    Desktop& desktop() override { return *desktop_.desktop; }
+    Gestures& gestures() override { return *desktop_.gestures; }
+    int pointer() const override { return desktop_.pointer(); }
+    FendaMaes& component() override { return *component_; }
+    std::vector<std::pair<std::string, std::string>> properties() const override;
+    void setProperty(const std::string& name, const std::string& value) override;
+    void renewObject() override;
+    void createCompany(const std::map<std::string, std::string>& settings) override;
+    void openCompany(const std::string& name) override;
+    SesionBd* session() override { return session_.get(); }
+    void trace(bool on) override { tracing_ = on; }
+
+private:
+    void use(std::unique_ptr<SesionBd> session);
+
+    std::optional<TemporaryFolder> temporary_;
+    std::filesystem::path folder_;
+    GuionDesktop desktop_;
+    TraceSink trace_;
+    bool tracing_ = false;
+    RegistroComponentes components_;
+    std::unique_ptr<SesionBd> session_;
+    std::unique_ptr<FendaMaes> component_;
+};
+
+}  // namespace FendaMaestros
