@@ -1,11 +1,12 @@
-// Exporting 100,000 rows of 4 columns against the bare library writing the same cells in constant memory.
+// Exporting 100,000 rows of 4 columns against the bare library writing the same cells, with the same
+// formats, in constant memory.
 
 #include <malloc.h>
 #include <xlsxwriter.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -71,10 +72,13 @@ struct Bare {
         lxw_worksheet* sheet = workbook_add_worksheet(book, nullptr);
         lxw_format* amount = workbook_add_format(book);
         format_set_num_format(amount, "##,###,##0.00 ");
+        format_set_align(amount, LXW_ALIGN_RIGHT);
+        lxw_format* left = workbook_add_format(book);
+        format_set_align(left, LXW_ALIGN_LEFT);
         for (int row = 0; row < rowCount; ++row) {
             const auto at = static_cast<lxw_row_t>(row);
             const auto i = static_cast<std::size_t>(row);
-            worksheet_write_number(sheet, at, 0, row, nullptr);
+            worksheet_write_number(sheet, at, 0, row, left);
             worksheet_write_string(sheet, at, 1, codes[i].c_str(), nullptr);
             worksheet_write_string(sheet, at, 2, descriptions[i].c_str(), nullptr);
             worksheet_write_number(sheet, at, 3, balance(row), amount);
@@ -83,11 +87,12 @@ struct Bare {
     }
 };
 
+/// Of the processor, so that what else runs on the machine weighs less.
 template <class Work>
 double seconds(Work&& work) {
-    const auto start = std::chrono::steady_clock::now();
+    const std::clock_t start = std::clock();
     work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 /// Resident memory in KiB as the system counts it: "VmRSS" now, "VmHWM" the most so far.
@@ -121,7 +126,7 @@ int main() {
     malloc_trim(0);
     const long before = memory("VmRSS");
     component.GridToExcel(rows, grid);
-    const long grown = memory("VmHWM") - std::max(before, 0L);
+    const long grown = memory("VmHWM") - before;
 
     const Bare bare;
     double best = 1e9, bestBare = 1e9;

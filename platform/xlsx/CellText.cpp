@@ -10,6 +10,11 @@ constexpr std::size_t longest = 32767;
 
 bool isPlain(unsigned char c) { return c >= ' ' && c < 127; }
 
+std::string_view plainRun(std::string_view text) {
+    const auto end = std::ranges::find_if_not(text, isPlain);
+    return text.substr(0, static_cast<std::size_t>(end - text.begin()));
+}
+
 bool isContinuation(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
 }
@@ -47,10 +52,16 @@ void toCellText(std::string_view text, std::string& cell) {
     }
     cell.clear();
     std::size_t units = 0;
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = 0; at < text.size() && units < longest;) {
+        const std::string_view plain = plainRun(text.substr(at, longest - units));
+        cell += plain;
+        units += plain.size();
+        at += plain.size();
+        if (at == text.size()) return;
+
         const std::size_t size = characterAt(text, at);
         units += size == 4 ? 2 : 1;
-        if (units > longest) break;
+        if (units > longest) return;
         if (size == 0)
             cell += "\uFFFD";
         else if (isControl(text[at]))

@@ -135,8 +135,15 @@ private:
             const std::string number = sheetFormat(columns_[i].NumberFormat);
             if (!number.empty()) format_set_num_format(formats_[i], number.c_str());
             const auto at = static_cast<lxw_col_t>(i);
-            check(worksheet_set_column_pixels(sheet_, at, at, pixels(columns_[i]), formats_[i]));
+            check(worksheet_set_column_pixels(sheet_, at, at, pixels(columns_[i]), formatOfTexts(i)));
         }
+    }
+
+    /// None for texts that stand where a sheet puts them by itself: the library looks a format up for every cell.
+    lxw_format* formatOfTexts(std::size_t column) const {
+        const GridColumn& shown = columns_[column];
+        const bool plain = shown.TextAlignment == Alignment::Left && shown.NumberFormat.empty();
+        return plain ? nullptr : formats_[column];
     }
 
     static std::uint32_t pixels(const GridColumn& column) {
@@ -174,13 +181,13 @@ private:
     void writeCell(lxw_row_t at, std::size_t column, const Recordset& rows, int row) {
         const GridColumn& shown = columns_[column];
         const std::string_view text = rows.textView(row, shown.SourceColumn);
-        if (!text.empty() && shown.NumberFormat.empty()) return writeText(at, column, text, formats_[column]);
+        if (!text.empty() && shown.NumberFormat.empty()) return writeText(at, column, text, formatOfTexts(column));
 
         const Variant value = rows.cell(row, shown.SourceColumn);
         if (value.isNull()) return;
         const bool isText = std::holds_alternative<std::string>(value.storage());
         if (isText || !isNumberOfSheet(value))
-            return writeText(at, column, format(value, shown.NumberFormat), formats_[column]);
+            return writeText(at, column, format(value, shown.NumberFormat), formatOfTexts(column));
         check(worksheet_write_number(sheet_, at, static_cast<lxw_col_t>(column), value.real(), formats_[column]));
     }
 
