@@ -137,9 +137,6 @@ void GuionOperator::guarded(Action&& action) {
     try {
         action();
         return rethrowFailure();
-    } catch (const std::invalid_argument& error) {
-        rethrowFailure();
-        fail(error.what());
     } catch (const std::exception& error) {
         rethrowFailure();
         sentence = error.what();

@@ -30,7 +30,7 @@ DtrListado::DtrListado(std::string name, std::string caption, const Column& code
     top.Labels = {
         {"Etiqueta13", "", {0, 0, titleWidth, 440}, company, true},
         {"Etiqueta17", "", {0, 500, titleWidth, 340}, title, true},
-        {"Etiqueta20", "Página %p de %P", {asideLeft, 120, asideWidth, 280}, aside},
+        {"Etiqueta20", "Pagina %p de %P", {asideLeft, 120, asideWidth, 280}, aside},
         {"Etiqueta2", "Fecha %d", {asideLeft, 540, asideWidth, 280}, aside},
         {"Etiqueta7", code.heading, {0, 1100, codeWidth, rowHeight}, heading, true},
         {"Etiqueta6", description.heading, {descriptionLeft, 1100, descriptionWidth, rowHeight}, heading, true},
