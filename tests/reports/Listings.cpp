@@ -51,7 +51,7 @@ TEST_F(Listings, MassesPrintUnderTheCompanysHead) {
     EXPECT_EQ(printed(*seen, 0),
               "850,850 Times New Roman 16b Ñandú & Hijos, 100%pura lana\n"
               "850,1350 Arial 12 Fenda. Listado de Masas Patrimoniales\n"
-              "8456,970 Arial 9 >Página 1 de 1\n"
+              "8456,970 Arial 9 >Pagina 1 de 1\n"
               "8456,1390 Arial 9 >Fecha " +
                   desktop.today().text() +
                   "\n"
