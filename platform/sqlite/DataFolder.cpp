@@ -27,12 +27,15 @@ Kind kindOf(const std::error_code& error) {
     return error == std::errc::no_space_on_device ? Kind::Full : Kind::Other;
 }
 
+std::string guillemets(const std::string& text) { return "«" + text + "»"; }
+
 bool isThere(const fs::path& file) {
     std::error_code error;
-    return fs::exists(file, error);
+    const bool there = fs::exists(file, error);
+    if (error)
+        throw ErrorBd(kindOf(error), "No se puede leer " + guillemets(file.string()), error.value(), error.message());
+    return there;
 }
-
-std::string guillemets(const std::string& text) { return "«" + text + "»"; }
 
 /// Carries out `work`; its error says first what could not be done.
 template <class Work>

@@ -103,6 +103,15 @@ bool onlyBlanks(std::string_view text) {
     return true;
 }
 
+/// Whether a text begins as a read does.
+bool beginsAsRead(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < text.size() && isWordByte(text[length])) ++length;
+    const auto word = text.substr(0, length);
+    return text::equalIgnoringCase(word, "SELECT") || text::equalIgnoringCase(word, "WITH");
+}
+
 /// The one statement of a text; texts with more behind it are refused.
 StatementHandle prepareOne(const Database& database, const std::string& sql) {
     sqlite3_stmt* statement = nullptr;
@@ -160,10 +169,11 @@ CachedStatement& SqliteConexion::reader(std::string_view sql) {
     scan(sql, shape_);
     if (auto* known = readers_.find(shape_.text)) return *known;
 
+    const char* noRead = "La consulta no se ejecuta: solo se admiten lecturas.";
+    if (!beginsAsRead(shape_.text)) refuse(noRead);
     auto handle = prepareOne(database_, translate(shape_.text));
     auto* statement = handle.get();
-    if (!sqlite3_stmt_readonly(statement) || sqlite3_column_count(statement) == 0 || sqlite3_stmt_isexplain(statement))
-        refuse("La consulta no se ejecuta: solo se admiten lecturas.");
+    if (!sqlite3_stmt_readonly(statement) || sqlite3_column_count(statement) == 0) refuse(noRead);
     if (sqlite3_bind_parameter_count(statement) != static_cast<int>(shape_.literals.size()))
         refuse("La consulta contiene parámetros.");
     return readers_.add(shape_.text, {std::move(handle), columnNames(statement)});

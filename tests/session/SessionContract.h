@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "session/ErrorBd.h"
+#include "session/SesionSql.h"
+
+namespace FendaMaestros::tests {
+
+/// An adapter of ConexionBd that the contract is checked on: a fresh pair of empty databases for each case.
+struct Backend {
+    std::string name;
+    std::function<std::shared_ptr<ConexionBd>()> open;
+};
+
+std::vector<Backend> backends();
+inline std::string nameOf(const ::testing::TestParamInfo<Backend>& chosen) { return chosen.param.name; }
+
+struct Cell {
+    const char* column;
+    Variant value;
+};
+
+class SessionContract : public ::testing::TestWithParam<Backend> {
+protected:
+    SessionContract() : connection(GetParam().open()), session(connection, {}) {}
+
+    /// Texts are written as text, numbers as numbers, a null as NULL.
+    void insert(const char* table, std::initializer_list<Cell> cells);
+    std::shared_ptr<Recordset> read(std::string_view sql) { return connection->Execute(sql); }
+    /// The first column of every row, as texts parted by blanks.
+    std::string column(std::string_view sql);
+    Variant value(std::string_view sql) { return read(sql)->cell(0, 0); }
+    /// A chart with accounts of both plans, journal lines, invoices, identities and balances.
+    void insertCompany();
+
+    std::shared_ptr<ConexionBd> connection;
+    SesionSql session;
+};
+
+/// The kind of error that a call throws; fails when it throws none.
+template <class Call>
+ErrorBd::Kind errorOf(Call&& call) {
+    try {
+        call();
+    } catch (const ErrorBd& error) {
+        EXPECT_STRNE(error.what(), "");
+        return error.kind();
+    }
+    ADD_FAILURE() << "no error";
+    return ErrorBd::Kind::Other;
+}
+
+/// A text of a screen and the rows it gives on insertCompany().
+struct ScreenText {
+    const char* sql;
+    int rows;
+};
+
+std::vector<ScreenText> screenTexts();
+
+}  // namespace FendaMaestros::tests
