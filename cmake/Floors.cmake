@@ -6,6 +6,10 @@ option(FENDA_SANITIZE "Build with address and undefined-behaviour sanitizers" OF
 add_library(fenda_options INTERFACE)
 target_include_directories(fenda_options INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
 target_compile_options(fenda_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+# g++ 12 sees an overlap in optimised `"literal" + std::string` that is not there.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  target_compile_options(fenda_options INTERFACE -Wno-restrict)
+endif()
 if(FENDA_WARNINGS_AS_ERRORS)
   target_compile_options(fenda_options INTERFACE -Werror)
 endif()

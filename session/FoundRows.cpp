@@ -29,10 +29,16 @@ std::string_view FoldedColumn::text(int row) {
 }
 
 void FoldedColumn::fold() {
+    std::size_t bytes = 0;
+    for (int row = 0; row < rows_->rowCount(); ++row) bytes += rows_->textView(row, column_).size();
+    texts_.reserve(bytes);
     ends_.reserve(static_cast<std::size_t>(rows_->rowCount()));
     for (int row = 0; row < rows_->rowCount(); ++row) {
         const std::string_view text = rows_->textView(row, column_);
-        texts_ += text.empty() ? rows_->cell(row, column_).text() : text::folded(text);
+        if (text.empty())
+            texts_ += rows_->cell(row, column_).text();
+        else
+            text::appendFolded(texts_, text);
         ends_.push_back(texts_.size());
     }
 }

@@ -107,8 +107,10 @@ void frmBuscar::moveBy(int rows) {
 void frmBuscar::choose() {
     const int row = found_->currentRow();
     if (row < 0) return;
-    for (int column = 0; column < found_->columnCount(); ++column)
-        result_ += (column == 0 ? "" : "\x01") + found_->cell(row, column).text();
+    for (int column = 0; column < found_->columnCount(); ++column) {
+        if (column > 0) result_ += '\x01';
+        result_ += found_->cell(row, column).text();
+    }
     unload();
 }
 

@@ -47,31 +47,10 @@ char32_t upper(char32_t c) {
     return c;
 }
 
-/// Base letters of U+00C0 to U+00FF; '.' marks what is no accented letter.
+/// What folding makes of U+00C0 to U+00FF: a base letter, or '.' for what is no accented letter.
 constexpr std::string_view latinBases = "aaaaaa.ceeeeiiii.nooooo.ouuuuy..aaaaaa.ceeeeiiii.nooooo.ouuuuy.y";
-
-char32_t fold(char32_t c) {
-    if (c >= 'A' && c <= 'Z') return c + 32;
-    if (c >= 0xC0 && c <= 0xFF && latinBases[c - 0xC0] != '.') return static_cast<unsigned char>(latinBases[c - 0xC0]);
-    if (c == 0xC6) return 0xE6;
-    return c;
-}
-
-template <class Change>
-std::string mapped(std::string_view utf8, Change change) {
-    std::string result;
-    result.reserve(utf8.size());
-    for (std::size_t at = 0; at < utf8.size();) {
-        const Decoded next = decode(utf8, at);
-        const char32_t changed = change(next.character);
-        if (changed == next.character)
-            result.append(utf8, at, next.bytes);
-        else
-            append(result, changed);
-        at += next.bytes;
-    }
-    return result;
-}
+/// First byte of U+00C0 to U+00FF.
+constexpr char latinLead = '\xC3';
 
 }  // namespace
 
@@ -95,11 +74,46 @@ std::string trim(std::string_view utf8) {
 std::string trimEnd(std::string_view utf8) { return std::string(utf8.substr(0, utf8.find_last_not_of(blanks) + 1)); }
 
 std::string upper(std::string_view utf8) {
-    return mapped(utf8, [](char32_t c) { return upper(c); });
+    std::string result;
+    result.reserve(utf8.size());
+    for (std::size_t at = 0; at < utf8.size();) {
+        const Decoded next = decode(utf8, at);
+        const char32_t capital = upper(next.character);
+        if (capital == next.character)
+            result.append(utf8, at, next.bytes);
+        else
+            append(result, capital);
+        at += next.bytes;
+    }
+    return result;
 }
 
 std::string folded(std::string_view utf8) {
-    return mapped(utf8, [](char32_t c) { return fold(c); });
+    std::string result;
+    appendFolded(result, utf8);
+    return result;
+}
+
+void appendFolded(std::string& to, std::string_view utf8) {
+    const std::size_t before = to.size();
+    to.resize(before + utf8.size());
+    char* out = to.data() + before;
+    for (std::size_t at = 0; at < utf8.size(); ++at) {
+        const char byte = utf8[at];
+        if (byte != latinLead || at + 1 == utf8.size() || !isContinuation(utf8[at + 1])) {
+            *out++ = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : byte;
+            continue;
+        }
+        const char second = utf8[++at];
+        const char base = latinBases[static_cast<unsigned char>(second) & 0x3F];
+        if (base != '.') {
+            *out++ = base;
+        } else {
+            *out++ = latinLead;
+            *out++ = second == '\x86' ? '\xA6' : second;  // Æ to æ
+        }
+    }
+    to.resize(static_cast<std::size_t>(out - to.data()));
 }
 
 void append(std::string& utf8, char32_t c) {

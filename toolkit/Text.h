@@ -16,6 +16,8 @@ std::string trimEnd(std::string_view utf8);
 std::string upper(std::string_view utf8);
 /// What a search compares: small Latin letters without their accents (ñ counts as n).
 std::string folded(std::string_view utf8);
+/// Appends folded(utf8), which is never longer than utf8.
+void appendFolded(std::string& to, std::string_view utf8);
 /// Appends one character.
 void append(std::string& utf8, char32_t character);
 /// The characters of a text.
