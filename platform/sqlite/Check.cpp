@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include <cerrno>
-
 #include "session/ErrorBd.h"
 
 namespace FendaMaestros::sqlite {
@@ -45,13 +43,6 @@ const Failure& find(int code) {
     return unknown;
 }
 
-/// A file that cannot be opened for want of rights counts as one.
-int meaningOf(int code, sqlite3* database) {
-    if ((code & 0xff) != SQLITE_CANTOPEN || !database) return code;
-    const int error = sqlite3_system_errno(database);
-    return error == EACCES || error == EPERM || error == EROFS ? SQLITE_PERM : code;
-}
-
 const char* sentence(int extended, const Failure& failure) {
     if (extended == SQLITE_CONSTRAINT_UNIQUE || extended == SQLITE_CONSTRAINT_PRIMARYKEY)
         return "Ya existe un registro con ese mismo valor.";
@@ -65,7 +56,7 @@ void check(int code, sqlite3* database) {
     if (code == SQLITE_OK || code == SQLITE_ROW || code == SQLITE_DONE) return;
     const bool current = database && (sqlite3_errcode(database) & 0xff) == (code & 0xff);
     const int extended = current ? sqlite3_extended_errcode(database) : code;
-    const auto& failure = find(meaningOf(code, database));
+    const auto& failure = find(code);
     throw ErrorBd(failure.kind, sentence(extended, failure), extended,
                   current ? sqlite3_errmsg(database) : sqlite3_errstr(code));
 }

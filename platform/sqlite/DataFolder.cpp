@@ -1,6 +1,8 @@
 #include "platform/sqlite/DataFolder.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
@@ -35,6 +37,17 @@ bool isThere(const fs::path& file) {
     if (error)
         throw ErrorBd(kindOf(error), "No se puede leer " + guillemets(file.string()), error.value(), error.message());
     return there;
+}
+
+/// The engine does not say why it cannot create a file; the system does.
+void createEmpty(const fs::path& file) {
+    if (auto* handle = std::fopen(file.string().c_str(), "wb")) {
+        std::fclose(handle);
+        return;
+    }
+    const auto error = std::error_code(errno, std::generic_category());
+    throw ErrorBd(kindOf(error), "No se puede escribir el fichero " + guillemets(file.string()), error.value(),
+                  error.message());
 }
 
 /// Carries out `work`; its error says first what could not be done.
@@ -174,8 +187,8 @@ void DataFolder::create(const CompanyData& company, const Filler& fill) const {
 
 void DataFolder::createFile(const fs::path& file, const Filler& fill) const {
     const auto aside = fs::path(file).replace_extension(".nueva");
+    createEmpty(aside);
     std::error_code error;
-    fs::remove(aside, error);
     try {
         Database database(aside, Database::Mode::Create, busyTimeout_);
         database.execute("BEGIN");
