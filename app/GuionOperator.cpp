@@ -289,6 +289,7 @@ void GuionOperator::go(const std::string& name) {
     if (dynamic_cast<CommandButton*>(&target)) fail(name + " es un mando: con el ratón se pulsa (pulsar)");
     if (dynamic_cast<CheckBox*>(&target)) fail(name + " es una casilla: con el ratón se marca (marcar, desmarcar)");
     if (dynamic_cast<OptionButton*>(&target)) fail(name + " es una opción: con el ratón se elige (elegir)");
+    if (top().activeControl() == &target) return;
     if (reaches(top(), target)) host_->gestures().click(top(), target);
 }
 

@@ -62,13 +62,31 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
             event->accept();
             return true;
         case QEvent::MouseButtonPress:
-            return clickRefused(at);
+            return mousePressed(at);
+        case QEvent::MouseButtonRelease:
+            mouseReleased(at);
+            return false;
         case QEvent::Wheel:
             // Rolling over a list that is closed must not choose another item.
             return FormWindow::around(at) && qobject_cast<QComboBox*>(&at);
         default:
             return false;
     }
+}
+
+bool InputFilter::mousePressed(QWidget& at) {
+    auto* const edit = qobject_cast<QLineEdit*>(&at);
+    const bool hadFocus = at.hasFocus();
+    if (clickRefused(at)) return true;
+    selectOnRelease_ = edit && !hadFocus && edit->hasSelectedText() ? edit : nullptr;
+    return false;
+}
+
+void InputFilter::mouseReleased(QWidget& at) {
+    QLineEdit* const edit = selectOnRelease_;
+    if (edit != &at) return;
+    selectOnRelease_ = nullptr;
+    if (!edit->hasSelectedText()) edit->selectAll();
 }
 
 bool InputFilter::keyPressed(QWidget& at, const QKeyEvent& event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QLineEdit>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -20,10 +21,14 @@ public:
 private:
     bool keyPressed(QWidget& at, const QKeyEvent& event);
     bool keyReleased(QWidget& at, const QKeyEvent& event);
+    bool mousePressed(QWidget& at);
+    void mouseReleased(QWidget& at);
 
     /// The window of a form in which each key went down, by key. The release of a key counts only there: one that
     /// dismissed a message or a list belongs to nobody.
     std::map<quint32, QPointer<QWidget>> pressedIn_;
+    /// The field whose text stays selected when the click that brought the focus there ends without marking a part.
+    QPointer<QLineEdit> selectOnRelease_;
 };
 
 }  // namespace FendaMaestros::qt
