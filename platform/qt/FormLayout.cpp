@@ -17,6 +17,8 @@ namespace {
 
 using Kind = Arrangement::Kind;
 
+constexpr int airOverButtons = 5;
+
 bool isTall(const Control* control) {
     return dynamic_cast<const DataGrid*>(control) || dynamic_cast<const ListView*>(control) ||
            dynamic_cast<const PageView*>(control);
@@ -79,6 +81,7 @@ private:
                 box.addWidget(framed(node), stretch);
                 break;
             case Kind::Buttons:
+                if (box.direction() == QBoxLayout::TopToBottom) box.addSpacing(airOverButtons);
                 box.addLayout(buttons(node.children), stretch);
                 break;
             case Kind::Filling:

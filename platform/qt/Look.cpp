@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
-#include <QStyleFactory>
 #include <QTranslator>
+
+#include "platform/qt/CalmStyle.h"
 
 namespace FendaMaestros::qt {
 
@@ -11,9 +12,12 @@ namespace {
 
 constexpr Color white = 16777215;
 
-QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
-    const auto part = [&](int first, int second) { return static_cast<int>(first + (second - first) * shareOfB); };
-    return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
+QtMessageHandler previousHandler = nullptr;
+
+/// A platform without a display cannot do all that a window asks of it, and says so at every turn.
+void dropPlatformRemarks(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (text.startsWith("This plugin does not support")) return;
+    if (previousHandler) previousHandler(type, context, text);
 }
 
 QColor textOn(const QColor& back) {
@@ -40,7 +44,12 @@ QPalette fieldPalette(Color back, bool locked) {
 }
 
 void applyLook(QApplication& application) {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (!previousHandler) previousHandler = qInstallMessageHandler(dropPlatformRemarks);
+    auto* const style = new CalmStyle;
+    QApplication::setStyle(style);
+    // A desktop with colours of its own keeps them.
+    const bool bare = QApplication::palette().window() == QProxyStyle("Fusion").standardPalette().window();
+    if (bare) QApplication::setPalette(style->standardPalette());
     auto* spanish = new QTranslator(&application);
     if (spanish->load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(spanish);

@@ -1,5 +1,7 @@
 #include "platform/qt/Pdf.h"
 
+#include <QBuffer>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPdfWriter>
@@ -14,6 +16,7 @@ namespace FendaMaestros {
 namespace {
 
 constexpr int twipsPerInch = 1440;
+constexpr double twipsPerPoint = 20;
 
 /// Fonts need an application; a program without windows gets one that asks for no display.
 void ensureApplication() {
@@ -29,34 +32,37 @@ void ensureApplication() {
     throw std::runtime_error("No se puede escribir el fichero " + path + ": " + reason.toStdString());
 }
 
-void paintPages(QPdfWriter& writer, const PagedDocument& document, const std::string& path) {
-    QPainter painter;
-    if (!painter.begin(&writer)) fail(path, "no se puede empezar el documento.");
+QByteArray makePdf(const PagedDocument& document) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setTitle(QString::fromStdString(document.title()));
+    writer.setCreator("FendaMaestros");
+    writer.setResolution(twipsPerInch);
+    const QSizeF points(document.pageWidth() / twipsPerPoint, document.pageHeight() / twipsPerPoint);
+    writer.setPageSize(QPageSize(points, QPageSize::Point, {}, QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+
+    QPainter painter(&writer);
     for (int index = 0; index < document.pageCount(); ++index) {
         if (index > 0) writer.newPage();
         qt::paintPage(painter, document.page(index));
     }
+    painter.end();
+    return buffer.data();
 }
 
 }  // namespace
 
+/// Whole in memory first: the engine that makes the file does not tell when a write fails.
 void writePdf(const PagedDocument& document, const std::string& path) {
     ensureApplication();
-    QSaveFile file(QString::fromStdString(path));
+    const QFileInfo there(QString::fromStdString(path));
+    if (there.exists() && !there.isFile()) fail(path, "no es un fichero normal.");
+    QSaveFile file(there.filePath());
     if (!file.open(QIODevice::WriteOnly)) fail(path, file.errorString());
-    {
-        QPdfWriter writer(&file);
-        writer.setTitle(QString::fromStdString(document.title()));
-        writer.setCreator("FendaMaestros");
-        writer.setResolution(twipsPerInch);
-        constexpr double twipsPerPoint = 20;
-        writer.setPageSize(
-            QPageSize(QSizeF(document.pageWidth() / twipsPerPoint, document.pageHeight() / twipsPerPoint),
-                      QPageSize::Point, {}, QPageSize::ExactMatch));
-        writer.setPageMargins(QMarginsF());
-        paintPages(writer, document, path);
-    }
-    if (!file.commit()) fail(path, file.errorString());
+    const QByteArray pdf = makePdf(document);
+    if (file.write(pdf) != pdf.size() || !file.flush() || !file.commit()) fail(path, file.errorString());
 }
 
 }  // namespace FendaMaestros

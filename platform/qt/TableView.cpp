@@ -199,6 +199,7 @@ void GridView::pull() {
 
 ListTableView::ListTableView(ListView& list, FormWindow& window)
     : TableView(std::make_unique<ListContent>(list), window) {
+    table().setItemDelegate(new CellButton(&table(), [](int, int) { return false; }, {}));
     QObject::connect(&table(), &QTableView::pressed, &window, [&](const QModelIndex& index) {
         window.hand([&] { window.form().selectRow(list, index.row()); });
     });

@@ -13,6 +13,7 @@ namespace {
 /// A MaxLength beyond this, or none, is a description: it takes what room there is.
 constexpr int longestFixed = 40;
 constexpr int fewestDigits = 4;
+constexpr int sideMargin = 3;
 constexpr int digitsOfLong = 32;
 
 Qt::Alignment alignmentOf(Alignment alignment) {
@@ -27,6 +28,7 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
     : box_(box), window_(window), edit_(*new QLineEdit(&window)) {
     edit_.setFocusPolicy(Qt::NoFocus);
     edit_.setAcceptDrops(false);
+    edit_.setTextMargins(sideMargin, 0, sideMargin, 0);
     edit_.setMaxLength(std::numeric_limits<int>::max());
     const int digits = stretches() ? digitsOfLong : std::max(box.MaxLength, fewestDigits);
     const int width = edit_.fontMetrics().horizontalAdvance(QString(digits + 2, '0'));

@@ -1,0 +1,281 @@
+#include "platform/qt/CalmStyle.h"
+
+#include <QIcon>
+#include <QPainter>
+#include <QPixmap>
+#include <QPushButton>
+#include <QStyleOption>
+#include <algorithm>
+
+namespace FendaMaestros::qt {
+
+namespace {
+
+constexpr qreal cornerRadius = 4;
+constexpr int fieldHeight = 28;
+constexpr QSize leastButton(96, 30);
+
+QColor lineColor(const QPalette& palette) {
+    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.24);
+}
+
+void drawPanel(QPainter& painter, const QStyleOption& option, const QBrush& fill) {
+    const bool focused = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_Enabled);
+    const qreal width = focused ? 1.6 : 1;
+    const qreal inset = width / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(focused ? option.palette.color(QPalette::Highlight) : lineColor(option.palette), width));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.restore();
+}
+
+void drawButton(QPainter& painter, const QStyleOption& option) {
+    const QColor face = option.palette.color(QPalette::Button);
+    const QColor text = option.palette.color(QPalette::ButtonText);
+    double shade = 0;
+    if (option.state & QStyle::State_Sunken)
+        shade = 0.16;
+    else if (!(option.state & QStyle::State_Enabled))
+        return drawPanel(painter, option, option.palette.color(QPalette::Window));
+    else if (option.state & QStyle::State_MouseOver)
+        shade = 0.07;
+    drawPanel(painter, option, mixed(face, text, shade));
+}
+
+void drawFocus(QPainter& painter, const QStyleOption& option) {
+    QColor line = option.palette.color(QPalette::Highlight);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(line, 1));
+    line.setAlpha(28);
+    painter.setBrush(line);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(-1.5, 0.5, 1.5, -0.5), cornerRadius, cornerRadius);
+    painter.restore();
+}
+
+void drawHeader(QPainter& painter, const QStyleOption& option, bool parted) {
+    const QColor window = option.palette.color(QPalette::Window);
+    const QColor text = option.palette.color(QPalette::WindowText);
+    const bool pressed = option.state & QStyle::State_Sunken;
+    const QColor line = lineColor(option.palette);
+    const QRect& cell = option.rect;
+    constexpr int gap = 6;
+    painter.fillRect(cell, mixed(window, text, pressed ? 0.14 : 0.03));
+    painter.fillRect(cell.left(), cell.bottom(), cell.width(), 1, line);
+    if (parted) painter.fillRect(cell.right(), cell.top() + gap, 1, cell.height() - 2 * gap, line);
+}
+
+/// The box of a check or the circle of an option, filled with the highlight colour when it is on.
+void drawIndicator(QPainter& painter, const QStyleOption& option, bool round) {
+    const bool on = option.state & QStyle::State_On;
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const QColor mark = option.palette.color(enabled ? QPalette::Highlight : QPalette::Mid);
+    const QColor off = option.palette.color(enabled ? QPalette::Base : QPalette::Window);
+    const QRectF box = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    const qreal radius = round ? box.width() / 2 : 3;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(on ? mark : mixed(lineColor(option.palette), option.palette.color(QPalette::WindowText), 0.25));
+    painter.setBrush(on ? mark : off);
+    painter.drawRoundedRect(box, radius, radius);
+    painter.translate(box.center());
+    painter.scale(box.width() / 13, box.width() / 13);
+    painter.setBrush(Qt::white);
+    painter.setPen(on && round ? Qt::NoPen : QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF tick[] = {{-3.4, 0.2}, {-1, 2.6}, {3.4, -2.6}};
+    if (on && round) painter.drawEllipse(QPointF(), 2.4, 2.4);
+    if (on && !round) painter.drawPolyline(tick, 3);
+    painter.restore();
+}
+
+/// Room that the title of a frame takes above it.
+int titleHeight(const QStyleOptionGroupBox& frame) {
+    constexpr int air = 5;
+    return frame.text.isEmpty() ? 0 : frame.fontMetrics.height() + air;
+}
+
+void drawChevron(QPainter& painter, const QRect& place, const QColor& color) {
+    const QPointF center = QRectF(place).center();
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QPointF chevron[] = {center + QPointF(-3.5, -1.5), center + QPointF(0, 2), center + QPointF(3.5, -1.5)};
+    painter.drawPolyline(chevron, 3);
+    painter.restore();
+}
+
+/// The sign of a message and its colour.
+struct Sign {
+    QString letter;
+    QColor color;
+};
+
+Sign signOf(QStyle::StandardPixmap icon) {
+    switch (icon) {
+        case QStyle::SP_MessageBoxQuestion:
+            return {"?", QColor(37, 99, 175)};
+        case QStyle::SP_MessageBoxInformation:
+            return {"i", QColor(37, 99, 175)};
+        case QStyle::SP_MessageBoxWarning:
+            return {"!", QColor(202, 118, 12)};
+        case QStyle::SP_MessageBoxCritical:
+            return {"×", QColor(192, 45, 45)};
+        default:
+            return {};
+    }
+}
+
+QIcon drawSign(const Sign& sign) {
+    constexpr int size = 128;
+    QPixmap picture(size, size);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(sign.color);
+    painter.drawEllipse(picture.rect().adjusted(8, 8, -8, -8));
+    QFont font = painter.font();
+    font.setPixelSize(size * 5 / 8);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(Qt::white);
+    painter.drawText(picture.rect(), Qt::AlignCenter, sign.letter);
+    return picture;
+}
+
+}  // namespace
+
+QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
+    const auto part = [&](int first, int second) { return static_cast<int>(first + (second - first) * shareOfB); };
+    return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
+}
+
+CalmStyle::CalmStyle() : QProxyStyle("Fusion") {}
+
+QPalette CalmStyle::standardPalette() const {
+    QPalette palette = QProxyStyle::standardPalette();
+    const QColor ink(31, 35, 40);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, ink);
+        palette.setColor(QPalette::Disabled, role, QColor(148, 153, 160));
+    }
+    palette.setColor(QPalette::Window, QColor(243, 244, 246));
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::Base, QColor(243, 244, 246));
+    palette.setColor(QPalette::AlternateBase, QColor(247, 248, 250));
+    palette.setColor(QPalette::Button, QColor(253, 253, 254));
+    palette.setColor(QPalette::Highlight, QColor(37, 99, 175));
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(37, 99, 175));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+    switch (element) {
+        case PE_PanelLineEdit: {
+            const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            if (!frame || frame->lineWidth <= 0) break;
+            return drawPanel(*painter, *option, option->palette.brush(QPalette::Base));
+        }
+        case PE_FrameGroupBox:
+            return drawPanel(*painter, *option, Qt::NoBrush);
+        case PE_PanelButtonCommand:
+            return drawButton(*painter, *option);
+        case PE_FrameFocusRect:
+            if (!qobject_cast<const QPushButton*>(widget)) drawFocus(*painter, *option);
+            return;
+        case PE_IndicatorCheckBox:
+            return drawIndicator(*painter, *option, false);
+        case PE_IndicatorRadioButton:
+            return drawIndicator(*painter, *option, true);
+        case PE_Frame:
+            painter->setPen(lineColor(option->palette));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        default:
+            break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    if (element == CE_HeaderEmptyArea) return drawHeader(*painter, *option, false);
+    if (element == CE_HeaderSection) {
+        const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option);
+        const bool last = header && (header->position == QStyleOptionHeader::End ||
+                                     header->position == QStyleOptionHeader::OnlyOneSection);
+        return drawHeader(*painter, *option, !last);
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const {
+    const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (control != CC_ComboBox || !combo || combo->editable)
+        return QProxyStyle::drawComplexControl(control, option, painter, widget);
+    const bool enabled = option->state & State_Enabled;
+    drawPanel(*painter, *option, option->palette.color(enabled ? QPalette::Base : QPalette::Window));
+    const QRect arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
+    drawChevron(*painter, arrow, option->palette.color(enabled ? QPalette::Text : QPalette::Mid));
+}
+
+QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                const QWidget* widget) const {
+    const auto* frame = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+    if (control != CC_GroupBox || !frame) return QProxyStyle::subControlRect(control, option, part, widget);
+    if (part == SC_GroupBoxFrame || part == SC_GroupBoxContents)
+        return option->rect.adjusted(0, titleHeight(*frame), 0, 0);
+    constexpr int indent = 2;
+    return {indent, 0, option->rect.width() - indent, frame->fontMetrics.height()};
+}
+
+int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+    switch (metric) {
+        case PM_LayoutLeftMargin:
+        case PM_LayoutTopMargin:
+        case PM_LayoutRightMargin:
+        case PM_LayoutBottomMargin:
+            return 14;
+        case PM_LayoutHorizontalSpacing:
+        case PM_LayoutVerticalSpacing:
+            return 9;
+        case PM_HeaderMargin:
+            return 6;
+        case PM_FocusFrameHMargin:
+            return 5;
+        case PM_ButtonShiftHorizontal:
+        case PM_ButtonShiftVertical:
+            return 0;
+        default:
+            return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                                  const QWidget* widget) const {
+    const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+    if (type == CT_PushButton) return size.expandedTo(leastButton);
+    if (type == CT_LineEdit || type == CT_ComboBox) return size.expandedTo({0, fieldHeight});
+    return size;
+}
+
+QIcon CalmStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
+    const Sign sign = signOf(icon);
+    return sign.letter.isEmpty() ? QProxyStyle::standardIcon(icon, option, widget) : drawSign(sign);
+}
+
+int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const {
+    // The letters that press a command are always underlined.
+    if (hint == SH_UnderlineShortcut) return 1;
+    if (hint == SH_ComboBox_Popup) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+}
+
+}  // namespace FendaMaestros::qt

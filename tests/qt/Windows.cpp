@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTableView>
+#include <QTimer>
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/Hands.h"
+#include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtGestures.h"
+#include "tests/support/ContractForm.h"
+
+namespace FendaMaestros::contract {
+namespace {
+
+/// Windows with a person at them: gestures come out of the event loop, as real ones do.
+class Windows : public testing::Test {
+protected:
+    /// Does these, one after the other, each when the screen or message on top is idle.
+    void later(std::vector<std::function<void()>> steps) {
+        QTimer::singleShot(0, qApp, [this, steps = std::move(steps)]() mutable {
+            const bool inHandler = desktop.activeForm() && desktop.activeForm()->isHandling();
+            if (inHandler && !qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                return later(std::move(steps));
+            const auto step = std::move(steps.front());
+            steps.erase(steps.begin());
+            if (!steps.empty()) later(std::move(steps));
+            step();
+        });
+    }
+    static QWidget& focused() { return *QApplication::activeModalWidget()->focusWidget(); }
+    static void tap(KeyStroke stroke, const QString& text = {}) {
+        qt::hands::pressKey(focused(), stroke, text);
+        if (QApplication::activeModalWidget()) qt::hands::releaseKey(focused(), stroke, text);
+    }
+    QLineEdit& field(TextBox& box) { return static_cast<QLineEdit&>(qt::FormWindow::of(form)->viewOf(box).widget()); }
+
+    QtDesktop desktop;
+    Ficha form{desktop};
+};
+
+TEST_F(Windows, the_loop_runs_until_the_screen_closes) {
+    later({[&] {
+               tap({'1', 0}, "1");
+           },
+           [&] {
+               tap({key::Enter, 0});
+           },
+           [&] {
+               tap({'X', 0}, "x");
+           },
+           [&] {
+               tap({key::Escape, 0});
+           }});
+    form.show();
+    EXPECT_EQ(form.Codigo.Text + form.Nombre.Text, "1x");
+}
+
+TEST_F(Windows, a_handler_that_throws_under_a_nested_loop_reaches_the_caller) {
+    Ficha nested(desktop);
+    form.cmdGuardar.Click = [&] { nested.show(); };
+    nested.cmdGuardar.Click = [] { throw std::runtime_error("sin conexión"); };
+    later({[&] { tap({'G', shift::Alt}); }, [&] { tap({'G', shift::Alt}); }});
+    EXPECT_THROW(form.show(), std::runtime_error);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(Windows, the_key_that_dismisses_a_message_is_released_once_on_the_screen_below) {
+    form.cmdGuardar.Click = [&] {
+        form.warn(true);
+        form.setFocus(form.Codigo);
+    };
+    std::vector<Control*> places;
+    const auto notePlace = [&] { places.push_back(form.activeControl()); };
+    later({[&] {
+               tap({'G', shift::Alt});
+           },
+           [&] {
+               qt::hands::pressKey(focused(), {key::Enter, 0});
+           },
+           [&] {
+               qt::hands::releaseKey(focused(), {key::Enter, 0});
+               notePlace();
+               tap({key::Enter, 0});
+               notePlace();
+               tap({key::Escape, 0});
+           }});
+    form.show();
+    EXPECT_EQ(places, (std::vector<Control*>{&form.Codigo, &form.Nombre}));
+}
+
+TEST_F(Windows, messages_are_spanish_and_esc_says_no_without_a_key) {
+    std::vector<QString> texts;
+    Reply reply;
+    later({[&] {
+        for (const QPushButton* button : QApplication::activeModalWidget()->findChildren<QPushButton*>())
+            texts.push_back(button->text());
+        texts.push_back(QApplication::activeModalWidget()->windowTitle());
+        EXPECT_TRUE(static_cast<QPushButton&>(focused()).isDefault());
+        EXPECT_EQ(static_cast<QPushButton&>(focused()).text(), "&No");
+        qt::hands::pressKey(focused(), {key::Escape, 0});
+    }});
+    reply = desktop.ask({"¿Seguro?", 292, ""});
+    EXPECT_EQ(texts, (std::vector<QString>{"&Sí", "&No", "FendaMaestros"}));
+    EXPECT_EQ(reply.answer, Answer::No);
+    EXPECT_EQ(reply.key, 0);
+}
+
+TEST_F(Windows, pasted_text_passes_the_key_filter_and_keeps_the_caret) {
+    QApplication::clipboard()->setText("a1b2");
+    later({[&] {
+        tap({'8', 0}, "8");
+        tap({'9', 0}, "9");
+        tap({key::Left, 0});
+        tap({'V', shift::Control});
+        EXPECT_EQ(field(form.Codigo).cursorPosition(), 3);
+        EXPECT_EQ(field(form.Codigo).text(), "8129");
+        tap({'A', shift::Control});
+        tap({'7', 0}, "7");
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    EXPECT_EQ(form.Codigo.Text, "7");
+}
+
+TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {
+    later({[&] {
+        form.Codigo.KeyPress = [&](int&) {
+            form.Nombre.Text = "Central";
+            form.Nombre.Locked = true;
+            form.Codigo.BackColor = 65535;
+            form.Lista.bind(std::make_shared<Rows>(100'000));
+            form.cmdGuardar.Enabled = false;
+            form.Caption = "Otra";
+        };
+        tap({'1', 0}, "1");
+        const qt::FormWindow& window = *qt::FormWindow::of(form);
+        EXPECT_EQ(field(form.Nombre).text(), "Central");
+        EXPECT_TRUE(field(form.Nombre).isReadOnly());
+        EXPECT_EQ(field(form.Codigo).palette().color(QPalette::Base), QColor(255, 255, 0));
+        EXPECT_LT(qGray(field(form.Codigo).palette().color(QPalette::Text).rgb()), 80);
+        EXPECT_EQ(window.findChild<QTableView*>()->model()->rowCount(), 100'000);
+        EXPECT_EQ(window.windowTitle(), "Otra");
+        EXPECT_EQ(window.focusWidget(), &field(form.Codigo));
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
+}  // namespace
+}  // namespace FendaMaestros::contract
