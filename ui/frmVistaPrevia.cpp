@@ -11,6 +11,7 @@ namespace FendaMaestros {
 
 namespace {
 
+constexpr int fitsWidth = 0;
 constexpr int actualSize = 100;
 constexpr std::array zooms{50, 75, actualSize, 125, 150, 200, 300};
 
@@ -20,7 +21,6 @@ frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocu
     : Form(desktop), pages_(document->pageCount()) {
     Caption = document->title();
     Pagina.Document = std::move(document);
-    Pagina.Zoom = actualSize;
 
     add(Pagina, "Pagina");
     add(cmdPrimera, "cmdPrimera");
@@ -46,7 +46,7 @@ frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocu
     cmdUltima.Click = [this] { MostrarPagina(pages_ - 1); };
     cmdReducir.Click = [this] { Ampliar(-1); };
     cmdAmpliar.Click = [this] { Ampliar(1); };
-    cmdAjustar.Click = [this] { Pagina.Zoom = 0; };
+    cmdAjustar.Click = [this] { MostrarTamano(fitsWidth); };
     cmdImprimir.Click = [this] { Form::desktop().print(*Pagina.Document); };
     cmdPdf.Click = [this] { GuardarPdf(); };
     cmdSalir.Click = [this] { unload(); };
@@ -60,12 +60,16 @@ void frmVistaPrevia::MostrarPagina(int page) {
     cmdSiguiente.Enabled = cmdUltima.Enabled = Pagina.Page < pages_ - 1;
 }
 
+void frmVistaPrevia::MostrarTamano(int zoom) {
+    Pagina.Zoom = zoom;
+    cmdReducir.Enabled = zoom != zooms.front();
+    cmdAmpliar.Enabled = zoom != zooms.back();
+}
+
 void frmVistaPrevia::Ampliar(int step) {
-    const int from = Pagina.Zoom == 0 ? actualSize : Pagina.Zoom;
+    const int from = Pagina.Zoom == fitsWidth ? actualSize : Pagina.Zoom;
     const auto at = std::ranges::find(zooms, from) - zooms.begin() + step;
-    Pagina.Zoom = zooms[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at, 0, zooms.size() - 1))];
-    cmdReducir.Enabled = Pagina.Zoom > zooms.front();
-    cmdAmpliar.Enabled = Pagina.Zoom < zooms.back();
+    MostrarTamano(zooms[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at, 0, zooms.size() - 1))]);
 }
 
 void frmVistaPrevia::GuardarPdf() {

@@ -21,6 +21,9 @@ protected:
 
 private:
     void MostrarPagina(int page);
+    /// In percent; 0 fits the width.
+    void MostrarTamano(int zoom);
+    /// One step larger (1) or smaller (-1).
     void Ampliar(int step);
     void GuardarPdf();
 

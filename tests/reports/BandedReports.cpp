@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/reports/Support.h"
+#include "tests/support/ScriptedPerson.h"
 #include "ui/BandedReport.h"
 
 namespace FendaMaestros::testing {
@@ -171,10 +172,12 @@ TEST_F(Preview, EnterMovesOnWithoutPressingAnything) {
 TEST_F(Preview, ZoomsWithinItsSteps) {
     show(1, [&](Form& form) {
         const auto& page = ScriptedPerson::control<PageView>(form, "Pagina");
+        EXPECT_EQ(page.Zoom, 0);
         for (int i = 0; i < 9; ++i) person.press(form, "cmdAmpliar");
         EXPECT_EQ(page.Zoom, 300);
         person.press(form, "cmdAjustar");
         EXPECT_EQ(page.Zoom, 0);
+        EXPECT_TRUE(ScriptedPerson::control(form, "cmdAmpliar").Enabled);
         for (int i = 0; i < 9; ++i) person.press(form, "cmdReducir");
         EXPECT_EQ(page.Zoom, 50);
         EXPECT_EQ(where(form), "Página 1 de 1----");

@@ -20,7 +20,9 @@ public:
     HeadlessGestures hands;
     std::deque<Visit> visits;
     std::deque<Answer> answers;
+    /// Where to save; an empty path leaves the question without an answer.
     std::deque<std::string> files;
+    std::vector<std::string> proposals;
     std::vector<Message> messages;
 
     void attend(Form& form) override {
@@ -41,10 +43,11 @@ public:
     }
 
     std::optional<std::string> saveFile(const std::string& proposal, const std::string&) override {
+        proposals.push_back(proposal);
         if (files.empty()) throw std::logic_error("unexpected question for a file: " + proposal);
-        std::string path = files.front();
+        const std::string path = files.front();
         files.pop_front();
-        return path;
+        return path.empty() ? std::nullopt : std::optional(path);
     }
 
     void press(Form& form, const char* button) { hands.click(form, control(form, button)); }

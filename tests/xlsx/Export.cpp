@@ -118,25 +118,10 @@ TEST_F(Export, TellsNumbersFromTextsAndTextsFromFormulas) {
 }
 
 TEST_F(Export, ProposesANameThatFileSystemsTake) {
-    struct Refusing final : Operator {
-        std::string proposal, kind;
-        void attend(Form&) override {}
-        Reply answer(const Message&) override { return {}; }
-        std::optional<std::string> saveFile(const std::string& name, const std::string& what) override {
-            proposal = name;
-            kind = what;
-            return std::nullopt;
-        }
-    } refusing;
-    HeadlessDesktop unwilling(refusing);
-    KOffice component(unwilling);
-    component.GridToExcel(rows, grid);
-    EXPECT_EQ(refusing.proposal, "Listado.xlsx");
-    component.sTitulo = "Fenda. Altas/bajas: \"2026\"\n";
-    component.GridToExcel(rows, grid);
-    EXPECT_EQ(refusing.proposal, "Fenda. Altas bajas 2026.xlsx");
-    EXPECT_EQ(refusing.kind, "Hoja de cálculo (*.xlsx)");
-    EXPECT_TRUE(unwilling.openedFiles().empty());
+    exportTo("", "");
+    exportTo("", "Fenda. Altas/bajas: \"2026\"\n");
+    EXPECT_EQ(person.proposals, (std::vector<std::string>{"Listado.xlsx", "Fenda. Altas bajas 2026.xlsx"}));
+    EXPECT_TRUE(desktop.openedFiles().empty());
     EXPECT_EQ(nombreFichero("../../..", "x"), "x");
     EXPECT_EQ(nombreFichero("..a..", "x"), "a");
     std::string smiles;
