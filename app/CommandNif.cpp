@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <stdexcept>
 
 #include "taxid/Validacion.h"
@@ -59,9 +58,20 @@ private:
     std::string text_;
 };
 
-std::runtime_error failure(const char* what) {
-    return std::runtime_error(std::string(what) + ": " + std::strerror(errno));
+std::string reasonOf(int error) {
+    switch (error) {
+        case EISDIR:
+            return "es una carpeta";
+        case EBADF:
+            return "está cerrada";
+        case ENOSPC:
+            return "no queda espacio";
+        default:
+            return "error " + std::to_string(error) + " del sistema";
+    }
 }
+
+std::runtime_error failure(const std::string& what) { return std::runtime_error(what + ": " + reasonOf(errno) + "."); }
 
 std::size_t readInput(char* buffer, std::size_t size) {
     ssize_t got = 0;
@@ -74,7 +84,7 @@ std::size_t readInput(char* buffer, std::size_t size) {
 void writeOutput(std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) throw failure("No se puede escribir el resultado");
+        if (written < 0 && errno != EINTR) throw failure("No se puede escribir la salida");
         if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace FendaMaestros {
+
+/// The program: reads what it was asked for and does it. Says what went wrong in one Spanish line on standard error and
+/// never throws. Returns the exit status: 0 done, 1 it failed (for `nif`: an identifier is not valid), 2 the command
+/// line was not understood.
+int runCommandLine(int argc, char** argv);
+
+}  // namespace FendaMaestros

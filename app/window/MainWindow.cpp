@@ -1,0 +1,196 @@
+#include "app/window/MainWindow.h"
+
+#include <QActionGroup>
+#include <QGridLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <exception>
+#include <utility>
+
+#include "app/window/Tile.h"
+#include "platform/qt/KeyCodes.h"
+#include "session/ErrorBd.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr int tileColumns = 3;
+constexpr int space = 12;
+
+QKeySequence keySequence(KeyStroke stroke) {
+    Qt::KeyboardModifiers modifiers;
+    if (stroke.shift & shift::Shift) modifiers |= Qt::ShiftModifier;
+    if (stroke.shift & shift::Control) modifiers |= Qt::ControlModifier;
+    if (stroke.shift & shift::Alt) modifiers |= Qt::AltModifier;
+    return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(qt::qtKeyOf(stroke.code))));
+}
+
+QString plain(const std::string& caption) { return QString::fromStdString(caption).remove('&'); }
+
+template <class Widget>
+Widget* enlarged(Widget* widget, double factor, bool bold) {
+    QFont font = widget->font();
+    font.setPointSizeF(font.pointSizeF() * factor);
+    font.setBold(bold);
+    widget->setFont(font);
+    return widget;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Opener open)
+    : desktop_(desktop), companies_(std::move(companies)), open_(std::move(open)) {
+    addCompanyMenu();
+    addOperationMenus();
+    addHelpMenu();
+
+    auto* const content = new QWidget;
+    auto* const column = new QVBoxLayout(content);
+    column->setContentsMargins(2 * space, 2 * space, 2 * space, 2 * space);
+    column->setSpacing(space);
+    column->addWidget(makeHeader());
+    column->addWidget(makeTiles());
+    column->addStretch();
+    auto* const scroll = new QScrollArea;
+    scroll->setWidget(content);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    setCentralWidget(scroll);
+    resize(content->sizeHint() + QSize(2 * space, 5 * space + menuBar()->sizeHint().height()));
+}
+
+void MainWindow::openCompany(const std::string& company) {
+    auto opened = std::make_unique<OpenCompany>(desktop_, open_(company));
+    opened->component().Plan =
+        static_cast<std::int16_t>(planEnVigor(opened->session().Parametros().Item("Par_Ejercicio").Value.integer()));
+    company_ = std::move(opened);
+    showCompany(company);
+}
+
+void MainWindow::start(const Operation& operation) {
+    if (!company_) return;
+    const QString name = plain(operation.caption);
+    guarded(name, "«" + name + "»", [&] { operation.open(company_->component()); });
+}
+
+// --- what the window is made of
+
+void MainWindow::addCompanyMenu() {
+    QMenu* const menu = menuBar()->addMenu("&Empresa");
+    companyChoice_ = new QActionGroup(this);
+    for (const std::string& company : companies_) {
+        const QString name = QString::fromStdString(company);
+        QAction* const choice = menu->addAction(QString(name).replace('&', "&&"));
+        choice->setCheckable(true);
+        choice->setData(name);
+        companyChoice_->addAction(choice);
+        const auto position = companyChoice_->actions().size();
+        if (position <= 9) choice->setShortcut(QKeySequence(QString("Ctrl+%1").arg(position)));
+    }
+    connect(companyChoice_, &QActionGroup::triggered, this, [this](const QAction* choice) {
+        const QString name = choice->data().toString();
+        guarded(name, "abrir la empresa «" + name + "»", [&] { openCompany(name.toStdString()); });
+        if (company_) showCompany(company_->session().Parametros().Item("Par_Nombre").Value.text());
+    });
+    menu->addSeparator();
+    QAction* const leave = menu->addAction("&Salir", this, &QWidget::close);
+    leave->setShortcut(QKeySequence("Ctrl+Q"));
+}
+
+void MainWindow::addOperationMenus() {
+    QMenu* menu = nullptr;
+    std::string group;
+    for (const Operation& operation : operations()) {
+        if (operation.group != group) menu = menuBar()->addMenu(QString::fromStdString(group = operation.group));
+        QAction* const action =
+            menu->addAction(QString::fromStdString(operation.caption), this, [this, &operation] { start(operation); });
+        action->setShortcut(keySequence(operation.key));
+        action->setAutoRepeat(false);
+    }
+}
+
+void MainWindow::addHelpMenu() {
+    menuBar()->addMenu("A&yuda")->addAction("&Acerca de fenda", this, [this] {
+        desktop_.ask({"fenda " FENDA_VERSION
+                      "\nMaestros contables: tablas, identificadores fiscales y plan de cuentas.",
+                      message::Ok + message::Information, "Acerca de fenda"});
+    });
+}
+
+QWidget* MainWindow::makeHeader() {
+    auto* const header = new QWidget;
+    auto* const column = new QVBoxLayout(header);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(companyName_ = enlarged(new QLabel, 1.9, true));
+    column->addWidget(companyFacts_ = enlarged(new QLabel, 1.15, false));
+    for (QLabel* label : {companyName_, companyFacts_}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setWordWrap(true);
+    }
+    return header;
+}
+
+QWidget* MainWindow::makeTiles() {
+    auto* const tiles = new QWidget;
+    auto* const grid = new QGridLayout(tiles);
+    grid->setContentsMargins(0, space, 0, 0);
+    grid->setSpacing(space);
+    int row = -1, column = tileColumns;
+    bool first = true;
+    std::string group;
+    for (const Operation& operation : operations()) {
+        if (operation.group != group) {
+            group = operation.group;
+            if (!first) grid->setRowMinimumHeight(++row, space);
+            grid->addWidget(enlarged(new QLabel(plain(group)), 1.15, true), ++row, 0, 1, tileColumns);
+            column = tileColumns;
+        }
+        if (column == tileColumns) {
+            ++row;
+            column = 0;
+        }
+        auto* const tile = new Tile(plain(operation.caption), keySequence(operation.key));
+        connect(tile, &Tile::clicked, this, [this, &operation] { start(operation); });
+        grid->addWidget(enlarged(tile, 1.1, false), row, column++);
+        if (std::exchange(first, false)) tile->setFocus();
+    }
+    return tiles;
+}
+
+// --- what happens in it
+
+void MainWindow::guarded(const QString& title, const QString& what, const std::function<void()>& action) {
+    std::string reason;
+    try {
+        return action();
+    } catch (const ErrorBd& error) {
+        reason = error.what();
+        if (!error.nativeText().empty()) reason += "\n(" + error.nativeText() + ")";
+    } catch (const std::exception& error) {
+        reason = error.what();
+    } catch (...) {
+        reason = "Error desconocido.";
+    }
+    desktop_.ask({"No se ha podido terminar " + what.toStdString() + ".\n\n" + reason, message::Ok + message::Critical,
+                  title.toStdString()});
+}
+
+void MainWindow::showCompany(const std::string& name) {
+    const QString shown = QString::fromStdString(name);
+    const ParametrosEmpresa& parameters = company_->session().Parametros();
+    const std::int64_t year = parameters.Item("Par_Ejercicio").Value.integer();
+    const QString digits = QString::fromStdString(parameters.Item("Par_CtaNum").Value.text());
+    companyName_->setText(shown);
+    companyFacts_->setText(QString("Ejercicio %1   ·   Plan contable de %2   ·   Subcuentas de %3 dígitos")
+                               .arg(year)
+                               .arg(planEnVigor(year))
+                               .arg(digits));
+    setWindowTitle(shown + " — fenda");
+    for (QAction* choice : companyChoice_->actions()) choice->setChecked(choice->data().toString() == shown);
+}
+
+}  // namespace FendaMaestros
