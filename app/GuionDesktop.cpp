@@ -1,8 +1,8 @@
 #include "app/GuionDesktop.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
+#include "app/Window.h"
 #include "platform/headless/HeadlessDesktop.h"
 #include "platform/headless/HeadlessGestures.h"
 
@@ -23,19 +23,20 @@ GuionDesktop headlessDesktop(Operator& person) {
 #endif
     auto desktop = std::make_unique<HeadlessDesktop>(person, std::move(pdf));
     const HeadlessDesktop* const shown = desktop.get();
-    return {.desktop = std::move(desktop), .gestures = std::make_unique<HeadlessGestures>(), .pointer = [shown] {
-                return shown->pointer();
-            }};
+    return {.display = nullptr,
+            .desktop = std::move(desktop),
+            .gestures = std::make_unique<HeadlessGestures>(),
+            .pointer = [shown] { return shown->pointer(); }};
 }
 
 #ifdef FENDA_WITH_QT
 
 GuionDesktop windowDesktop(Operator& person) {
-    const bool display = std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY") || std::getenv("QT_QPA_PLATFORM");
-    if (!display) throw std::runtime_error("No hay pantalla en la que mostrar las ventanas.");
-    return {.desktop = std::make_unique<QtDesktop>(&person), .gestures = std::make_unique<QtGestures>(), .pointer = [] {
-                return QGuiApplication::overrideCursor() ? 13 : 0;
-            }};
+    auto display = openDisplay();
+    return {.display = std::move(display),
+            .desktop = std::make_unique<QtDesktop>(&person),
+            .gestures = std::make_unique<QtGestures>(),
+            .pointer = [] { return QGuiApplication::overrideCursor() ? 13 : 0; }};
 }
 
 #else

@@ -50,7 +50,7 @@ private:
 
 std::shared_ptr<void> openDisplay() {
     const std::runtime_error noDisplay(
-        "No hay pantalla donde abrir ventanas; las órdenes de «fenda --ayuda» no la necesitan.");
+        "No hay pantalla donde abrir ventanas; sin ella se puede usar «fenda guion», «fenda nif» y «fenda crear».");
     const bool chosen = isSet(platformVariable);
     if (!chosen) {
         if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY")) throw noDisplay;
