@@ -1,13 +1,17 @@
 # Runs a script in a fresh folder and compares what it prints, its exit status and its complaint with the .salida file
 # beside it. The date of today reads <hoy>.
 #
-#   cmake -DFENDA=program -DSCRIPT=x.guion -DFOLDER=fresh/folder [-DOPTIONS=--ventana] [-DREGENERATE=ON] -P comparar.cmake
+#   cmake -DFENDA=program -DSCRIPT=x.guion -DFOLDER=fresh/folder [-DGOLDEN=x.salida] [-DOPTIONS=--ventana]
+#         [-DPDF=file -DLINES=text;text] [-DREGENERATE=ON] -P comparar.cmake
 #
+# PDF: a file that the script leaves behind, in whose text these lines come in this order (where pdftotext is at hand).
 # REGENERATE writes the .salida anew instead; `cmake --build build --target golden` does so for every script. Read the
 # difference before you commit it.
 
 get_filename_component(name ${SCRIPT} NAME)
-string(REGEX REPLACE "[.]guion$" ".salida" golden ${SCRIPT})
+if(NOT GOLDEN)
+  string(REGEX REPLACE "[.]guion$" ".salida" GOLDEN ${SCRIPT})
+endif()
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 
@@ -28,17 +32,29 @@ string(TIMESTAMP today "%d/%m/%Y")
 string(REPLACE "${today}" "<hoy>" found "${found}")
 
 if(REGENERATE)
-  file(WRITE ${golden} "${found}")
+  file(WRITE ${GOLDEN} "${found}")
   return()
 endif()
 
 set(expected "")
-if(EXISTS ${golden})
-  file(READ ${golden} expected)
+if(EXISTS ${GOLDEN})
+  file(READ ${GOLDEN} expected)
 endif()
-if(found STREQUAL expected)
+if(NOT found STREQUAL expected)
+  file(WRITE ${FOLDER}/salida "${found}")
+  execute_process(COMMAND diff -u ${GOLDEN} ${FOLDER}/salida)
+  message(FATAL_ERROR "${name} no da lo que se esperaba. ${complaint}")
+endif()
+
+find_program(PDFTOTEXT pdftotext)
+if(NOT PDF OR NOT PDFTOTEXT)
   return()
 endif()
-file(WRITE ${FOLDER}/salida "${found}")
-execute_process(COMMAND diff -u ${golden} ${FOLDER}/salida)
-message(FATAL_ERROR "${name} no da lo que se esperaba. ${complaint}")
+execute_process(COMMAND ${PDFTOTEXT} -layout ${FOLDER}/${PDF} - OUTPUT_VARIABLE text)
+foreach(line ${LINES})
+  string(FIND "${text}" "${line}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "${PDF}: falta \"${line}\", o no está en su orden")
+  endif()
+  string(SUBSTRING "${text}" ${at} -1 text)
+endforeach()
