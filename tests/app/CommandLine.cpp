@@ -1,0 +1,130 @@
+#include "app/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/Folders.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+struct Ran {
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+Ran fenda(std::vector<std::string> words) {
+    words.insert(words.begin(), "fenda");
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    Ran ran;
+    ran.status = runCommandLine(static_cast<int>(arguments.size()), arguments.data());
+    ran.out = testing::internal::GetCapturedStdout();
+    ran.err = testing::internal::GetCapturedStderr();
+    return ran;
+}
+
+class CommandLine : public testing::Test {
+protected:
+    std::filesystem::path folder_ =
+        std::filesystem::temp_directory_path() / ("fenda-pruebas-" + std::to_string(getpid()));
+
+    ~CommandLine() override { std::filesystem::remove_all(folder_); }
+
+    Ran create(std::vector<std::string> options) {
+        options.insert(options.begin(), {"crear", "--carpeta", folder_.string()});
+        return fenda(std::move(options));
+    }
+};
+
+TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
+    for (const auto& words : std::vector<std::vector<std::string>>{
+             {"otra"}, {"crear", "otra"}, {"nif", "--otra"}, {"--carpeta"}, {"crear", "--nombre"}, {"guion"}}) {
+        const Ran ran = fenda(words);
+        EXPECT_EQ(ran.status, 2) << words.back();
+        EXPECT_EQ(ran.out, "");
+        EXPECT_EQ(std::ranges::count(ran.err, '\n'), 1) << ran.err;
+        EXPECT_NE(ran.err.find(words.back()), std::string::npos) << ran.err;
+    }
+}
+
+TEST_F(CommandLine, HelpIsSpanishAsAWhole) {
+    for (const std::string command : {"crear", "nif", "guion"}) {
+        const Ran ran = fenda({command, "--help"});
+        EXPECT_EQ(ran.status, 0);
+        EXPECT_NE(ran.out.find("Uso: fenda " + command), std::string::npos);
+        for (const char* english : {"Usage", "Options", "Positionals", "REQUIRED", "TEXT"})
+            EXPECT_EQ(ran.out.find(english), std::string::npos) << ran.out;
+    }
+}
+
+TEST_F(CommandLine, IdentifiersGivenGetTheirVerdicts) {
+    const Ran good = fenda({"nif", "12.345.678-z", "ESA12345674"});
+    EXPECT_EQ(good.status, 0);
+    EXPECT_EQ(good.out, "12345678Z\tválido\nA12345674\tválido\n");
+    EXPECT_EQ(fenda({"nif", "12345678Z", ""}).status, 1);
+}
+
+TEST_F(CommandLine, ACompanyThatMakesNoSenseIsNotCreated) {
+    const std::vector<std::vector<std::string>> requests{
+        {},
+        {"--nombre", "  "},
+        {"--nombre", "A\tB"},
+        {"--nombre", std::string(61, 'x')},
+        {"--nombre", "A", "--ejercicio", "26"},
+        {"--nombre", "A", "--ejercicio", "dos mil"},
+        {"--nombre", "A", "--digitos", "3"},
+        {"--nombre", "A", "--digitos", "99999999999"},
+        {"--nombre", "A", "--provincia", "53"},
+        {"--nombre", "A", "--orden", "edad"},
+    };
+    for (const auto& request : requests) {
+        const Ran ran = create(request);
+        EXPECT_EQ(ran.status, 2) << ran.err;
+        EXPECT_EQ(std::ranges::count(ran.err, '\n'), 1) << ran.err;
+        EXPECT_FALSE(std::filesystem::exists(folder_)) << ran.err;
+    }
+}
+
+#ifdef FENDA_WITH_SQLITE
+
+TEST_F(CommandLine, ACompanyIsCreatedOnce) {
+    const std::vector<std::string> request{"--nombre", "Peña & Hijos", "--digitos", "10", "--orden", "Apellidos"};
+    EXPECT_EQ(create(request).status, 0);
+    const Ran again = create(request);
+    EXPECT_EQ(again.status, 1);
+    EXPECT_NE(again.err.find("«Peña & Hijos» ya existe"), std::string::npos);
+}
+
+#endif
+
+TEST(DataFolderChoice, OptionBeforeVariableBeforeTheUsersOwn) {
+    ::setenv("XDG_DATA_HOME", "/datos", 1);
+    ::unsetenv("FENDA_CARPETA");
+    EXPECT_EQ(dataFolder(""), "/datos/fenda");
+    EXPECT_FALSE(chosenDataFolder(""));
+    ::setenv("FENDA_CARPETA", "/otra", 1);
+    EXPECT_EQ(dataFolder(""), "/otra");
+    EXPECT_EQ(dataFolder("/esta"), "/esta");
+    ::unsetenv("FENDA_CARPETA");
+    ::setenv("XDG_DATA_HOME", "relativa", 1);
+    ::setenv("HOME", "/casa", 1);
+    EXPECT_EQ(dataFolder(""), "/casa/.local/share/fenda");
+    ::unsetenv("HOME");
+    EXPECT_THROW(dataFolder(""), std::runtime_error);
+}
+
+}  // namespace
+
+}  // namespace FendaMaestros
