@@ -225,6 +225,9 @@ void checkFits(const Recordset& rows, const std::string& title) {
 
 void writeSheet(const std::string& path, const std::string& title, const Recordset& rows,
                 const std::vector<GridColumn>& columns) {
+    for (const GridColumn& column : columns)
+        if (column.Visible && column.SourceColumn >= rows.columnCount())
+            throw std::runtime_error("La columna " + column.Caption + " no está entre los datos que se exportan.");
     const DecimalPoint decimalPoint;
     Hoja sheet(path, columns);
     sheet.writeHeading(title);

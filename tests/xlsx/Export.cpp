@@ -157,6 +157,8 @@ TEST_F(Export, FailsWholeAndSaysWhy) {
               "No se puede guardar \"" + (folder / "no" / "hay.xlsx").string() + "\": la carpeta no existe.");
     EXPECT_NE(failureAt(folder).find("ya hay una carpeta con ese nombre"), std::string::npos);
     EXPECT_NE(failureAt(folder / std::string(300, 'a')).find("el nombre es demasiado largo"), std::string::npos);
+    grid.Columns[2].SourceColumn = 4;
+    EXPECT_EQ(failureAt(target), "La columna Descripción no está entre los datos que se exportan.");
 }
 
 TEST_F(Export, AFullDiskLeavesTheFileThatWasThere) {
