@@ -40,10 +40,9 @@ void PantallaCodigo::buscarCodigo() {
     if (!rsConce->Eof()) return;
 
     Text1(0).Text = typed;
-    if (confirmar(codigo_.pregunta))
-        DataGrid1.Enabled = false;
-    else
-        CargarGrid(1, true);
+    if (!confirmar(codigo_.pregunta)) return CargarGrid(1, true);
+    DataGrid1.Enabled = false;
+    setFocus(Text1(1));
 }
 
 bool PantallaCodigo::grabar() {

@@ -102,7 +102,7 @@ void PantallaTabla::moverRegistro() {
         vaciarFila();
         return;
     }
-    if (enAlta()) DataGrid1.Enabled = true;
+    DataGrid1.Enabled = true;
     cmdNueva.Caption = tabla_.captionNueva;
     mostrarFila();
 }

@@ -83,6 +83,7 @@ void frmConceptosAutomaticos::cargarConceptos() {
 }
 
 void frmConceptosAutomaticos::CargarGrid() {
+    const Ocupado busy(*this);
     rsConce = instanciaActual().sesion().Conexion()->Execute(
         "SELECT *,"
         "CASE Conce_Cod "
@@ -152,6 +153,8 @@ void frmConceptosAutomaticos::guardar() {
         write.actualizar(" WHERE Conce_Id = " + std::to_string(nIdActual));
     else
         write.insertar();
+    // The row just inserted is the one that the next save updates.
+    if (nIdActual == 0) elegirTipo();
     CargarGrid();
 }
 

@@ -83,6 +83,10 @@ bool frmMasas::grabar() {
         avisar("Debe indicar la descripción de la masa", Text1(1), message::Ok);
         return false;
     }
+    if (cboMasas.ListIndex() < 0) {
+        avisar("Debe indicar si la masa es de activo o de pasivo", cboMasas, message::Ok);
+        return false;
+    }
     Grabacion write(instanciaActual().sesion(), "KXComun.Dbo.Masas");
     write.campo("Masas_Cod", valor::Texto, Text1(0).Text);
     write.campo("Masas_Plan", valor::Numero, planEnVigorTexto());

@@ -15,7 +15,7 @@ namespace FendaMaestros {
 FendaMaes* InstanciaActual = nullptr;
 
 FendaMaes& instanciaActual() {
-    if (!InstanciaActual) throw std::logic_error("No se ha creado ningún objeto FendaMaes.");
+    if (!InstanciaActual) throw std::logic_error("No hay ningún objeto FendaMaes en uso.");
     return *InstanciaActual;
 }
 

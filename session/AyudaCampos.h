@@ -25,9 +25,9 @@ public:
     /// A field loses the focus: painted with ColorNormal, and its text shown under `mask` (see toolkit/Format.h) unless
     /// the mask is empty or the text does not fit it. What is read as an amount or a date: session/TypedText.h.
     void SalirCampo(TextBox& field, const std::string& mask, int work);
-    /// Lets through digits, the comma of account codes and control keys; `decimals` also the minus sign and the point
-    /// of amounts. Any other key becomes 0.
-    void FiltrarTecla(TextBox& field, int& keyAscii, bool decimals, int work);
+    /// Lets through digits and control keys; with `marks` also the comma of amounts and account codes, the point and
+    /// the minus sign. Any other key becomes 0.
+    void FiltrarTecla(TextBox& field, int& keyAscii, bool marks, int work);
 
     /// Lets a person pick a row of a read whose first column is the id and whose next two columns are shown with the
     /// captions and widths (twips) given. `searchColumn` names the column that the search box narrows.

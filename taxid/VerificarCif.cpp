@@ -11,8 +11,8 @@ namespace {
 constexpr std::int64_t documentNie = 2;
 
 bool isRegisteredAsNie(const std::string& document) {
-    const auto rows = InstanciaActual->sesion().Conexion()->Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
-                                                                    document + "'");
+    const auto rows = instanciaActual().sesion().Conexion()->Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
+                                                                     document + "'");
     return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documentNie;
 }
 

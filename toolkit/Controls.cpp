@@ -49,7 +49,12 @@ void DataGrid::bind(std::shared_ptr<RowSource> source) {
     if (!source_) return;
     for (int column = 0; column < source_->columnCount(); ++column)
         Columns.push_back({.Caption = source_->columnName(column), .SourceColumn = column, .NumberFormat = {}});
-    source_->moveToRow(source_->currentRow());
+    moveToRow(source_->currentRow());
+}
+
+void DataGrid::moveToRow(int row) {
+    const std::shared_ptr<RowSource> rows = source_;
+    if (rows) rows->moveToRow(row);
 }
 
 std::string DataGrid::cellText(int row, int column) const {

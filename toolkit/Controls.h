@@ -174,6 +174,8 @@ public:
     /// makes the current row current again, so that whoever listens to its moves hears of it. Null empties the grid.
     void bind(std::shared_ptr<RowSource> source);
     const std::shared_ptr<RowSource>& source() const { return source_; }
+    /// Makes a row current. The rows outlive the notification, also when its listener binds others.
+    void moveToRow(int row);
     int rowCount() const { return source_ ? source_->rowCount() : 0; }
     int currentRow() const { return source_ ? source_->currentRow() : -1; }
     /// The text shown, under the column's number format.

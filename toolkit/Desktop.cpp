@@ -48,6 +48,7 @@ void Desktop::showModal(Form& form) {
         const OnTop onTop(forms_, form);
         form.open_ = true;
         form.active_ = nullptr;
+        form.pending_.clear();
         runModal(form);
         form.unload();
     }

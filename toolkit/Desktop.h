@@ -66,18 +66,20 @@ public:
     virtual Reply ask(const Message& message) = 0;
     virtual std::string applicationTitle() const { return "FendaMaestros"; }
 
-    /// 0 the default pointer, 13 arrow and hourglass.
+    /// 0 the default pointer, 13 arrow and hourglass. Never throws.
     virtual void setPointer(int pointer) = 0;
-    /// Lets what is waiting be painted and handled.
+    /// Lets what is waiting be painted and handled. Never throws.
     virtual void processPending() = 0;
 
     /// Asks where to save. `proposal` is a file name without folder; `kind` tells a person what it is, as "Hoja de
     /// cálculo (*.xlsx)". Nothing when the person leaves it.
     virtual std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) = 0;
     /// Opens a file with the program that the desktop has for it, and does not wait for it. False when it has none.
+    /// With an operator nothing is opened, and the answer is true.
     virtual bool openFile(const std::string& path) = 0;
 
-    /// Asks for a printer and prints; false when the person leaves it or there is no printer.
+    /// Asks for a printer and prints; false when the person leaves it. Throws std::runtime_error, in Spanish, when
+    /// there is no printer.
     virtual bool print(const PagedDocument& document) = 0;
     /// Throws std::runtime_error, in Spanish, when the file cannot be written.
     virtual void writePdf(const PagedDocument& document, const std::string& path) = 0;

@@ -33,6 +33,13 @@ int acceleratorOf(std::string_view caption) {
     return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
 }
 
+/// A click on the header of the n-th visible column, from 0.
+void sortByVisibleColumn(const DataGrid& grid, int nth) {
+    if (nth < 0 || !grid.HeadClick) return;
+    for (std::size_t column = 0; column < grid.Columns.size(); ++column)
+        if (grid.Columns[column].Visible && nth-- == 0) return grid.HeadClick(static_cast<int>(column));
+}
+
 constexpr int rowsOfAPage = 10;
 
 /// Where a key leads from `current` among `count` rows; -1 when it leads nowhere.
@@ -207,7 +214,9 @@ void Form::sendTab() { pending_.push_back({.tab = true, .keyUp = {}}); }
 Answer Form::ask(std::string text, int style, std::string title) {
     ++interruptions_;
     const Reply reply = desktop_.ask({std::move(text), style, std::move(title)});
-    if (reply.key) pending_.push_back({.tab = false, .keyUp = {reply.key, shift::None}});
+    // Esc was meant for the message: on the screen it is a key like any other, and closes nothing.
+    const int released = reply.key == key::Escape ? key::Other : reply.key;
+    if (released) pending_.push_back({.tab = false, .keyUp = {released, shift::None}});
     return reply.answer;
 }
 
@@ -280,7 +289,11 @@ void Form::tab(bool backwards) {
 }
 
 void Form::press(CommandButton& button) {
-    gestureOn(button, [&] { raise(button.Click); });
+    const std::string pressed = button.Caption;
+    gestureOn(button, [&] {
+        // Leaving the old control may have given the button another meaning than the one the person saw.
+        if (button.Caption == pressed) raise(button.Click);
+    });
 }
 
 void Form::toggle(CheckBox& check) {
@@ -297,7 +310,7 @@ void Form::choose(ComboBox& combo, int index) {
 
 void Form::selectRow(DataGrid& grid, int row) {
     gestureOn(grid, [&] {
-        if (row >= 0 && row < grid.rowCount()) grid.source()->moveToRow(row);
+        if (row >= 0 && row < grid.rowCount()) grid.moveToRow(row);
     });
 }
 
@@ -358,7 +371,7 @@ bool Form::defaultKey(KeyStroke stroke) {
     }
     if (auto* option = dynamic_cast<OptionButton*>(active_)) return optionKey(*option, stroke.code);
     if (auto* combo = dynamic_cast<ComboBox*>(active_)) return comboKey(*combo, stroke.code);
-    if (auto* grid = dynamic_cast<DataGrid*>(active_)) return gridKey(*grid, stroke.code);
+    if (auto* grid = dynamic_cast<DataGrid*>(active_)) return gridKey(*grid, stroke);
     if (auto* list = dynamic_cast<ListView*>(active_)) return listKey(*list, stroke.code);
     return false;
 }
@@ -386,9 +399,10 @@ bool Form::pressAccelerator(int letter) {
     return false;
 }
 
-bool Form::gridKey(DataGrid& grid, int code) {
-    const int row = rowAfterKey(code, grid.currentRow(), grid.rowCount());
-    if (row >= 0 && row != grid.currentRow()) grid.source()->moveToRow(row);
+bool Form::gridKey(DataGrid& grid, KeyStroke stroke) {
+    const int row = rowAfterKey(stroke.code, grid.currentRow(), grid.rowCount());
+    if (row >= 0) grid.moveToRow(row);
+    if (stroke.shift == shift::Control) sortByVisibleColumn(grid, stroke.code - '1');
     return true;
 }
 

@@ -70,7 +70,9 @@ public:
 
     /// The form has been shown: focus goes to the first control, or to the one asked for.
     void activate();
-    /// True when the key did its work here, false when it is left to the edited text.
+    /// True when the key did its work here, false when it is left to the edited text. Space presses buttons and ticks
+    /// boxes, Alt with the letter behind "&" presses from anywhere, Tab and arrows move; in a grid Ctrl with a digit
+    /// clicks the header of that visible column. Enter does nothing by itself.
     bool keyDown(KeyStroke stroke);
     void keyUp(KeyStroke stroke);
     /// A character is about to be typed into the text box with the focus; false when it is refused.
@@ -133,7 +135,7 @@ private:
     Control* nextInTabOrder(const Control* from, bool backwards) const;
     bool pressAccelerator(int letter);
     bool defaultKey(KeyStroke stroke);
-    bool gridKey(DataGrid& grid, int code);
+    bool gridKey(DataGrid& grid, KeyStroke stroke);
     bool listKey(ListView& list, int code);
     bool comboKey(ComboBox& combo, int code);
     bool optionKey(OptionButton& option, int code);

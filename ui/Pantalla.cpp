@@ -13,7 +13,7 @@ constexpr int defaultPointer = 0;
 
 }  // namespace
 
-Pantalla::Pantalla() : Form(instanciaActual().desktop()), Ayuda(desktop()) {}
+Pantalla::Pantalla() : Pantalla(instanciaActual().desktop()) {}
 
 void Pantalla::onLoad() {
     Ayuda.Conexion = instanciaActual().sesion().Conexion();

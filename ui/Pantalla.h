@@ -16,12 +16,14 @@ class Pantalla : public Form {
 protected:
     /// Shows itself on the desktop of InstanciaActual. Throws std::logic_error, in Spanish, when there is none.
     Pantalla();
+    /// For a screen that needs no session.
+    explicit Pantalla(Desktop& desktop) : Form(desktop), Ayuda(desktop) {}
 
     /// Title of the message boxes; empty shows the desktop's own.
     std::string sTituloVentana;
     AyudaCampos Ayuda;
 
-    /// Sets up Ayuda; screens that override it call it first.
+    /// Sets up Ayuda on the session; screens with fields that override it call it first.
     void onLoad() override;
     void onKeyUp(int& code, int shift) override;
 
@@ -34,8 +36,8 @@ protected:
     bool confirmar(const std::string& text, int icon = message::Question);
 };
 
-/// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end both are
-/// as before, and what was waiting is handled.
+/// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when
+/// an exception ends it, the screen is enabled, the pointer the default one, and what was waiting is handled.
 class Ocupado {
 public:
     explicit Ocupado(Form& form, bool hourglass = true);

@@ -5,7 +5,6 @@
 #include <stdexcept>
 
 #include "ui/NombreFichero.h"
-#include "ui/Pantalla.h"
 
 namespace FendaMaestros {
 
@@ -18,7 +17,7 @@ constexpr std::array zooms{50, 75, actualSize, 125, 150, 200, 300};
 }  // namespace
 
 frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document)
-    : Form(desktop), pages_(document->pageCount()) {
+    : Pantalla(desktop), pages_(document->pageCount()) {
     Caption = document->title();
     Pagina.Document = std::move(document);
 
@@ -47,7 +46,7 @@ frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocu
     cmdReducir.Click = [this] { Ampliar(-1); };
     cmdAmpliar.Click = [this] { Ampliar(1); };
     cmdAjustar.Click = [this] { MostrarTamano(fitsWidth); };
-    cmdImprimir.Click = [this] { Form::desktop().print(*Pagina.Document); };
+    cmdImprimir.Click = [this] { Imprimir(); };
     cmdPdf.Click = [this] { GuardarPdf(); };
     cmdSalir.Click = [this] { unload(); };
     MostrarPagina(0);
@@ -72,6 +71,14 @@ void frmVistaPrevia::Ampliar(int step) {
     MostrarTamano(zooms[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(at, 0, zooms.size() - 1))]);
 }
 
+void frmVistaPrevia::Imprimir() {
+    try {
+        desktop().print(*Pagina.Document);
+    } catch (const std::runtime_error& failure) {
+        informar(failure.what(), message::Exclamation);
+    }
+}
+
 void frmVistaPrevia::GuardarPdf() {
     const auto path = desktop().chooseSaveFile(nombreFichero(Caption, "Listado") + ".pdf", "Documento PDF (*.pdf)");
     if (!path) return;
@@ -79,11 +86,14 @@ void frmVistaPrevia::GuardarPdf() {
         const Ocupado busy(*this);
         desktop().writePdf(*Pagina.Document, *path);
     } catch (const std::runtime_error& failure) {
-        Tag = "e";
-        ask(failure.what(), message::Exclamation, Caption);
-        return;
+        return informar(failure.what(), message::Exclamation);
     }
-    desktop().openFile(*path);
+    if (!desktop().openFile(*path)) informar("Se ha guardado " + *path, message::Information);
+}
+
+void frmVistaPrevia::informar(const std::string& text, int icon) {
+    Tag = "e";
+    ask(text, icon, Caption);
 }
 
 void frmVistaPrevia::onKeyDown(int& code, int state) {
@@ -105,18 +115,6 @@ void frmVistaPrevia::onKeyDown(int& code, int state) {
             return;
     }
     code = 0;
-}
-
-void frmVistaPrevia::onKeyUp(int& code, int /*shift*/) {
-    if (code == key::Escape) {
-        unload();
-        return;
-    }
-    if (code == key::Enter) {
-        code = 0;
-        if (Tag.empty()) sendTab();
-    }
-    Tag.clear();
 }
 
 }  // namespace FendaMaestros

@@ -4,20 +4,21 @@
 #include <string>
 
 #include "toolkit/Document.h"
-#include "toolkit/Form.h"
+#include "ui/Pantalla.h"
 
 namespace FendaMaestros {
 
 /// Shows the pages of a document one by one, prints them and saves them as PDF. PageUp, PageDown, Home and End turn
 /// pages from anywhere.
-class frmVistaPrevia final : public Form {
+class frmVistaPrevia final : public Pantalla {
 public:
     /// The window takes the title of the document.
     frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document);
 
 protected:
+    /// It reads nothing.
+    void onLoad() override {}
     void onKeyDown(int& code, int shift) override;
-    void onKeyUp(int& code, int shift) override;
 
 private:
     void MostrarPagina(int page);
@@ -25,7 +26,9 @@ private:
     void MostrarTamano(int zoom);
     /// One step larger (1) or smaller (-1).
     void Ampliar(int step);
+    void Imprimir();
     void GuardarPdf();
+    void informar(const std::string& text, int icon);
 
     PageView Pagina;
     Label lblPagina;

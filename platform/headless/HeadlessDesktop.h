@@ -25,7 +25,7 @@ public:
         return person_.saveFile(proposal, kind);
     }
     bool openFile(const std::string& path) override;
-    bool print(const PagedDocument&) override { return false; }
+    bool print(const PagedDocument&) override;
     void writePdf(const PagedDocument& document, const std::string& path) override;
 
     int pointer() const { return pointer_; }

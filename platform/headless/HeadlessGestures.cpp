@@ -26,6 +26,10 @@ void erase(Form& form, int code) {
     form.edit(*box, text::left(box->Text, text::length(box->Text) - 1));
 }
 
+void selectAll(Form& form) {
+    if (auto* box = dynamic_cast<TextBox*>(form.activeControl())) box->AllSelected = true;
+}
+
 /// A key goes down, does `typed` if the form leaves it to the text, and comes up. When something was shown over the
 /// form meanwhile, the release goes there and not to the form.
 void stroke(Form& form, KeyStroke stroke, const std::function<void()>& typed) {
@@ -50,6 +54,7 @@ void HeadlessGestures::type(Form& form, std::string_view text) {
 void HeadlessGestures::key(Form& form, KeyStroke pressed) {
     stroke(form, pressed, [&] {
         if (pressed.code == key::Backspace || pressed.code == key::Delete) return erase(form, pressed.code);
+        if (pressed.code == 'A' && pressed.shift == shift::Control) return selectAll(form);
         if (pressed.shift > shift::Shift || !isPrintable(pressed.code)) return;
         const bool small = pressed.code >= 'A' && pressed.shift == shift::None;
         insert(form, static_cast<char32_t>(small ? pressed.code - 'A' + 'a' : pressed.code));

@@ -4,6 +4,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <stdexcept>
 
 #include "platform/qt/PagePainter.h"
 #include "toolkit/Document.h"
@@ -22,10 +23,14 @@ void setPaper(QPrinter& printer, const PagedDocument& document) {
     printer.setDocName(QString::fromStdString(document.title()));
 }
 
+void requireTaken(bool taken) {
+    if (!taken) throw std::runtime_error("La impresora no ha aceptado el documento.");
+}
+
 }  // namespace
 
 bool printWithDialog(const PagedDocument& document, QWidget* parent) {
-    if (QPrinterInfo::availablePrinterNames().isEmpty()) return false;
+    if (QPrinterInfo::availablePrinterNames().isEmpty()) throw std::runtime_error("No hay ninguna impresora.");
     QPrinter printer(QPrinter::HighResolution);
     setPaper(printer, document);
     QPrintDialog dialog(&printer, parent);
@@ -36,15 +41,16 @@ bool printWithDialog(const PagedDocument& document, QWidget* parent) {
     const int first = printer.fromPage() ? printer.fromPage() : 1;
     const int last = printer.toPage() ? printer.toPage() : document.pageCount();
     QPainter painter;
-    if (!painter.begin(&printer)) return false;
+    requireTaken(painter.begin(&printer));
     constexpr double twipsPerInch = 1440;
     const double scale = printer.resolution() / twipsPerInch;
     painter.scale(scale, scale);
     for (int number = first; number <= last; ++number) {
-        if (number > first && !printer.newPage()) return false;
+        if (number > first) requireTaken(printer.newPage());
         paintPage(painter, document.page(number - 1));
     }
-    return painter.end();
+    requireTaken(painter.end());
+    return true;
 }
 
 }  // namespace FendaMaestros::qt

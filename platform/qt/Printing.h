@@ -8,8 +8,8 @@ class PagedDocument;
 
 namespace FendaMaestros::qt {
 
-/// Asks for printer, copies and pages, and prints. False when there is no printer, the person leaves it, or the printer
-/// does not take the document.
+/// Asks for printer, copies and pages, and prints. False when the person leaves it. Throws std::runtime_error, in
+/// Spanish, when there is no printer or it does not take the document.
 bool printWithDialog(const PagedDocument& document, QWidget* parent);
 
 }  // namespace FendaMaestros::qt

@@ -108,12 +108,14 @@ std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal
 }
 
 bool QtDesktop::openFile(const std::string& path) {
+    if (person_) return true;
     return hasDisplay() && QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
 }
 
 bool QtDesktop::print(const PagedDocument& document) {
     qt::FormWindow::pullAll();
-    return !person_ && hasDisplay() && qt::printWithDialog(document, topWindow());
+    if (person_ || !hasDisplay()) throw std::runtime_error("No hay ninguna impresora.");
+    return qt::printWithDialog(document, topWindow());
 }
 
 void QtDesktop::writePdf(const PagedDocument& document, const std::string& path) {

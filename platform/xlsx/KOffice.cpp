@@ -15,7 +15,8 @@ void KOffice::GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& gr
     PartialFile file(*path);
     writeSheet(file.path(), sTitulo, *source, grid.Columns);
     file.commit();
-    desktop_.openFile(*path);
+    if (desktop_.openFile(*path)) return;
+    desktop_.ask({"Se ha guardado " + *path, message::Information, sTitulo});
 }
 
 void registrarKOffice(RegistroComponentes& components, Desktop& desktop) {

@@ -56,6 +56,7 @@ public:
     /// Goes to a field and types over it.
     void fill(Form& form, const char* field, std::string_view text) {
         hands.click(form, control(form, field));
+        hands.key(form, {'A', shift::Control});
         hands.key(form, {key::Delete, shift::None});
         hands.type(form, text);
     }
