@@ -55,6 +55,12 @@ void drawFocus(QPainter& painter, const QStyleOption& option) {
     painter.restore();
 }
 
+void drawFrame(QPainter& painter, const QStyleOption& option) {
+    const bool focused = option.state & QStyle::State_HasFocus;
+    painter.setPen(focused ? option.palette.color(QPalette::Highlight) : lineColor(option.palette));
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
 void drawHeader(QPainter& painter, const QStyleOption& option, bool parted) {
     const QColor window = option.palette.color(QPalette::Window);
     const QColor text = option.palette.color(QPalette::WindowText);
@@ -145,6 +151,52 @@ QIcon drawSign(const Sign& sign) {
     return picture;
 }
 
+/// The handle of a scroll bar in its groove; the bar has no arrows.
+QRect scrollHandle(const QStyleOptionSlider& bar) {
+    constexpr int shortest = 28;
+    const bool upright = bar.orientation == Qt::Vertical;
+    const int length = upright ? bar.rect.height() : bar.rect.width();
+    const int range = bar.maximum - bar.minimum;
+    const qint64 share = qint64{length} * bar.pageStep / std::max(range + bar.pageStep, 1);
+    const int handle = std::clamp(static_cast<int>(share), std::min(shortest, length), length);
+    const int start =
+        QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - handle, bar.upsideDown);
+    return upright ? QRect(0, start, bar.rect.width(), handle) : QRect(start, 0, handle, bar.rect.height());
+}
+
+QRect scrollBarPart(const QStyleOptionSlider& bar, QStyle::SubControl part) {
+    const QRect handle = scrollHandle(bar);
+    const bool upright = bar.orientation == Qt::Vertical;
+    switch (part) {
+        case QStyle::SC_ScrollBarSlider:
+            return handle;
+        case QStyle::SC_ScrollBarGroove:
+            return bar.rect;
+        case QStyle::SC_ScrollBarSubPage:
+            return upright ? QRect(0, 0, handle.width(), handle.top()) : QRect(0, 0, handle.left(), handle.height());
+        case QStyle::SC_ScrollBarAddPage:
+            return upright ? bar.rect.adjusted(0, handle.bottom() + 1, 0, 0)
+                           : bar.rect.adjusted(handle.right() + 1, 0, 0, 0);
+        default:
+            return {};
+    }
+}
+
+void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
+    constexpr qreal air = 3;
+    const QColor window = bar.palette.color(QPalette::Window);
+    const bool held = bar.state & (QStyle::State_Sunken | QStyle::State_MouseOver);
+    const QRectF handle = QRectF(scrollHandle(bar)).adjusted(air, air, -air, -air);
+    const qreal radius = std::min(handle.width(), handle.height()) / 2;
+    painter.save();
+    painter.fillRect(bar.rect, mixed(window, bar.palette.color(QPalette::Base), 0.5));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mixed(window, bar.palette.color(QPalette::WindowText), held ? 0.45 : 0.28));
+    if (bar.maximum > bar.minimum) painter.drawRoundedRect(handle, radius, radius);
+    painter.restore();
+}
+
 }  // namespace
 
 QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
@@ -192,9 +244,7 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_IndicatorRadioButton:
             return drawIndicator(*painter, *option, true);
         case PE_Frame:
-            painter->setPen(lineColor(option->palette));
-            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
-            return;
+            return drawFrame(*painter, *option);
         default:
             break;
     }
@@ -215,6 +265,8 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
 
 void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                                    const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar) return drawScrollBar(*painter, *bar);
     const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option);
     if (control != CC_ComboBox || !combo || combo->editable)
         return QProxyStyle::drawComplexControl(control, option, painter, widget);
@@ -226,6 +278,8 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
 
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
+    const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_ScrollBar && bar) return scrollBarPart(*bar, part);
     const auto* frame = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
     if (control != CC_GroupBox || !frame) return QProxyStyle::subControlRect(control, option, part, widget);
     if (part == SC_GroupBoxFrame || part == SC_GroupBoxContents)
