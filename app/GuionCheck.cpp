@@ -73,7 +73,7 @@ ColumnLook column(const GuionOperator& person, const Arguments& arguments) {
 
 std::string property(const GuionOperator& person, const Arguments& arguments) {
     for (const auto& [name, value] : person.host().properties())
-        if (text::equalIgnoringCase(name, arguments[0])) return value;
+        if (text::equalIgnoringCase(name, arguments[0])) return value.text();
     person.fail("no hay ninguna propiedad " + arguments[0]);
 }
 

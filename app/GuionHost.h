@@ -24,8 +24,8 @@ public:
 
     /// The object of the public class whose operations a script calls.
     virtual FendaMaes& component() = 0;
-    /// The public properties as texts, in the order of the interface.
-    virtual std::vector<std::pair<std::string, std::string>> properties() const = 0;
+    /// The public properties in the order of the interface; a Boolean is "sí" or "no", a session "sesión" or "ninguna".
+    virtual std::vector<std::pair<std::string, Variant>> properties() const = 0;
     virtual void setProperty(const std::string& name, const std::string& value) = 0;
     /// A new object of the public class, with properties as after creation, on the same company.
     virtual void renewObject() = 0;

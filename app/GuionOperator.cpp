@@ -276,7 +276,10 @@ void GuionOperator::type(const std::string& text) {
     if (box && box->Locked) out_ << "nota " << box->Name << " está bloqueado: no cambia\n";
     if (!box && !dynamic_cast<const ComboBox*>(active))
         out_ << "nota el foco no está en un campo: no se escribe nada\n";
-    host_->gestures().type(form, text);
+    std::string typed = text;
+    std::erase_if(typed, [](unsigned char c) { return c < ' '; });
+    if (typed != text) out_ << "nota los caracteres de control no se teclean\n";
+    host_->gestures().type(form, typed);
 }
 
 void GuionOperator::key(KeyStroke stroke, int times) {
@@ -390,7 +393,8 @@ void GuionOperator::show(const std::string& name, guion::Limits limits) {
 }
 
 void GuionOperator::showProperties() {
-    for (const auto& [name, value] : host_->properties()) out_ << "propiedad " << name << " = " << value << "\n";
+    for (const auto& [name, value] : host_->properties())
+        out_ << "propiedad " << name << " = " << literalOf(value) << "\n";
 }
 
 void GuionOperator::showParameters() {

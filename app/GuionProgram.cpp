@@ -64,10 +64,10 @@ void GuionProgram::renewObject() {
     component_->MyBdorigen = session_.get();
 }
 
-std::vector<std::pair<std::string, std::string>> GuionProgram::properties() const {
+std::vector<std::pair<std::string, Variant>> GuionProgram::properties() const {
     return {{"Cuenta", component_->Cuenta},
             {"bFactu", component_->bFactu ? "sí" : "no"},
-            {"Plan", std::to_string(component_->Plan)},
+            {"Plan", component_->Plan},
             {"MyBdorigen", nameOf(component_->MyBdorigen)},
             {"MyBd", nameOf(component_->MyBd)}};
 }

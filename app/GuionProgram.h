@@ -41,7 +41,7 @@ public:
     Gestures& gestures() override { return *desktop_.gestures; }
     int pointer() const override { return desktop_.pointer(); }
     FendaMaes& component() override { return *component_; }
-    std::vector<std::pair<std::string, std::string>> properties() const override;
+    std::vector<std::pair<std::string, Variant>> properties() const override;
     void setProperty(const std::string& name, const std::string& value) override;
     void renewObject() override;
     void createCompany(const std::map<std::string, std::string>& settings) override;

@@ -2,10 +2,10 @@
 # beside it. The date of today reads <hoy>.
 #
 #   cmake -DFENDA=program -DSCRIPT=x.guion -DFOLDER=fresh/folder [-DGOLDEN=x.salida] [-DOPTIONS=--ventana]
-#         [-DPDF=file -DLINES=text;text] [-DREGENERATE=ON] -P comparar.cmake
+#         [-DPDF=file "-DLINES=text|text"] [-DREGENERATE=ON] -P comparar.cmake
 #
 # PDF: a file that the script leaves behind, in whose text these lines come in this order (where pdftotext is at hand).
-# REGENERATE writes the .salida anew instead; `cmake --build build --target golden` does so for every script. Read the
+# REGENERATE writes the .salida anew instead; `./dev golden` does so for every script. Read the
 # difference before you commit it.
 
 get_filename_component(name ${SCRIPT} NAME)
@@ -51,6 +51,7 @@ if(NOT PDF OR NOT PDFTOTEXT)
   return()
 endif()
 execute_process(COMMAND ${PDFTOTEXT} -layout ${FOLDER}/${PDF} - OUTPUT_VARIABLE text)
+string(REPLACE "|" ";" LINES "${LINES}")
 foreach(line ${LINES})
   string(FIND "${text}" "${line}" at)
   if(at EQUAL -1)
