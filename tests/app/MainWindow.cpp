@@ -1,0 +1,114 @@
+#if defined(FENDA_WITH_QT) && defined(FENDA_WITH_SQLITE)
+
+#include "app/window/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+
+#include "app/Window.h"
+#include "app/window/Tile.h"
+#include "platform/sqlite/Session.h"
+#include "session/ErrorBd.h"
+#include "session/SesionSql.h"
+#include "tests/support/ScriptedPerson.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+std::unique_ptr<SesionBd> openInMemory(const std::string& company) {
+    if (company == "Rota") throw ErrorBd(ErrorBd::Kind::NotADatabase, "Está dañada.", 26, "file is not a database");
+    ParametrosEmpresa parameters;
+    parameters.set("Par_Nombre", company);
+    parameters.set("Par_Ejercicio", company == "Antigua" ? 2007 : 2026);
+    parameters.set("Par_CtaNum", 8);
+    return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
+}
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    std::shared_ptr<void> display_ = openDisplay();
+    testing::ScriptedPerson person_;
+    HeadlessDesktop desktop_{person_};
+    MainWindow window_{desktop_, {"Antigua", "Nueva", "Rota"}, openInMemory};
+
+    bool shows(const QString& text) const {
+        for (const QLabel* label : window_.findChildren<QLabel*>())
+            if (label->text().contains(text)) return true;
+        return false;
+    }
+
+    void chooseCompany(const QString& name) {
+        for (QAction* action : window_.findChildren<QAction*>())
+            if (action->data().toString() == name) action->trigger();
+    }
+
+    static void pressEnter(QWidget& widget) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QApplication::sendEvent(&widget, &press);
+    }
+};
+
+TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
+    window_.openCompany("Nueva");
+    EXPECT_TRUE(shows("Nueva") && shows("2026") && shows("2008"));
+    chooseCompany("Antigua");
+    EXPECT_TRUE(shows("Antigua") && shows("2007") && shows("1990"));
+    EXPECT_EQ(InstanciaActual->Plan, 1990);
+}
+
+TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
+    window_.openCompany("Nueva");
+    person_.answers = {Answer::Ok};
+    chooseCompany("Rota");
+    ASSERT_EQ(person_.messages.size(), 1u);
+    EXPECT_NE(person_.messages[0].text.find("«Rota»"), std::string::npos);
+    EXPECT_NE(person_.messages[0].text.find("Está dañada.\n(file is not a database)"), std::string::npos);
+    EXPECT_TRUE(shows("Nueva"));
+    EXPECT_EQ(InstanciaActual->sesion().Parametros().Item("Par_Nombre").Value.text(), "Nueva");
+}
+
+TEST_F(MainWindowTest, AnOperationThatFailsIsToldAndTheNextOneWorks) {
+    window_.openCompany("Nueva");
+    person_.answers = {Answer::Ok};
+    person_.visits = {[](Form&) { throw std::runtime_error("se acabó"); }, [](Form& form) { form.unload(); }};
+    window_.start(*findOperation("jCentros"));
+    ASSERT_EQ(person_.messages.size(), 1u);
+    EXPECT_EQ(person_.messages[0].text, "No se ha podido terminar «Centros de trabajo».\n\nse acabó");
+    window_.start(*findOperation("jCentros"));
+    EXPECT_TRUE(person_.visits.empty());
+}
+
+TEST_F(MainWindowTest, TilesAreWorkedFromTheKeyboard) {
+    window_.openCompany("Nueva");
+    window_.show();
+    const auto tiles = window_.findChildren<QAbstractButton*>();
+    const auto tile = [&](const QString& text) -> QWidget& {
+        for (QAbstractButton* button : tiles)
+            if (button->text() == text) return *button;
+        throw std::logic_error("no tile " + text.toStdString());
+    };
+    QWidget& first = tile("Centros de trabajo");
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::NoModifier),
+        down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    QApplication::sendEvent(&first, &right);
+    QApplication::sendEvent(&tile("Departamentos"), &down);
+    EXPECT_EQ(window_.focusWidget(), &tile("Masas patrimoniales"));
+
+    std::string opened;
+    person_.visits = {[&](Form& form) {
+        opened = form.Caption;
+        form.unload();
+    }};
+    pressEnter(tile("Masas patrimoniales"));
+    EXPECT_NE(opened.find("asas"), std::string::npos) << opened;
+}
+
+}  // namespace
+
+}  // namespace FendaMaestros
+
+#endif
