@@ -185,13 +185,18 @@ private:
 
         const Variant value = rows.cell(row, shown.SourceColumn);
         if (value.isNull()) return;
-        const bool isText = std::holds_alternative<std::string>(value.storage());
-        if (isText || !isNumberOfSheet(value))
+        if (isCode(shown) || !isNumberOfSheet(value))
             return writeText(at, column, format(value, shown.NumberFormat), formatOfTexts(column));
         check(worksheet_write_number(sheet_, at, static_cast<lxw_col_t>(column), value.real(), formats_[column]));
     }
 
+    /// A code is not counted with, although a table may keep it as a number: listings centre their codes.
+    static bool isCode(const GridColumn& column) {
+        return column.TextAlignment == Alignment::Center && column.NumberFormat.empty();
+    }
+
     static bool isNumberOfSheet(const Variant& value) {
+        if (std::holds_alternative<std::string>(value.storage())) return false;
         if (const auto* whole = std::get_if<std::int64_t>(&value.storage()))
             return *whole >= -largestExact && *whole <= largestExact;
         return std::isfinite(value.real());

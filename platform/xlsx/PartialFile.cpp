@@ -42,7 +42,7 @@ PartialFile::PartialFile(const std::string& target) {
     if (code) fail(target_, code);
 
     const fs::path partial = target_.parent_path() / (".fenda-" + std::to_string(::getpid()) + ".parcial");
-    std::FILE* file = std::fopen(partial.c_str(), "wbx");
+    std::FILE* file = std::fopen(partial.c_str(), "wb");
     if (!file) failOnErrno(target_);
     std::fclose(file);
     partial_ = partial;

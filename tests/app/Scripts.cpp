@@ -150,7 +150,7 @@ TEST(Scripts, answerMessagesByKeyboardUnlessTold) {
     const Session answered =
         run("RESPONDER si\npulsar Preguntar\ncomprobar titulo = 83\n"
             "responder No\npulsar cmdpreguntar\ncomprobar titulo = 13\n"
-            "responder Esc\npulsar cmdPreguntar\ncomprobar titulo = 27\n"
+            "responder Esc\npulsar cmdPreguntar\ncomprobar titulo = 229\n"
             "tecla F1\nresponder Sí con raton\npulsar cmdPreguntar\ncomprobar titulo = 112\n");
     EXPECT_EQ(answered.failure, "");
     EXPECT_TRUE(
