@@ -12,17 +12,20 @@ namespace FendaMaestros {
 namespace {
 
 constexpr std::string_view nifLetters = "TRWAGMYFPDXBNJZSQVHLCKE";
-constexpr std::string_view controlLetters = "JABCDEFGHI";
+/// What makes a sum up to a multiple of ten, by the sum's last digit.
+constexpr std::string_view controlDigits = "0987654321";
+constexpr std::string_view controlLetters = "JIHGFEDCBA";
 
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isForeign(char c) { return c >= 'X' && c <= 'Z'; }
 
-/// Some of the characters that a normal form keeps: those from A on, of which there are 28.
+/// Some of the capitals.
 class LetterSet {
 public:
     constexpr explicit LetterSet(std::string_view letters) {
         for (const char letter : letters) bits_ |= 1u << (letter - 'A');
     }
-    constexpr bool contains(char kept) const { return kept >= 'A' && (bits_ >> (kept - 'A') & 1) != 0; }
+    constexpr bool contains(char c) const { return c >= 'A' && c <= 'Z' && (bits_ >> (c - 'A') & 1) != 0; }
 
 private:
     std::uint32_t bits_ = 0;
@@ -42,16 +45,19 @@ constexpr std::array<char, 256> normalForms = [] {
 }();
 
 /// The remainder modulo 23 of digits with the digit `leading` in front of them; nothing when one of them is no digit.
-/// Exact for any number of digits: the value is brought down before it grows out of its 64 bits.
+/// Exact for any number of digits: so many at a time as leave room for a remainder before them.
 std::optional<std::size_t> remainder23(std::string_view digits, std::uint64_t leading = 0) {
-    constexpr std::uint64_t tooBig = 100'000'000'000'000'000;
+    constexpr std::size_t atATime = 17;
     std::uint64_t value = leading;
-    for (const char digit : digits) {
-        if (!isDigit(digit)) return std::nullopt;
-        if (value >= tooBig) value %= 23;
-        value = value * 10 + static_cast<std::uint64_t>(digit - '0');
+    for (; !digits.empty(); digits.remove_prefix(std::min(atATime, digits.size()))) {
+        for (const char c : digits.substr(0, atATime)) {
+            const auto digit = static_cast<unsigned char>(c - '0');
+            if (digit > 9) return std::nullopt;
+            value = value * 10 + digit;
+        }
+        value %= 23;
     }
-    return value % 23;
+    return value;
 }
 
 /// Digits and behind them their letter. A NIE is one whose first letter counts as a digit: X as 0, Y as 1, Z as 2.
@@ -60,7 +66,7 @@ bool isPersonal(std::string_view text) {
     const char letter = text.back();
     text.remove_suffix(1);
     std::uint64_t leading = 0;
-    if (!isDigit(text.front())) {
+    if (isForeign(text.front())) {
         leading = static_cast<std::uint64_t>(text.front() - 'X');
         text.remove_prefix(1);
     }
@@ -70,17 +76,17 @@ bool isPersonal(std::string_view text) {
 
 bool isOrganisation(std::string_view text) {
     if (text.size() != 9 || !organisations.contains(text.front())) return false;
-    constexpr std::array doubled{0, 2, 4, 6, 8, 1, 3, 5, 7, 9};
-    int sum = 0;
+    /// Twice a digit, its own two digits added up.
+    constexpr std::array<std::size_t, 10> doubled{0, 2, 4, 6, 8, 1, 3, 5, 7, 9};
+    std::size_t sum = 0;
     for (std::size_t i = 1; i <= 7; ++i) {
         if (!isDigit(text[i])) return false;
-        const int digit = text[i] - '0';
-        sum += i % 2 == 1 ? doubled[static_cast<std::size_t>(digit)] : digit;
+        const auto digit = static_cast<std::size_t>(text[i] - '0');
+        sum += i % 2 == 1 ? doubled[digit] : digit;
     }
-    const int control = (10 - sum % 10) % 10;
-    if (organisationsWithControlLetter.contains(text.front()))
-        return controlLetters[static_cast<std::size_t>(control)] == text.back();
-    return '0' + control == text.back();
+    const std::string_view controls =
+        organisationsWithControlLetter.contains(text.front()) ? controlLetters : controlDigits;
+    return controls[sum % 10] == text.back();
 }
 
 /// Countries whose numbers have one length, the two letters included; those of others are taken as they come.
@@ -113,7 +119,6 @@ std::string letraNif(std::string_view valor, std::string* mensaje) {
 
 void normalizarIdentificador(std::string& sValor) {
     const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
-    // Most come in normal form, and nothing is written to those.
     const auto stays = [form](char c) { return form(c) == c && c != 0; };
     const auto first = std::ranges::find_if_not(sValor, stays);
     if (first == sValor.end()) return;
@@ -124,10 +129,12 @@ void normalizarIdentificador(std::string& sValor) {
 }
 
 bool verificarCif(std::string& sValor) {
+    // What passes as it was typed is in its normal form.
+    if (isPersonal(sValor) || isOrganisation(sValor)) return true;
     normalizarIdentificador(sValor);
     if (sValor.empty()) return false;
     const char first = sValor.front();
-    if (isDigit(first) || (first >= 'X' && first <= 'Z')) return isPersonal(sValor);
+    if (isDigit(first) || isForeign(first)) return isPersonal(sValor);
     if (sValor.size() < 9) return false;
     const bool spanish = sValor.starts_with("ES");
     if (!spanish && !isDigit(sValor[1])) return isIntraCommunity(sValor);

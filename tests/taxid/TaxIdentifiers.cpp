@@ -52,6 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Person, Identifier,
 
 INSTANTIATE_TEST_SUITE_P(Organisation, Identifier,
                          testing::Values(Rule{"ControlDigit", "A12345674", "A12345674", valid},
+                                         Rule{"SmallLetter", "e37968005", "E37968005", valid},
                                          Rule{"ControlDigitIsWrong", "A12345675", "A12345675", invalid},
                                          Rule{"LetterWhereADigitBelongs", "A1234567D", "A1234567D", invalid},
                                          Rule{"DigitWhereALetterBelongs", "P12345674", "P12345674", invalid},
