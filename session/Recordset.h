@@ -24,6 +24,11 @@ public:
 
     /// --- filling, by the adapter: the cells of a row one after the other
     explicit Recordset(std::vector<std::string> columns) : columns_(std::move(columns)) {}
+    /// Makes room, so that a large read is not moved about while it grows.
+    void reserve(int rows, std::size_t textBytes) {
+        cells_.reserve(static_cast<std::size_t>(rows) * columns_.size());
+        texts_.reserve(textBytes);
+    }
     void appendNull() { cells_.push_back({}); }
     void appendInteger(std::int64_t value) { cells_.push_back({.integer = value, .length = 0, .type = Type::Integer}); }
     void appendReal(double value) { cells_.push_back({.real = value, .length = 0, .type = Type::Real}); }
@@ -57,6 +62,8 @@ public:
     int currentRow() const override { return Eof() || Bof() ? -1 : position_; }
     void moveToRow(int row) override;
 
+    /// Bytes of all text cells together.
+    std::size_t textBytes() const { return texts_.size(); }
     /// -1 when there is no such column.
     int columnIndex(std::string_view name) const;
     /// The text of a text cell without a copy, valid as long as the recordset; "" for every other type.

@@ -3,7 +3,7 @@
 #include <sqlite3.h>
 
 #include <charconv>
-#include <deque>
+#include <list>
 #include <utility>
 
 #include "platform/sqlite/Characters.h"
@@ -63,7 +63,7 @@ void bindNumber(Run& run, int position, const Literal& literal) {
 }
 
 /// Texts with doubled quotes are kept in `unquoted`, the others stay where they are.
-void bindLiterals(Run& run, const std::vector<Literal>& literals, std::deque<std::string>& unquoted) {
+void bindLiterals(Run& run, const std::vector<Literal>& literals, std::list<std::string>& unquoted) {
     int position = 0;
     for (const auto& literal : literals) {
         ++position;
@@ -87,7 +87,8 @@ void append(Recordset& rows, sqlite3_value* value) {
         default:
             break;
     }
-    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    // Asked for as bytes, a text is not copied to put a zero behind it.
+    const auto* text = static_cast<const char*>(sqlite3_value_blob(value));
     rows.appendText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
 }
 
@@ -176,20 +177,23 @@ CachedStatement& SqliteConexion::reader(std::string_view sql) {
     if (!sqlite3_stmt_readonly(statement) || sqlite3_column_count(statement) == 0) refuse(noRead);
     if (sqlite3_bind_parameter_count(statement) != static_cast<int>(shape_.literals.size()))
         refuse("La consulta contiene parámetros.");
-    return readers_.add(shape_.text, {std::move(handle), columnNames(statement)});
+    return readers_.add(shape_.text, {.handle = std::move(handle), .columns = columnNames(statement)});
 }
 
 std::shared_ptr<Recordset> SqliteConexion::Execute(std::string_view sql) {
     const Permitting permitting(permission_, Permission::Read);
-    const auto& cached = reader(sql);
+    auto& cached = reader(sql);
     auto* statement = cached.handle.get();
     auto rows = std::make_shared<Recordset>(cached.columns);
-    std::deque<std::string> unquoted;
+    rows->reserve(cached.rows, cached.textBytes);
+    std::list<std::string> unquoted;
     Run run(database_, statement);
     bindLiterals(run, shape_.literals, unquoted);
     const int columns = static_cast<int>(cached.columns.size());
     while (run.step())
         for (int i = 0; i < columns; ++i) append(*rows, sqlite3_column_value(statement, i));
+    cached.rows = rows->rowCount();
+    cached.textBytes = rows->textBytes();
     return rows;
 }
 
@@ -198,7 +202,7 @@ CachedStatement& SqliteConexion::writer(const std::string& sql) {
     auto handle = prepareOne(database_, translate(sql));
     if (sqlite3_stmt_readonly(handle.get()) || sqlite3_column_count(handle.get()) > 0)
         refuse("La sentencia no se ejecuta: se esperaba una escritura.");
-    return writers_.add(sql, {std::move(handle), {}});
+    return writers_.add(sql, {.handle = std::move(handle), .columns = {}});
 }
 
 std::int64_t SqliteConexion::run(const Statement& statement) {

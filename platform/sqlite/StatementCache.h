@@ -12,6 +12,9 @@ namespace FendaMaestros::sqlite {
 struct CachedStatement {
     StatementHandle handle;
     std::vector<std::string> columns;
+    /// What the last read gave: a good guess for the next.
+    int rows = 0;
+    std::size_t textBytes = 0;
 };
 
 /// Prepared statements by the text they were made from.
