@@ -18,6 +18,8 @@ namespace {
 using Kind = Arrangement::Kind;
 
 constexpr int airOverButtons = 5;
+/// Buttons of a line are equally wide, but for those whose caption needs more than this.
+constexpr int widestAlike = 160;
 
 bool isTall(const Control* control) {
     return dynamic_cast<const DataGrid*>(control) || dynamic_cast<const ListView*>(control) ||
@@ -147,8 +149,10 @@ private:
         auto* box = new QHBoxLayout;
         box->addStretch();
         int widest = 0;
-        for (const Arrangement& node : nodes)
-            widest = std::max(widest, window_.viewOf(*node.control).widget().sizeHint().width());
+        for (const Arrangement& node : nodes) {
+            const int width = window_.viewOf(*node.control).widget().sizeHint().width();
+            if (width <= widestAlike) widest = std::max(widest, width);
+        }
         for (const Arrangement& node : nodes) {
             QWidget& button = window_.viewOf(*node.control).widget();
             button.setMinimumWidth(widest);
