@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <iterator>
@@ -209,6 +210,19 @@ std::vector<Arrangement> leftOut(const Form& form, const std::set<const Control*
     return nodes;
 }
 
+/// The contents as they are, or behind scroll bars when the screen is too small for them.
+QWidget* fitted(QWidget* contents, const FormWindow& window) {
+    const QSize least = contents->minimumSizeHint();
+    const QSize room = window.roomOnScreen();
+    if (least.width() <= room.width() && least.height() <= room.height()) return contents;
+    auto* const area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(contents);
+    return area;
+}
+
 }  // namespace
 
 void layOutForm(const Form& form, FormWindow& window) {
@@ -220,10 +234,12 @@ void layOutForm(const Form& form, FormWindow& window) {
     std::ranges::move(leftOut(form, placed), std::back_inserter(nodes));
 
     Builder builder(window);
-    QLayout* const layout = builder.column(nodes);
-    layout->setSizeConstraint(QLayout::SetMinimumSize);
-    window.setLayout(layout);
+    auto* const contents = new QWidget;
+    contents->setLayout(builder.column(nodes));
     builder.alignLabels();
+    auto* const around = new QVBoxLayout(&window);
+    around->setContentsMargins({});
+    around->addWidget(fitted(contents, window));
 }
 
 }  // namespace FendaMaestros::qt

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
+#include <QScrollArea>
 #include <algorithm>
 #include <utility>
 
@@ -26,7 +27,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     layOutForm(form, *this);
     pull();
-    giveSensibleSize();
+    resize(sizeHint().boundedTo(roomOnScreen()));
     shownWindows().push_back(this);
 }
 
@@ -62,6 +63,11 @@ Control* FormWindow::controlOf(const QWidget& widget) const {
         for (const auto& [control, view] : views_)
             if (&view->widget() == at) return control;
     return nullptr;
+}
+
+QSize FormWindow::roomOnScreen() const {
+    constexpr QSize frame(16, 64);
+    return screen()->availableSize() - frame;
 }
 
 QWidget& FormWindow::keyReceiver() {
@@ -119,17 +125,15 @@ void FormWindow::pullFocus() {
     Control* const active = form_.activeControl();
     QWidget* const wanted = active ? &viewOf(*active).keyWidget() : nullptr;
     if (wanted == focusWidget()) return;
-    if (wanted)
-        wanted->setFocus(Qt::OtherFocusReason);
-    else
-        focusWidget()->clearFocus();
+    if (!wanted) return focusWidget()->clearFocus();
+    wanted->setFocus(Qt::OtherFocusReason);
+    showInView(*wanted);
 }
 
-/// As large as its contents ask for, within the screen.
-void FormWindow::giveSensibleSize() {
-    constexpr QSize frame(16, 64);
-    const QSize room = screen()->availableSize() - frame;
-    resize(sizeHint().boundedTo(room));
+/// A field behind scroll bars comes into view.
+void FormWindow::showInView(QWidget& widget) {
+    auto* const area = findChild<QScrollArea*>({}, Qt::FindDirectChildrenOnly);
+    if (area) area->ensureWidgetVisible(&widget);
 }
 
 }  // namespace FendaMaestros::qt

@@ -32,6 +32,8 @@ public:
     /// The control that a widget, or what it is in, shows; null when there is none.
     Control* controlOf(const QWidget& widget) const;
     ControlView& viewOf(Control& control);
+    /// What the largest window can show on this screen.
+    QSize roomOnScreen() const;
     /// Where Qt sends the keys of this window.
     QWidget& keyReceiver();
 
@@ -55,7 +57,7 @@ private:
     bool isDone() const { return !form_.isOpen() || failure_; }
     void pullControl(Control& control, ControlView& view);
     void pullFocus();
-    void giveSensibleSize();
+    void showInView(QWidget& widget);
 
     Form& form_;
     std::map<Control*, std::unique_ptr<ControlView>> views_;

@@ -59,7 +59,7 @@ void give(const Reply& reply, QPushButton& button) {
     hands::pressKey(button, {reply.key, shift::None});
 }
 
-bool dismisses(int code) { return code == key::Enter || (code >= 'A' && code <= 'Z'); }
+bool dismisses(int code) { return code == key::Enter || code == key::Escape || (code >= 'A' && code <= 'Z'); }
 
 }  // namespace
 

@@ -10,7 +10,7 @@ class QWidget;
 namespace FendaMaestros::qt {
 
 /// Shows a message over a window and waits for its answer. With a `scripted` reply, its key or the mouse gives it as a
-/// person would. The keys that Reply tells are Enter and the letters of the buttons; for Esc and the mouse it is 0.
+/// person would. The keys that Reply tells are Enter, Esc and the letters of the buttons; for the mouse it is 0.
 Reply askInDialog(const Message& message, const std::string& title, QWidget* parent,
                   const std::optional<Reply>& scripted);
 

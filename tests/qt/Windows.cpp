@@ -94,7 +94,7 @@ TEST_F(Windows, the_key_that_dismisses_a_message_is_released_once_on_the_screen_
     EXPECT_EQ(places, (std::vector<Control*>{&form.Codigo, &form.Nombre}));
 }
 
-TEST_F(Windows, messages_are_spanish_and_esc_says_no_without_a_key) {
+TEST_F(Windows, messages_are_spanish_and_esc_says_no) {
     std::vector<QString> texts;
     Reply reply;
     later({[&] {
@@ -108,7 +108,7 @@ TEST_F(Windows, messages_are_spanish_and_esc_says_no_without_a_key) {
     reply = desktop.ask({"¿Seguro?", 292, ""});
     EXPECT_EQ(texts, (std::vector<QString>{"&Sí", "&No", "FendaMaestros"}));
     EXPECT_EQ(reply.answer, Answer::No);
-    EXPECT_EQ(reply.key, 0);
+    EXPECT_EQ(reply.key, key::Escape);
 }
 
 TEST_F(Windows, pasted_text_passes_the_key_filter_and_keeps_the_caret) {
@@ -150,6 +150,42 @@ TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {
         tap({key::Escape, 0});
     }});
     form.show();
+}
+
+/// A screen that does not say how it is laid out.
+class Suelta : public Form {
+public:
+    explicit Suelta(Desktop& desktop) : Form(desktop) {
+        add(fraDatos, "fraDatos");
+        add(lblNombre, "lblNombre", &fraDatos);
+        add(Nombre, "Nombre", &fraDatos);
+        add(Tipo, "Tipo");
+        add(Lista, "Lista");
+        add(cmdSalir, "cmdSalir");
+    }
+
+    Frame fraDatos;
+    Label lblNombre{"Nombre:"};
+    TextBox Nombre;
+    ComboBox Tipo;
+    ListView Lista;
+    CommandButton cmdSalir{"&Salir"};
+};
+
+TEST_F(Windows, controls_that_no_arrangement_names_are_shown_all_the_same) {
+    Suelta loose(desktop);
+    loose.Tipo.Visible = false;
+    loose.cmdSalir.Click = [&] { loose.unload(); };
+    later({[&] {
+        qt::FormWindow& window = *qt::FormWindow::of(loose);
+        for (Control* control : loose.controls()) {
+            const QWidget& widget = window.viewOf(*control).widget();
+            EXPECT_EQ(widget.isVisible(), control->Visible) << control->Name;
+            EXPECT_TRUE(window.rect().contains(QRect(widget.mapTo(&window, QPoint()), QSize(1, 1)))) << control->Name;
+        }
+        tap({'S', shift::Alt});
+    }});
+    loose.show();
 }
 
 }  // namespace
