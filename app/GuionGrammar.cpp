@@ -155,6 +155,7 @@ Action key(Words& words) {
 }
 
 Action go(Words& words) {
+    words.take("a");
     return [name = words.text(controlName)](GuionOperator& person) { person.go(name); };
 }
 
@@ -170,6 +171,7 @@ Action tick(Words& words) {
 Action choose(Words& words) {
     const std::string name = words.text(controlName);
     std::optional<Place> item;
+    words.equals();
     if (!words.atEnd()) item = place(words, "el elemento");
     return [name, item](GuionOperator& person) { person.choose(name, item); };
 }
@@ -187,6 +189,7 @@ Action clickRow(Words& words) {
 }
 
 Action doubleClickRow(Words& words) {
+    words.take("clic");
     const std::string name = words.text(controlName);
     std::optional<Place> row;
     if (!words.atEnd()) row = place(words, "la fila");

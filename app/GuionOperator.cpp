@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "app/Operations.h"
+#include "session/frmBuscar.h"
 #include "toolkit/Keys.h"
 #include "toolkit/Text.h"
 
@@ -99,7 +100,7 @@ void GuionOperator::carryOut(const Command& command) {
 
 void GuionOperator::attend(Form& form) {
     rethrowFailure();
-    if (!searches_.empty() && guion::formName(form) == "frmBuscar") return search(form);
+    if (!searches_.empty() && dynamic_cast<frmBuscar*>(&form)) return search(form);
     while (form.isOpen()) {
         const Command* command = next();
         if (!command) {
