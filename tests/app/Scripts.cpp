@@ -65,8 +65,9 @@ struct Session {
     std::string failure;
 };
 
-/// Runs a script with a toy screen open.
-Session run(const std::string& script) {
+using Desktops = GuionDesktop (*)(Operator&);
+
+Session runOn(Desktops desktop, const std::string& script) {
     Session result;
     std::ostringstream printed;
     try {
@@ -85,6 +86,17 @@ Session run(const std::string& script) {
         result.failure = std::to_string(error.line) + ": " + error.reason;
     }
     result.printed = printed.str();
+    return result;
+}
+
+/// Runs a script with a toy screen open, on every desktop that was built; all do the same.
+Session run(const std::string& script) {
+    Session result = runOn(headlessDesktop, script);
+#ifdef FENDA_WITH_QT
+    const Session onWindows = runOn(windowDesktop, script);
+    EXPECT_EQ(onWindows.printed, result.printed);
+    EXPECT_EQ(onWindows.failure, result.failure);
+#endif
     return result;
 }
 
