@@ -13,6 +13,7 @@ namespace {
 
 constexpr qreal cornerRadius = 4;
 constexpr int fieldHeight = 28;
+constexpr int itemHeight = 24;
 constexpr QSize leastButton(96, 30);
 
 QColor lineColor(const QPalette& palette) {
@@ -315,6 +316,7 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
     if (type == CT_PushButton) return size.expandedTo(leastButton);
     if (type == CT_LineEdit || type == CT_ComboBox) return size.expandedTo({0, fieldHeight});
+    if (type == CT_ItemViewItem) return size.expandedTo({0, itemHeight});
     return size;
 }
 

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyledItemDelegate>
 #include <stdexcept>
 
 #include "platform/qt/FormWindow.h"
@@ -127,6 +128,7 @@ public:
         box_.setMinimumContentsLength(fewestCharacters);
         box_.setSizeAdjustPolicy(QComboBox::AdjustToContents);
         box_.setMaxVisibleItems(itemsDropped);
+        box_.setItemDelegate(new QStyledItemDelegate(&box_));
         QObject::connect(&box_, &QComboBox::activated, &window,
                          [&](int index) { window.hand([&] { window.form().choose(combo, index); }); });
     }
