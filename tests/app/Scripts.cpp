@@ -80,7 +80,7 @@ Session runOn(Desktops desktop, const std::string& script) {
                          }});
         GuionOperator person(std::move(commands), printed);
         program.emplace(
-            headlessDesktop(person), [](std::string_view) {}, std::nullopt);
+            desktop(person), [](std::string_view) {}, std::nullopt);
         person.run(*program);
     } catch (const GuionError& error) {
         result.failure = std::to_string(error.line) + ": " + error.reason;
