@@ -41,7 +41,7 @@ private:
     std::unique_ptr<sqlite3, CloseDatabase> handle_;
 };
 
-/// Names of a text that the engine reads as a name or a literal.
+/// A text as a literal of the engine, its quotes doubled.
 std::string quoted(const std::string& text);
 
 }  // namespace FendaMaestros::sqlite

@@ -72,7 +72,7 @@ constexpr Table sharedTables[] = {
 
 constexpr Index sharedIndexes[] = {
     {"Nif", "Nif_PorDoc", "Nif_Doc"},
-    {"Nif", "Nif_PorCP", "Nif_CP, Nif_Pais, Nif_Pob"},
+    {"Nif", "Nif_PorCP", "Nif_CP, Nif_Pais"},
     {"BalCtas", "BalCtas_PorCta", "BalC_Cta"},
 };
 

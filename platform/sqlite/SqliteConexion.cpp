@@ -143,8 +143,10 @@ private:
 SqliteConexion::SqliteConexion(Database company, const std::filesystem::path& shared) : database_(std::move(company)) {
     database_.execute("ATTACH " + quoted(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
     // One transaction spans both files, and only a rollback journal keeps it whole through a crash.
-    database_.execute("PRAGMA main.synchronous = FULL");
-    database_.execute("PRAGMA KXComun.synchronous = FULL");
+    for (const char* schema : {"main", "KXComun"}) {
+        database_.execute(std::string("PRAGMA ") + schema + ".journal_mode = DELETE");
+        database_.execute(std::string("PRAGMA ") + schema + ".synchronous = FULL");
+    }
     sqlite3_set_authorizer(database_.handle(), authorize, this);
 }
 

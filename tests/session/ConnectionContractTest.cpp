@@ -144,6 +144,7 @@ TEST_P(ConnectionContract, IdsAreNewAndGrowing) {
 TEST_P(ConnectionContract, TextsCompareAsInSpanish) {
     insertCentres({"Señor  ", "SEÑOR", "senor", "señór", "Seno"});
     EXPECT_EQ(centresWhere("Centro_Des = 'señor'"), "Señor   SEÑOR");
+    EXPECT_EQ(centresWhere("Centro_Des = 'sen\xCC\x83or'"), "Señor   SEÑOR");
     EXPECT_EQ(centresWhere("Centro_Des <> 'señor '"), "senor señór Seno");
     EXPECT_EQ(centresWhere("'SENO' = Centro_Des + ''"), "Seno");
     EXPECT_EQ(centresWhere("isnull(Centro_Des,'') = 'SENOR  '"), "senor");

@@ -200,6 +200,15 @@ TEST_F(DataFolderTest, TwoConnectionsOnOneCompanyTakeTurns) {
     EXPECT_EQ(count(*one, "Centro"), 2);
 }
 
+TEST_F(DataFolderTest, AWriteAheadLogIsTurnedBack) {
+    engine(*openCreated()).database().execute("PRAGMA main.journal_mode = WAL; PRAGMA KXComun.journal_mode = WAL");
+    const auto session = folder->openCompany("Una");
+    insertCentre(*session, "x");
+    EXPECT_FALSE(fs::exists(path / "Una.db-wal"));
+    EXPECT_FALSE(fs::exists(path / "KXComun.db-wal"));
+    EXPECT_EQ(engine(*session).database().number("PRAGMA KXComun.synchronous"), 2);
+}
+
 TEST_F(DataFolderTest, ASessionUsesTheConnectionItIsGiven) {
     openCreated();
     std::shared_ptr<ConexionBd> inner;
