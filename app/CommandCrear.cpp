@@ -61,30 +61,49 @@ int nameOrder(const std::string& typed) {
     refuse("El orden del nombre (--orden) debe ser nombre o apellidos, y no «" + typed + "».");
 }
 
-}  // namespace
+struct Company {
+    std::string name;
+    int fiscalYear;
+    int digits;
+    int province;
+    int nameOrder;
+};
+
+Company read(const CompanyRequest& request) {
+    const auto given = [](const std::string& typed, const char* otherwise) {
+        return typed.empty() ? otherwise : typed;
+    };
+    return {validName(request.name), fiscalYear(request.fiscalYear),
+            number(given(request.digits, "8"), 4, 15, "El número de dígitos de una subcuenta (--digitos)"),
+            province(given(request.province, "28")), nameOrder(request.nameOrder)};
+}
 
 #ifdef FENDA_WITH_SQLITE
 
-int runCrear(const std::filesystem::path& folder, const CompanyRequest& request) {
-    sqlite::CompanyData company;
-    company.name = validName(request.name);
-    company.fiscalYear = fiscalYear(request.fiscalYear);
-    if (!request.digits.empty())
-        company.accountDigits = number(request.digits, 4, 15, "El número de dígitos de una subcuenta (--digitos)");
-    if (!request.province.empty()) company.province = province(request.province);
-    company.nameOrder = nameOrder(request.nameOrder);
-    sqlite::DataFolder(folder).createCompany(company);
-    std::printf("Se ha creado la empresa «%s», ejercicio %d, en %s\n", company.name.c_str(), company.fiscalYear,
-                folder.c_str());
-    return 0;
+void create(const std::filesystem::path& folder, const Company& company) {
+    sqlite::DataFolder(folder).createCompany({.name = company.name,
+                                              .fiscalYear = company.fiscalYear,
+                                              .accountDigits = company.digits,
+                                              .province = company.province,
+                                              .nameOrder = company.nameOrder});
 }
 
 #else
 
-int runCrear(const std::filesystem::path&, const CompanyRequest&) {
+void create(const std::filesystem::path&, const Company&) {
     throw std::runtime_error("Este programa se ha construido sin base de datos: no puede crear empresas.");
 }
 
 #endif
+
+}  // namespace
+
+int runCrear(const std::filesystem::path& folder, const CompanyRequest& request) {
+    const Company company = read(request);
+    create(folder, company);
+    std::printf("Se ha creado la empresa «%s», ejercicio %d, en %s\n", company.name.c_str(), company.fiscalYear,
+                folder.c_str());
+    return 0;
+}
 
 }  // namespace FendaMaestros
