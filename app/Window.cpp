@@ -77,9 +77,9 @@ std::shared_ptr<void> openDisplay() {
 
 #if defined(FENDA_WITH_QT) && defined(FENDA_WITH_SQLITE)
 
-int runMainWindow(const std::filesystem::path& folder, const std::string& company) {
-    const std::shared_ptr<void> display = openDisplay();
-    QtDesktop desktop;
+namespace {
+
+int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::string& company) {
     const sqlite::DataFolder data(folder);
     std::vector<std::string> companies;
     if (data.exists()) companies = data.companies();
@@ -89,6 +89,21 @@ int runMainWindow(const std::filesystem::path& folder, const std::string& compan
     window.openCompany(company.empty() ? companies.front() : company);
     window.show();
     return QApplication::exec();
+}
+
+}  // namespace
+
+int runMainWindow(const std::filesystem::path& folder, const std::string& company) {
+    const std::shared_ptr<void> display = openDisplay();
+    QtDesktop desktop;
+    try {
+        return runOn(desktop, folder, company);
+    } catch (const std::exception& failure) {
+        // Who started the program from a desktop sees no terminal.
+        const bool seen = QGuiApplication::platformName() != "offscreen";
+        if (seen) desktop.ask({failure.what(), message::Critical, "Fenda"});
+        throw;
+    }
 }
 
 #else
