@@ -113,6 +113,35 @@ TEST_F(CodeTables, LeavingAnUnknownCodeByAClickAsksAndTheClickDoesNothingElse) {
     EXPECT_EQ(centres(), "1=Almacén;2=Oficina;3=Tienda;");
 }
 
+TEST_F(CodeTables, ATypeOfEntryIsInsertedOnceAndUpdatedFromThenOn) {
+    person.visits.push_back([&](Form& concepts) { person.press(concepts, "cmdAuto"); });
+    person.visits.push_back([&](Form& form) {
+        person.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "Combo1"), 1);
+        person.press(form, "Check1(2)");
+        person.press(form, "cmdGuardar");
+        EXPECT_EQ(person.text(form, "Text1(2)"), "#3");
+        person.press(form, "Check1(0)");
+        person.press(form, "cmdGuardar");
+    });
+    maes.jConceptos();
+    const auto rows = memory->Execute("SELECT Conce_Cod, Conce_Des, Conce_Mod FROM KXComun.dbo.Conceptos");
+    ASSERT_EQ(rows->RecordCount(), 1);
+    EXPECT_EQ(rows->Fields("Conce_Cod").Value, Variant(1001));
+    EXPECT_EQ(rows->Fields("Conce_Des").Value, Variant("000#3#1"));
+    EXPECT_EQ(rows->Fields("Conce_Mod").Value, Variant(0));
+}
+
+TEST_F(CodeTables, AMassOfUnknownNatureIsNotSavedAsAnother) {
+    memory->run({"INSERT INTO KXComun.dbo.Masas (Masas_Plan, Masas_Des, Masas_AP) VALUES (2008, ?, 7)", {"Otra"}});
+    person.answers = {Answer::Ok};
+    person.visits.push_back([&](Form& form) {
+        person.press(form, "cmdGuardar");
+        EXPECT_TRUE(hasFocus(form, "cboMasas"));
+    });
+    maes.jMasas();
+    EXPECT_EQ(memory->Execute("SELECT Masas_AP FROM KXComun.dbo.Masas")->Fields("Masas_AP").Value, Variant(7));
+}
+
 TEST_F(CodeTables, WithoutASessionTheHostIsTold) {
     maes.MyBd = nullptr;
     person.visits.push_back([](Form&) {});
