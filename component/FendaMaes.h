@@ -4,6 +4,7 @@
 #include <string>
 
 #include "session/SesionBd.h"
+#include "toolkit/Controls.h"
 #include "toolkit/Desktop.h"
 #include "ui/Componentes.h"
 
@@ -36,9 +37,21 @@ public:
     void jCentros();
     void jMasas();
 
+    /// Whether a code hangs from an account of the official plan of the year, or a person wants it all the same. See
+    /// chart/CodigosCuenta.h.
+    bool msValidaCuentaPlan(const std::string& sCuenta, std::int16_t nEjercicio, bool bPreguntar = true);
+    /// The PCta_Id that a person picks, 0 for none. `n`: 1 by code, otherwise by name. See chart/BuscarCuentas.h.
+    std::int32_t fnBuscarCuentas(std::int16_t n, bool bPGC = false, bool bSoloActivas = true);
+    /// The Conce_Id that a person picks, 0 for none. `n`: 1 by code, otherwise by name.
+    std::int32_t fnBuscarConceptos(std::int16_t n);
+
+    /// Fills a combo box with the withholding keys ("-") or the sub-keys of one key. See taxid/ClavesRetencion.h.
+    void jCargaClavesRetencion(ComboBox& oCb, const std::string& s, std::int16_t n, bool bConsulta);
     /// The check letter of a personal tax number (NIF). "" when there is none to compute: then `mensaje`, if given,
     /// receives the reason. See taxid/Validacion.h.
     std::string Calcula_letra_NIF(const std::string& valor, std::string* mensaje = nullptr);
+    /// The town registered for a country and a postal code, "" when none is.
+    std::string FnBuscaPoblacion(const std::string& PAIS, const std::string& Cpostal);
     /// Whether a tax identifier is well formed; rewrites it in its normal form. With `bDatos`, one that is registered
     /// as N.I.E. is accepted as it is. See taxid/Validacion.h.
     bool FnVerificarCif(std::string& sValor, bool bDatos = false);
