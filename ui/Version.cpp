@@ -1,0 +1,7 @@
+#include "ui/Version.h"
+
+namespace FendaMaestros {
+
+std::string versionComponente() { return FENDA_VERSION; }
+
+}  // namespace FendaMaestros
