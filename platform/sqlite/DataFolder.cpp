@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
+#include "platform/sqlite/DemoCompany.h"
 #include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/ReferenceData.h"
 #include "platform/sqlite/Schema.h"
@@ -85,6 +86,19 @@ void storeParameters(const Database& database, const CompanyData& company) {
         database.execute("INSERT INTO Parametros VALUES (" + quoted(name) + ", " + value + ")");
 }
 
+/// A plan of data/NAME.csv as accounts that are no sub-accounts. `variant` is what the plan in force is known by.
+void loadPlan(const Database& database, const std::string& name, int year, int variant) {
+    loadReferenceData(database, "PCta", name,
+                      {.names = "PCta_Plan,PCta_PlanSec,PCta_Subcuenta,PCta_bActiva,PCta_IdMasa,PCta_IdCen,PCta_IdDpto,"
+                                "Pcta_IdNif,PCta_IdCtaAso,Pcta_Origen,Pcta_IdOrigen",
+                       .values = std::to_string(year) + "," + std::to_string(variant) + ",0,1,0,0,0,0,0,0,0"});
+}
+
+void attachShared(const Database& database, const fs::path& file) {
+    database.execute("ATTACH " + quoted(file.string()) + " AS KXComun");
+    checkSchema(database, "KXComun", Contents::Shared);
+}
+
 ParametrosEmpresa readParameters(ConexionBd& connection) {
     ParametrosEmpresa parameters;
     const auto rows = connection.Execute("SELECT Par_Nom, Par_Valor FROM Parametros");
@@ -111,16 +125,11 @@ std::vector<std::string> DataFolder::companies() const {
     return names;
 }
 
-void DataFolder::createCompany(const CompanyData& company) const {
-    create(company, [](const Database&) {});
-}
+void DataFolder::createCompany(const CompanyData& company) const { create(company, {}); }
 
 std::string DataFolder::createDemo() const {
     const CompanyData demo = {.name = "Empresa de demostración", .fiscalYear = 2026};
-    create(demo, [](const Database& database) {
-        loadReferenceData(database, "Centro", "demo_centros");
-        loadReferenceData(database, "Dpto", "demo_departamentos");
-    });
+    create(demo, loadDemo);
     return demo.name;
 }
 
@@ -167,6 +176,9 @@ void DataFolder::createShared() const {
         loadReferenceData(database, "TVI", "vias");
         loadReferenceData(database, "Conceptos", "conceptos");
         loadReferenceData(database, "Masas", "masas");
+        loadReferenceData(database, "Balances", "balances");
+        loadReferenceData(database, "BalEstruc", "balestruc");
+        loadReferenceData(database, "BalCtas", "balctas");
     });
 }
 
@@ -177,20 +189,27 @@ void DataFolder::create(const CompanyData& company, const Filler& fill) const {
     createFolder();
     saying("No se puede crear la empresa " + guillemets(company.name), [&] {
         createShared();
-        createFile(file, [&](const Database& database) {
-            createSchema(database, "main", Contents::Company);
-            storeParameters(database, company);
-            fill(database);
-        });
+        createFile(
+            file,
+            [&](const Database& database) {
+                createSchema(database, "main", Contents::Company);
+                storeParameters(database, company);
+                loadPlan(database, "pgc2008", 2008, 1);
+                loadPlan(database, "pgc1990", 1990, 0);
+                loadReferenceData(database, "DIR", "poblaciones");
+                if (fill) fill(database);
+            },
+            fill ? folder_ / sharedFileName : fs::path());
     });
 }
 
-void DataFolder::createFile(const fs::path& file, const Filler& fill) const {
+void DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::path& shared) const {
     const auto aside = fs::path(file).replace_extension(".nueva");
     createEmpty(aside);
     std::error_code error;
     try {
         Database database(aside, Database::Mode::Create, busyTimeout_);
+        if (!shared.empty()) attachShared(database, shared);
         database.execute("BEGIN");
         fill(database);
         database.execute("COMMIT");

@@ -38,10 +38,12 @@ public:
     /// The names of the companies in Spanish order.
     std::vector<std::string> companies() const;
 
-    /// Makes a company without data, and before it, where they are missing, the folder and the shared database with
-    /// its countries, provinces, kinds of street, concepts and balance masses.
+    /// Makes a company with the official plans and the towns but no data of its own, and before it, where they are
+    /// missing, the folder and the shared database with its countries, provinces, kinds of street, concepts, balance
+    /// masses and balances.
     void createCompany(const CompanyData& company) const;
-    /// Makes the company "Empresa de demostración" with work centres and departments, and gives its name.
+    /// Makes the company "Empresa de demostración" with invented data, whose tax identities go into the shared
+    /// database, and gives its name.
     std::string createDemo() const;
 
     std::unique_ptr<SesionBd> openCompany(const std::string& name, const ConnectionWrapper& wrap = {}) const;
@@ -52,9 +54,11 @@ private:
     void requireFolder() const;
     void createFolder() const;
     void createShared() const;
+    /// `fill`, if there is one, adds data to the new company and to the shared database in one transaction.
     void create(const CompanyData& company, const Filler& fill) const;
-    /// Fills a database aside and gives it its name when it is whole.
-    void createFile(const std::filesystem::path& file, const Filler& fill) const;
+    /// Fills a database aside and gives it its name when it is whole; `shared`, unless empty, is attached meanwhile.
+    void createFile(const std::filesystem::path& file, const Filler& fill,
+                    const std::filesystem::path& shared = {}) const;
 
     std::filesystem::path folder_;
     std::chrono::milliseconds busyTimeout_;

@@ -26,18 +26,23 @@ std::string_view takeValue(std::string_view& line) {
     return value;
 }
 
-std::string insertion(const std::string& table, std::string_view header) {
-    std::string marks = "?";
+std::string insertion(const std::string& table, std::string_view header, const FixedColumns& fixed) {
+    std::string columns(header), values = "?";
     for (const char c : header)
-        if (c == ',') marks += ",?";
-    return "INSERT INTO " + table + "(" + std::string(header) + ") VALUES (" + marks + ")";
+        if (c == ',') values += ",?";
+    if (!fixed.names.empty()) {
+        columns += "," + fixed.names;
+        values += "," + fixed.values;
+    }
+    return "INSERT INTO " + table + "(" + columns + ") VALUES (" + values + ")";
 }
 
 }  // namespace
 
-void loadReferenceData(const Database& database, const std::string& table, std::string_view name) {
+void loadReferenceData(const Database& database, const std::string& table, std::string_view name,
+                       const FixedColumns& fixed) {
     auto text = referenceData(name);
-    const auto insert = database.prepare(insertion(table, takeLine(text)));
+    const auto insert = database.prepare(insertion(table, takeLine(text), fixed));
     while (!text.empty()) {
         auto line = takeLine(text);
         for (int i = 1; i <= sqlite3_bind_parameter_count(insert.get()); ++i) {
