@@ -1,8 +1,10 @@
 #include "app/Operations.h"
 
 #include <algorithm>
+#include <charconv>
 #include <stdexcept>
 
+#include "app/AccountOperations.h"
 #include "app/frmIdentificador.h"
 #include "toolkit/Text.h"
 
@@ -11,6 +13,8 @@ namespace FendaMaestros {
 namespace {
 
 constexpr int f(int number) { return key::F1 + number - 1; }
+
+constexpr const char* marksAreTaken = "Se aceptan minúsculas, puntos y guiones.";
 
 std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 
@@ -40,19 +44,25 @@ Outcome callVerify(FendaMaes& component, const Arguments& arguments) {
 }
 
 void openLetter(FendaMaes& component) {
-    frmIdentificador("Letra de un NIF", "Número", "&Calcular", [&component](const std::string& number) {
-        std::string message;
-        const std::string letter = component.Calcula_letra_NIF(number, &message);
-        return letter.empty() ? message : number + letter;
-    }).show();
+    frmIdentificador(
+        "Letra de un NIF", "Número", "&Calcular",
+        [&component](const std::string& number) {
+            std::string message;
+            const std::string letter = component.Calcula_letra_NIF(number, &message);
+            return letter.empty() ? message : number + letter;
+        },
+        marksAreTaken)
+        .show();
 }
 
 void openVerify(FendaMaes& component) {
-    frmIdentificador("Comprobar un identificador fiscal", "Identificador", "&Comprobar",
-                     [&component](std::string identifier) {
-                         const bool valid = component.FnVerificarCif(identifier, true);
-                         return identifier + (valid ? " es válido" : " no es válido");
-                     })
+    frmIdentificador(
+        "Comprobar un identificador fiscal", "Identificador", "&Comprobar",
+        [&component](std::string identifier) {
+            const bool valid = component.FnVerificarCif(identifier, true);
+            return identifier + (valid ? " es válido" : " no es válido");
+        },
+        marksAreTaken)
         .show();
 }
 
@@ -70,8 +80,19 @@ bool Arguments::flag(std::size_t index, bool absent) const {
     throw std::invalid_argument("Se esperaba sí o no, y no «" + texts_[index] + "».");
 }
 
+std::int16_t Arguments::number(std::size_t index, std::int16_t absent) const {
+    if (index >= texts_.size()) return absent;
+    const std::string& given = texts_[index];
+    std::int16_t value = 0;
+    const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), value);
+    if (error != std::errc() || end != given.data() + given.size())
+        throw std::invalid_argument("Se esperaba un número entero, y no «" + given + "».");
+    return value;
+}
+
 const std::vector<Operation>& operations() {
     static const std::string tables = "&Tablas";
+    static const std::string accounts = "&Cuentas";
     static const std::string identifiers = "&Identificadores";
     static const std::vector<Operation> all{
         screen("jCentros", tables, "&Centros de trabajo", f(2), &FendaMaes::jCentros),
@@ -79,8 +100,25 @@ const std::vector<Operation>& operations() {
         screen("jConceptos", tables, "C&onceptos contables", f(4), &FendaMaes::jConceptos),
         screen("jPaises", tables, "&Países", f(5), &FendaMaes::jPaises),
         screen("jMasas", tables, "&Masas patrimoniales", f(6), &FendaMaes::jMasas),
+        {"fnBuscarCuentas", accounts, "&Buscar una cuenta", {f(11)}, 3, openSearchAccounts, callSearchAccounts},
+        {"fnBuscarConceptos", accounts, "Buscar un c&oncepto", {f(12)}, 1, openSearchConcepts, callSearchConcepts},
+        {"msValidaCuentaPlan",
+         accounts,
+         "Comp&robar una cuenta",
+         {f(11), shift::Shift},
+         3,
+         openCheckAccount,
+         callCheckAccount},
         {"FnVerificarCif", identifiers, "Comprobar un &identificador", {f(7)}, 2, openVerify, callVerify},
         {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {f(8)}, 1, openLetter, callLetter},
+        {"jCargaClavesRetencion", identifiers, "Claves de &retención", {f(7), shift::Shift}, 3, openKeys, callFillKeys},
+        {"FnBuscaPoblacion",
+         identifiers,
+         "&Población de un código postal",
+         {f(8), shift::Shift},
+         2,
+         openFindTown,
+         callFindTown},
     };
     return all;
 }

@@ -21,6 +21,8 @@ public:
     std::string text(std::size_t index, std::string absent = {}) const;
     /// "sí" or "no", whatever case and accent, or 1 or 0. Throws std::invalid_argument, in Spanish, for anything else.
     bool flag(std::size_t index, bool absent) const;
+    /// A whole number of 16 bits. Throws std::invalid_argument, in Spanish, for anything else.
+    std::int16_t number(std::size_t index, std::int16_t absent) const;
 
 private:
     std::vector<std::string> texts_;

@@ -2,8 +2,12 @@
 
 namespace FendaMaestros {
 
-frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule)
-    : rule_(std::move(rule)), Label1(std::move(fieldCaption)), cmdComprobar(std::move(commandCaption)) {
+frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule,
+                                   std::string hint)
+    : rule_(std::move(rule)),
+      hint_(std::move(hint)),
+      Label1(std::move(fieldCaption)),
+      cmdComprobar(std::move(commandCaption)) {
     Caption = sTituloVentana = std::move(caption);
     add(Label1, "Label1");
     add(Text1, "Text1");
@@ -20,7 +24,7 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
 void frmIdentificador::onLoad() {
     Pantalla::onLoad();
     Text1.MaxLength = 40;
-    lblResultado.Caption = "Se aceptan minúsculas, puntos y guiones.";
+    lblResultado.Caption = hint_;
 }
 
 void frmIdentificador::comprobar() {

@@ -7,12 +7,13 @@
 
 namespace FendaMaestros {
 
-/// Asks for one identifier and shows what a rule says of it, as often as the person likes.
+/// Asks for one identifier and shows what a rule says of it, as often as the person likes. `hint` stands there before.
 class frmIdentificador final : public Pantalla {
 public:
     using Rule = std::function<std::string(const std::string& typed)>;
 
-    frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule);
+    frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule,
+                     std::string hint = {});
 
 protected:
     void onLoad() override;
@@ -21,6 +22,7 @@ private:
     void comprobar();
 
     Rule rule_;
+    std::string hint_;
     Label Label1;
     TextBox Text1;
     Label lblResultado;

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ui/Pantalla.h"
+
+namespace FendaMaestros {
+
+/// Shows the withholding keys of a fiscal year and the sub-keys of the one chosen.
+class frmClaves final : public Pantalla {
+public:
+    frmClaves();
+
+protected:
+    void onLoad() override;
+
+private:
+    void mostrarClaves();
+    void mostrarSubclaves();
+    std::int16_t ejercicio() const;
+
+    Label Label1{"Ejercicio"};
+    TextBox Text1;
+    Label Label2{"Clave"};
+    ComboBox cboClave;
+    Label Label3{"Subclave"};
+    ComboBox cboSubclave;
+    CommandButton cmdSalir{"&Salir"};
+};
+
+}  // namespace FendaMaestros
