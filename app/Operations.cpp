@@ -31,6 +31,11 @@ Operation screen(std::string name, std::string group, std::string caption, int k
                 }};
 }
 
+Outcome callRegister(FendaMaes& component, const Arguments& arguments) {
+    component.jNif(arguments.text(0));
+    return {};
+}
+
 Outcome callLetter(FendaMaes& component, const Arguments& arguments) {
     std::string message;
     std::string letter = component.Calcula_letra_NIF(arguments.text(0), &message);
@@ -109,6 +114,13 @@ const std::vector<Operation>& operations() {
          3,
          openCheckAccount,
          callCheckAccount},
+        {"jNif",
+         identifiers,
+         "Ma&estro de Cif/Nif",
+         {f(9)},
+         1,
+         [](FendaMaes& component) { component.jNif(); },
+         callRegister},
         {"FnVerificarCif", identifiers, "Comprobar un &identificador", {f(7)}, 2, openVerify, callVerify},
         {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {f(8)}, 1, openLetter, callLetter},
         {"jCargaClavesRetencion", identifiers, "Claves de &retención", {f(7), shift::Shift}, 3, openKeys, callFillKeys},

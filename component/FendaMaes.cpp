@@ -13,6 +13,7 @@
 #include "taxid/ClavesRetencion.h"
 #include "taxid/Validacion.h"
 #include "taxid/VerificarCif.h"
+#include "taxid/frmNif.h"
 
 namespace FendaMaestros {
 
@@ -55,6 +56,8 @@ std::int32_t FendaMaes::fnBuscarCuentas(std::int16_t n, bool bPGC, bool bSoloAct
 }
 
 std::int32_t FendaMaes::fnBuscarConceptos(std::int16_t n) { return FendaMaestros::fnBuscarConceptos(n); }
+
+void FendaMaes::jNif(const std::string& sNif) { frmNif(sNif).show(); }
 
 void FendaMaes::jCargaClavesRetencion(ComboBox& oCb, const std::string& s, std::int16_t n, bool bConsulta) {
     FendaMaestros::jCargaClavesRetencion(oCb, s, n, bConsulta);

@@ -45,6 +45,10 @@ public:
     /// The Conce_Id that a person picks, 0 for none. `n`: 1 by code, otherwise by name.
     std::int32_t fnBuscarConceptos(std::int16_t n);
 
+    /// The register of tax identities. With a document that is not blank it opens on its entry, or on a new one with
+    /// that document, and closes after the first save.
+    void jNif(const std::string& sNif = {});
+
     /// Fills a combo box with the withholding keys ("-") or the sub-keys of one key. See taxid/ClavesRetencion.h.
     void jCargaClavesRetencion(ComboBox& oCb, const std::string& s, std::int16_t n, bool bConsulta);
     /// The check letter of a personal tax number (NIF). "" when there is none to compute: then `mensaje`, if given,

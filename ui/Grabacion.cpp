@@ -28,4 +28,12 @@ void Grabacion::insertar() {
     requireCarriedOut(status, text);
 }
 
+void Grabacion::borrar(std::string_view where) {
+    session_.Condicion(where);
+    std::string text;
+    bool status = false;
+    session_.Borrar(text, status);
+    requireCarriedOut(status, text);
+}
+
 }  // namespace FendaMaestros

@@ -7,8 +7,8 @@
 
 namespace FendaMaestros {
 
-/// One write, described and carried out in the order that the session wants: table, columns, then actualizar() or
-/// insertar().
+/// One write, described and carried out in the order that the session wants: table, columns, then actualizar(),
+/// insertar() or, without columns, borrar().
 class Grabacion {
 public:
     Grabacion(SesionBd& session, std::string_view table) : session_(session) {
@@ -26,6 +26,8 @@ public:
     void actualizar(std::string_view where);
     /// Errors as actualizar().
     void insertar();
+    /// Arguments and errors as actualizar().
+    void borrar(std::string_view where);
 
 private:
     SesionBd& session_;

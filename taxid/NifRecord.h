@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "session/Recordset.h"
+#include "ui/Grabacion.h"
+
+namespace FendaMaestros {
+
+/// The kinds of tax document, `Nif_TipDoc`.
+namespace documento {
+inline constexpr int Cif = 0;
+inline constexpr int Nif = 1;
+inline constexpr int Nie = 2;
+inline constexpr int Otros = 3;
+}  // namespace documento
+
+/// One entry of the register of tax identities, shared table `Nif`. What is null there is "" here.
+struct NifRecord {
+    std::int64_t id = 0;                 ///< 0 for one that is not in the register
+    int tipoDocumento = documento::Cif;  ///< -1: unknown, and left as it is by a write
+    std::string documento;
+    std::string nombre;  ///< of a person, or the company's
+    std::string apellido1;
+    std::string apellido2;
+    std::string tipoVia;  ///< code of two characters
+    std::string via;
+    std::string numero;
+    std::string escalera;
+    std::string piso;
+    std::string puerta;
+    std::string codigoPostal;
+    std::string poblacion;
+    std::string provincia;  ///< code of two characters in Spain, any text elsewhere
+    std::string pais;       ///< code of three characters, Spain "011"
+    std::string telefono;
+    std::string fax;
+    std::string movil;
+    std::string correo;
+    std::string claveRetencion;  ///< one character
+    std::string subclave;        ///< two characters
+};
+
+/// The entry in the current row of a read of all columns. Errors as Recordset::Fields.
+NifRecord leerNif(const Recordset& row);
+
+/// Describes every column but the id. The surnames of an organisation, whatever the record says, and withholding keys
+/// that are not there are stored as null, every other text as it is.
+void describirNif(Grabacion& write, const NifRecord& nif);
+
+}  // namespace FendaMaestros

@@ -1,0 +1,432 @@
+#include "taxid/frmNif.h"
+
+#include "component/FendaMaes.h"
+#include "session/ErrorBd.h"
+#include "taxid/BuscaPoblacion.h"
+#include "taxid/BuscarNif.h"
+#include "taxid/ClavesRetencion.h"
+#include "taxid/ExpresionNombre.h"
+#include "taxid/ListaCodigos.h"
+#include "taxid/Validacion.h"
+#include "toolkit/Format.h"
+#include "toolkit/Text.h"
+#include "ui/Transaccion.h"
+#include "ui/Version.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+/// Indexes of txtFields that have rules of their own.
+namespace campo {
+constexpr int Nombre = 1;
+constexpr int Apellido1 = 2;
+constexpr int Apellido2 = 3;
+constexpr int NombreComercial = 4;
+constexpr int Documento = 5;
+constexpr int Provincia = 10;
+constexpr int CodigoPostal = 49;
+constexpr int Poblacion = 50;
+}  // namespace campo
+
+constexpr int buscarPorDocumento = 1;
+constexpr int buscarPorNombre = 2;
+constexpr std::int64_t codigoPais = 11;
+constexpr std::int64_t provinciaExtranjera = 99;
+constexpr std::size_t cifrasCodigoPostal = 5;
+
+/// The session did not carry out the update: the save ends without a word.
+struct GrabacionRechazada {};
+
+/// The pointer of a wait, as long as it lives.
+class Espera {
+public:
+    explicit Espera(Desktop& desktop) : desktop_(desktop) {
+        desktop_.setPointer(13);
+        desktop_.processPending();
+    }
+    Espera(const Espera&) = delete;
+    Espera& operator=(const Espera&) = delete;
+    ~Espera() { desktop_.setPointer(0); }
+
+private:
+    Desktop& desktop_;
+};
+
+/// A text inside the quotes of a literal.
+std::string literal(const std::string& value) { return text::replaced(value, "'", "''"); }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::string dosCifras(std::int64_t code) { return format(code, "00"); }
+
+ConexionBd& conexion() { return *instanciaActual().sesion().Conexion(); }
+
+}  // namespace
+
+frmNif::frmNif(const std::string& sNif)
+    : sNifInicial_(sNif), bAbiertaConDocumento_(!text::trim(sNif).empty()), bCargaPendiente_(bAbiertaConDocumento_) {
+    sTituloVentana = "Maestro de Cif/Nif";
+    prepararCampos();
+    prepararMandos();
+    disponer();
+}
+
+// --- opening
+
+void frmNif::onLoad() {
+    Pantalla::onLoad();
+    Caption = "Maestro de Cif/Nif Versión: " + versionComponente();
+    cboDocType.setListIndex(documento::Cif);
+    sExpresionNombre_ = expresionNombre();
+    cargarListas();
+    jCargaClavesRetencion(cboClaveRetencion, "-", ejercicio(), false);
+    txtFields(0).Tag = "CODCLI";
+    if (bAbiertaConDocumento_) txtFields(campo::Documento).Text = sNifInicial_;
+}
+
+void frmNif::onActivate() {
+    if (!bCargaPendiente_) return;
+    bCargaPendiente_ = false;
+    salirCampo(campo::Documento);
+    if (nIdActual_ < 1) setFocus(txtFields(campo::Nombre));
+}
+
+void frmNif::cargarListas() {
+    const auto streets = conexion().Execute("Select * from KXComun.dbo.TVI");
+    for (; !streets->Eof(); streets->MoveNext())
+        cboTipoVia.AddItem(
+            lista::elemento(streets->Fields("TVI_COD").Value.text(), streets->Fields("TVI_NOM").Value.text()));
+
+    const std::int64_t own = instanciaActual().sesion().Parametros().Item("Par_Provincia").Value.integer();
+    const auto provinces = conexion().Execute("Select * from KXComun.dbo.PROV");
+    for (; !provinces->Eof(); provinces->MoveNext()) {
+        const std::int64_t code = provinces->Fields("PROV_COD").Value.integer();
+        if (code == provinciaExtranjera) nProvincia99_ = cboProvincias.ListCount();
+        if (code == own) nProvinciaPropia_ = cboProvincias.ListCount();
+        cboProvincias.AddItem(lista::elemento(dosCifras(code), provinces->Fields("PROV_NOM").Value.text()));
+    }
+    cboProvincias.setListIndex(nProvinciaPropia_);
+
+    const auto countries = conexion().Execute("Select * from KXComun.dbo.PAIS ORDER BY Pais_Nom");
+    for (; !countries->Eof(); countries->MoveNext()) {
+        const Variant code = countries->Fields("Pais_Cod").Value;
+        if (code.integer() == codigoPais) nPaisPropio_ = cboPais.ListCount();
+        cboPais.AddItem(lista::elemento(code.text(), countries->Fields("Pais_Nom").Value.text()));
+    }
+    cboPais.setListIndex(nPaisPropio_);
+}
+
+std::int16_t frmNif::ejercicio() const {
+    return static_cast<std::int16_t>(instanciaActual().sesion().Parametros().Item("Par_Ejercicio").Value.integer());
+}
+
+// --- search, and what the screen shows
+
+std::int64_t frmNif::msBuscarCif(const std::string& sDoc, int nModo, std::int64_t nId) {
+    const Espera busy(desktop());
+    if (nModo != 0) {
+        nId = nModo == buscarPorDocumento ? buscarNifPorDocumento(Ayuda, sExpresionNombre_) : buscarNifPorNombre(Ayuda);
+        if (nId < 1) return nIdActual_ > 0 ? nIdActual_ : -1;
+    }
+    const auto found = leer(nId < 1 ? "Nif_Doc = '" + literal(sDoc) + "'" : "Nif_Id = " + std::to_string(nId));
+    if (found)
+        mostrar(*found);
+    else if (nIdActual_ > 0)
+        vaciar();
+    return found ? nIdActual_ : -1;
+}
+
+std::optional<frmNif::Ficha> frmNif::leer(const std::string& where) {
+    const auto rows = conexion().Execute("SELECT * FROM KXComun.dbo.Nif WHERE " + where);
+    if (rows->Eof()) return std::nullopt;
+    Ficha ficha{.nif = leerNif(*rows)};
+    const auto uses =
+        conexion().Execute("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = '" + literal(ficha.nif.documento) + "'");
+    ficha.conFacturas = uses->cell(0, 0).integer() != 0;
+    return ficha;
+}
+
+void frmNif::mostrar(const Ficha& ficha) {
+    const NifRecord& nif = ficha.nif;
+    const bool knownType = nif.tipoDocumento >= 0 && nif.tipoDocumento < cboDocType.ListCount();
+    nIdActual_ = nif.id;
+    sDocumentoTratado_ = nif.documento;
+    for (const auto& [index, field] : txtFields.elements()) field->Text.clear();
+    txtFields(campo::Documento).Text = nif.documento;
+    txtFields(campo::Nombre).Text = nif.nombre;
+    txtFields(campo::Apellido1).Text = nif.apellido1;
+    txtFields(campo::Apellido2).Text = nif.apellido2;
+    txtFields(45).Text = nif.via;
+    txtFields(44).Text = nif.numero;
+    txtFields(43).Text = nif.escalera;
+    txtFields(46).Text = nif.piso;
+    txtFields(47).Text = nif.puerta;
+    txtFields(campo::CodigoPostal).Text = nif.codigoPostal;
+    txtFields(campo::Poblacion).Text = nif.poblacion;
+    txtFields(6).Text = nif.telefono;
+    txtFields(7).Text = nif.fax;
+    txtFields(8).Text = nif.movil;
+    txtFields(9).Text = nif.correo;
+
+    cboDocType.setListIndex(knownType ? nif.tipoDocumento : -1);
+    cboTipoVia.setListIndex(lista::posicion(cboTipoVia, 2, nif.tipoVia));
+    cboPais.setListIndex(lista::posicion(cboPais, 3, nif.pais));
+    if (paisPropio()) {
+        const bool coded = Variant(text::left(nif.provincia, 2)).integer() > 0;
+        cboProvincias.setListIndex(lista::posicion(cboProvincias, 2, coded ? nif.provincia : nif.codigoPostal));
+    } else {
+        txtFields(campo::Provincia).Text = nif.provincia;
+    }
+    cboClaveRetencion.setListIndex(std::max(0, lista::posicion(cboClaveRetencion, 1, nif.claveRetencion)));
+    const int subkey = lista::posicion(cboSubclave, 2, nif.subclave);
+    if (subkey >= 0) cboSubclave.setListIndex(subkey);
+    cmdBorrar.Enabled = !ficha.conFacturas;
+}
+
+void frmNif::vaciar() {
+    nIdActual_ = 0;
+    sDocumentoTratado_.clear();
+    for (const auto& [index, field] : txtFields.elements()) field->Text.clear();
+    cboDocType.setListIndex(documento::Cif);
+    cboTipoVia.setListIndex(-1);
+    cboProvincias.setListIndex(nProvinciaPropia_);
+    cboPais.setListIndex(nPaisPropio_);
+    cboClaveRetencion.setListIndex(0);
+    cmdBorrar.Enabled = false;
+}
+
+NifRecord frmNif::enPantalla() const {
+    const auto typed = [this](int index) { return text::trim(txtFields(index).Text); };
+    return {
+        .id = nIdActual_,
+        .tipoDocumento = cboDocType.ListIndex(),
+        .documento = txtFields(campo::Documento).Text,
+        .nombre = typed(campo::Nombre),
+        .apellido1 = typed(campo::Apellido1),
+        .apellido2 = typed(campo::Apellido2),
+        .tipoVia = lista::codigo(cboTipoVia, 2),
+        .via = typed(45),
+        .numero = typed(44),
+        .escalera = typed(43),
+        .piso = typed(46),
+        .puerta = typed(47),
+        .codigoPostal = typed(campo::CodigoPostal),
+        .poblacion = typed(campo::Poblacion),
+        .provincia = paisPropio() ? lista::codigo(cboProvincias, 2) : txtFields(campo::Provincia).Text,
+        .pais = lista::codigo(cboPais, 3),
+        .telefono = typed(6),
+        .fax = typed(7),
+        .movil = typed(8),
+        .correo = typed(9),
+        // The first item of each list stands for none.
+        .claveRetencion = cboClaveRetencion.ListIndex() > 0 ? lista::codigo(cboClaveRetencion, 1) : "",
+        .subclave = cboSubclave.ListIndex() > 0 ? lista::codigo(cboSubclave, 2) : "",
+    };
+}
+
+// --- leaving fields, choosing
+
+void frmNif::salirCampo(int index) {
+    txtFields(index).Text = text::trim(txtFields(index).Text);
+    switch (index) {
+        case campo::Nombre:
+        case campo::Apellido1:
+        case campo::Apellido2:
+            return componerNombreComercial(index);
+        case campo::Documento:
+            return salirDocumento();
+        case campo::CodigoPostal:
+            return salirCodigoPostal();
+        default:
+            return;
+    }
+}
+
+/// The trade name grows with each part of the name that is left, as long as the parts before it are there.
+void frmNif::componerNombreComercial(int index) {
+    TextBox& tradeName = txtFields(campo::NombreComercial);
+    if (txtFields(0).Enabled || (index == campo::Nombre && !tradeName.Text.empty())) return;
+    std::string joined;
+    for (int part = campo::Nombre; part <= index; ++part) {
+        if (txtFields(part).Text.empty()) return;
+        joined += (joined.empty() ? "" : " ") + txtFields(part).Text;
+    }
+    tradeName.Text = joined;
+}
+
+void frmNif::salirDocumento() {
+    TextBox& document = txtFields(campo::Documento);
+    if (document.Text.empty()) return;
+    document.Text = text::upper(document.Text);
+    completarDocumento();
+    if (document.Text.empty() || text::equalIgnoringCase(document.Text, sDocumentoTratado_)) return;
+
+    const std::string typed = document.Text;
+    const int type = cboDocType.ListIndex();
+    if (msBuscarCif(typed) > 0) {
+        sDocumentoTratado_ = typed;
+        return;
+    }
+    document.Text = typed;
+    cboDocType.setListIndex(type);
+    if (!bAbiertaConDocumento_) {
+        if (!preguntar("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana))
+            return setFocus(document);
+    }
+    sDocumentoTratado_ = typed;
+}
+
+/// A personal number gets its letter, whatever letter it had (Real Decreto 1065/2007, article 19).
+void frmNif::completarDocumento() {
+    std::string& document = txtFields(campo::Documento).Text;
+    if (cboDocType.ListIndex() == documento::Otros) return;
+    if (isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
+    if (cboDocType.ListIndex() != documento::Nif) return;
+    if (!isDigit(document.back())) document = text::left(document, text::length(document) - 1);
+    document += letraNif(document);
+}
+
+void frmNif::salirCodigoPostal() {
+    const std::string postalCode = txtFields(campo::CodigoPostal).Text;
+    TextBox& town = txtFields(campo::Poblacion);
+    if (text::length(postalCode) != cifrasCodigoPostal || !town.Text.empty()) return;
+    const std::string country = cboPais.Text();
+    town.Text = FnBuscaPoblacion(country.substr(0, country.find(" - ")), literal(postalCode));
+    situarProvincia(postalCode);
+}
+
+void frmNif::elegirTipoDocumento() {
+    const bool person = cboDocType.ListIndex() != documento::Cif;
+    txtFields(campo::Apellido1).Enabled = txtFields(campo::Apellido2).Enabled = person;
+}
+
+void frmNif::elegirPais() {
+    cboProvincias.Visible = paisPropio();
+    txtFields(campo::Provincia).Visible = !paisPropio();
+    if (!paisPropio()) cboProvincias.setListIndex(nProvincia99_);
+}
+
+void frmNif::elegirClaveRetencion() {
+    jCargaClavesRetencion(cboSubclave, lista::codigo(cboClaveRetencion, 1), ejercicio(), false);
+}
+
+/// An unknown code leaves the province as it is.
+void frmNif::situarProvincia(const std::string& code) {
+    const int index = lista::posicion(cboProvincias, 2, code);
+    if (index >= 0) cboProvincias.setListIndex(index);
+}
+
+void frmNif::buscarPoblacionDir() {
+    const auto chosen = buscarPoblacion(Ayuda);
+    if (!chosen) return;
+    TextBox& postalCode = txtFields(campo::CodigoPostal);
+    TextBox& town = txtFields(campo::Poblacion);
+    const bool taken = !postalCode.Text.empty() || !town.Text.empty();
+    if (taken && !preguntar("Existen datos en los campos C.P. y población, desea sustituirlos ?", message::Question,
+                            "Busqueda de poblaciones"))
+        return;
+    town.Text = chosen->nombre;
+    postalCode.Text = chosen->codigoPostal;
+    if (text::isNumericCode(chosen->codigoProvincia))
+        situarProvincia(dosCifras(Variant(chosen->codigoProvincia).integer()));
+}
+
+// --- keys
+
+void frmNif::onKeyUp(int& code, int shift) {
+    Pantalla::onKeyUp(code, shift);
+    const std::string& document = txtFields(campo::Documento).Text;
+    switch (code) {
+        case key::F1:
+            msBuscarCif(document, buscarPorDocumento);
+            break;
+        case key::F1 + 1:
+            msBuscarCif(document, buscarPorNombre);
+            break;
+        case key::F1 + 4:
+            guardarConTecla();
+            break;
+        case key::F1 + 9:
+            if (activeControl() == &txtFields(campo::Poblacion)) buscarPoblacionDir();
+            break;
+        default:
+            break;
+    }
+}
+
+// --- save and delete
+
+/// The field being edited takes effect first, as when the button is clicked; a question that this raises ends the save.
+void frmNif::guardarConTecla() {
+    if (!canFocus(cmdSalvar)) return;
+    const int before = interruptions();
+    for (const auto& [index, field] : txtFields.elements())
+        if (activeControl() == field.get()) salirCampo(index);
+    if (interruptions() == before) guardar();
+}
+
+void frmNif::guardar() {
+    try {
+        if (const auto inserted = grabar()) mostrar(*inserted);
+    } catch (const GrabacionRechazada&) {
+        return;
+    } catch (const std::exception& error) {
+        return avisarFallo(error);
+    }
+    Tag = "e";
+    ask("Grabación del nif realizada con éxito", message::Information, sTituloVentana);
+    if (bAbiertaConDocumento_) unload();
+}
+
+std::optional<frmNif::Ficha> frmNif::grabar() {
+    const Espera busy(desktop());
+    SesionBd& session = instanciaActual().sesion();
+    Transaccion transaction(session.Conexion());
+    Grabacion write(session, "KXComun.dbo.Nif");
+    describirNif(write, enPantalla());
+
+    std::optional<Ficha> inserted;
+    if (nIdActual_ < 1) {
+        write.insertar();
+        const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
+        inserted = leer("Nif_Id = " + newest.text());
+    } else {
+        try {
+            write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_));
+        } catch (const ErrorBd& error) {
+            if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
+            throw;
+        }
+    }
+    transaction.confirmar();
+    return inserted;
+}
+
+void frmNif::borrar() {
+    if (!preguntar("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF")) return;
+    try {
+        Grabacion(instanciaActual().sesion(), "KXComun.dbo.Nif")
+            .borrar(" WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = '" +
+                    literal(txtFields(campo::Documento).Text) + "'");
+    } catch (const std::exception& error) {
+        return avisarFallo(error);
+    }
+    vaciar();
+    setFocus(txtFields(campo::Documento));
+}
+
+bool frmNif::preguntar(const std::string& question, int icon, const std::string& title) {
+    Tag = "e";
+    const int style = message::YesNo + icon + message::SecondIsDefault;
+    if (ask(question, style, title) != Answer::Yes) return false;
+    Tag.clear();
+    return true;
+}
+
+void frmNif::avisarFallo(const std::exception& error) {
+    Tag = "e";
+    ask(error.what(), message::Ok, sTituloVentana);
+}
+
+}  // namespace FendaMaestros

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "taxid/NifRecord.h"
+#include "ui/Pantalla.h"
+
+namespace FendaMaestros {
+
+/// The register of tax identities, shared table `Nif`: found by document or by name, created, changed and deleted.
+///
+/// Leaving the document field loads its entry, or offers to create it. A document that already is the one on the
+/// screen, or whose creation has been accepted, is not looked up again, so that nothing typed since is lost.
+class frmNif final : public Pantalla {
+public:
+    /// With a document that is not blank, the screen opens on it, without asking when it is new, and closes after the
+    /// first save.
+    explicit frmNif(const std::string& sNif = {});
+
+    /// Loads the entry of a document, of an identifier when it is 1 or more, or, in mode 1 (by document) or 2 (by
+    /// name), the one that a person picks; a search that is left changes nothing. Returns the identifier shown, -1
+    /// for none: then the screen is empty, save what had been typed of a new entry.
+    std::int64_t msBuscarCif(const std::string& sDoc, int nModo = 0, std::int64_t nId = 0);
+
+private:
+    /// What the register has on an entry, and whether a delete is allowed.
+    struct Ficha {
+        NifRecord nif;
+        bool conFacturas = false;
+    };
+
+    void onLoad() override;
+    void onActivate() override;
+    void onKeyUp(int& code, int shift) override;
+
+    void prepararCampos();
+    void prepararMandos();
+    void disponer();
+    void cargarListas();
+    std::int16_t ejercicio() const;
+
+    void salirCampo(int index);
+    void componerNombreComercial(int index);
+    void salirDocumento();
+    void completarDocumento();
+    void salirCodigoPostal();
+    void elegirTipoDocumento();
+    void elegirPais();
+    void elegirClaveRetencion();
+    void situarProvincia(const std::string& code);
+    void buscarPoblacionDir();
+
+    /// Nothing when no entry meets `where`.
+    static std::optional<Ficha> leer(const std::string& where);
+    void mostrar(const Ficha& ficha);
+    void vaciar();
+    NifRecord enPantalla() const;
+    bool paisPropio() const { return cboPais.ListIndex() == nPaisPropio_; }
+
+    void guardarConTecla();
+    void guardar();
+    /// Inserts or updates in a transaction. What has been inserted comes back as the register has it.
+    std::optional<Ficha> grabar();
+    void borrar();
+    /// A question whose No, given with Enter, leaves the focus where it is.
+    bool preguntar(const std::string& question, int icon, const std::string& title);
+    void avisarFallo(const std::exception& error);
+
+    std::int64_t nIdActual_ = 0;
+    std::string sExpresionNombre_;
+    /// The document last loaded or accepted as new.
+    std::string sDocumentoTratado_;
+    std::string sNifInicial_;
+    bool bAbiertaConDocumento_;
+    bool bCargaPendiente_;
+    int nPaisPropio_ = -1;
+    int nProvincia99_ = -1;
+    int nProvinciaPropia_ = -1;
+
+    Frame fraIdentificacion;
+    Frame fraDireccion;
+    ControlArray<TextBox> txtFields{"txtFields", {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 43, 44, 45, 46, 47, 48, 49, 50}};
+    ControlArray<Label> lblFields{"lblFields", {1, 2, 3, 4, 5, 6, 7, 8, 9, 43, 44, 45, 46, 47, 48, 49, 50}};
+    Label lblDocType{"Tipo Documento"};
+    Label lblTipoVia{"Tipo de Via"};
+    Label lblProvincias{"Provincia"};
+    Label lblPais{"Pais"};
+    Label lblClaveRetencion{"Clave de retención"};
+    Label lblSubclave{"Subclave"};
+    Label lblTeclas;
+    ComboBox cboDocType;
+    ComboBox cboTipoVia;
+    ComboBox cboProvincias;
+    ComboBox cboPais;
+    ComboBox cboClaveRetencion;
+    ComboBox cboSubclave;
+    CommandButton cmdSalvar{"&Guardar Cambios"};
+    CommandButton cmdBorrar{"Borrar CIF/NIF"};
+    CommandButton cmdSalir{"(ESC) - &Salir"};
+};
+
+}  // namespace FendaMaestros
