@@ -99,8 +99,8 @@ void frmNif::disponer() {
     address.push_back(line({text(49, where), text(50, where)}));
     Arrangement province = list(lblProvincias, cboProvincias, "Provincias", &where);
     add(txtFields(10), "txtFields(10)", &where);
-    address.push_back(
-        line({std::move(province), arrange::plain(txtFields(10)), list(lblPais, cboPais, "Pais", &where)}));
+    address.push_back(line({std::move(province), arrange::plain(txtFields(10))}));
+    address.push_back(list(lblPais, cboPais, "Pais", &where));
     address.push_back(line({text(6, where), text(8, where), text(7, where)}));
     address.push_back(text(9, where));
 
