@@ -1,0 +1,97 @@
+#if defined(FENDA_WITH_SQLITE) && defined(FENDA_WITH_HEADLESS)
+
+#include <gtest/gtest.h>
+
+#include "app/Operations.h"
+#include "platform/sqlite/Session.h"
+#include "session/SesionSql.h"
+#include "tests/support/ScriptedPerson.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+using Person = testing::ScriptedPerson;
+
+/// What the menu opens for operations that take arguments.
+class LookupScreens : public ::testing::Test {
+protected:
+    LookupScreens() {
+        ParametrosEmpresa parameters;
+        parameters.set("Par_Ejercicio", 2010);
+        session = std::make_unique<SesionSql>(memory, parameters);
+        maes.MyBd = session.get();
+        memory->run(
+            {"INSERT INTO PCta (PCta_Cta, PCta_Des, PCta_Subcuenta, PCta_bActiva) VALUES "
+             "('43000001', 'Zeta', 1, 1), ('43000002', 'Beta', 1, 0)",
+             {}});
+    }
+
+    static std::string result(Form& form) { return Person::control<Label>(form, "lblResultado").Caption; }
+
+    Person person;
+    HeadlessDesktop desktop{person};
+    RegistroComponentes components;
+    std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
+    std::unique_ptr<SesionSql> session;
+    FendaMaes maes{desktop, components};
+};
+
+TEST_F(LookupScreens, ASearchShowsWhatWasChosen) {
+    const Person::Visit choose = [&](Form& dialog) { person.press(dialog, "cmdAceptar"); };
+    const Person::Visit leave = [&](Form& dialog) { person.escape(dialog); };
+    const Person::Visit search = [&](Form& form) {
+        person.press(form, "cmdBuscar(0)");
+        EXPECT_EQ(result(form), "43000001 Zeta");
+        person.press(form, "cmdBuscar(1)");
+        EXPECT_EQ(result(form), "43000002 Beta");
+        person.press(form, "cmdBuscar(0)");
+        EXPECT_EQ(result(form), "No se ha elegido nada.");
+        person.escape(form);
+    };
+    person.visits = {search, choose, choose, leave};
+    findOperation("fnBuscarCuentas")->open(maes);
+}
+
+TEST_F(LookupScreens, KeysFollowTheFiscalYearAndSubKeysTheKey) {
+    person.visits.push_back([&](Form& form) {
+        auto& keys = Person::control<ComboBox>(form, "cboClave");
+        auto& subKeys = Person::control<ComboBox>(form, "cboSubclave");
+        EXPECT_EQ(keys.ListCount(), 14);
+        EXPECT_FALSE(subKeys.Enabled);
+        person.hands.choose(form, keys, 12);
+        EXPECT_EQ(subKeys.ListCount(), 20);
+        person.fill(form, "Text1", "2013");
+        EXPECT_EQ(keys.ListCount(), 1);
+        person.fill(form, "Text1", "2012");
+        EXPECT_EQ(keys.ListCount(), 14);
+        person.escape(form);
+    });
+    findOperation("jCargaClavesRetencion")->open(maes);
+}
+
+TEST_F(LookupScreens, AnAccountOutsideThePlanIsAskedForOverItsScreen) {
+    person.answers = {Answer::Yes};
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "Text1", "99900001");
+        person.press(form, "cmdComprobar");
+        EXPECT_EQ(result(form), "La cuenta 99900001 vale para el ejercicio 2010.");
+        person.escape(form);
+    });
+    findOperation("msValidaCuentaPlan")->open(maes);
+    EXPECT_EQ(person.messages.size(), 1u);
+}
+
+TEST(Arguments, ANumberIsWholeAndOfSixteenBits) {
+    const Arguments given({"-1", "32767", "32768", "1x", "", "1,5"});
+    EXPECT_EQ(given.number(0, 0), -1);
+    EXPECT_EQ(given.number(1, 0), 32767);
+    for (const std::size_t wrong : {2u, 3u, 4u, 5u}) EXPECT_THROW(given.number(wrong, 0), std::invalid_argument);
+    EXPECT_EQ(given.number(6, 7), 7);
+}
+
+}  // namespace
+
+}  // namespace FendaMaestros
+
+#endif
