@@ -27,6 +27,17 @@ std::string found(FendaMaes& component, const std::string& sql, std::int32_t id)
 
 }  // namespace
 
+Outcome callAccounts(FendaMaes& component, const Arguments& arguments) {
+    component.jPlanCuentas(arguments.identity(0));
+    return {};
+}
+
+Outcome callNewAccount(FendaMaes& component, const Arguments& arguments) {
+    std::string code = arguments.text(0);
+    std::string saved = component.CrearNuevaCuenta(code, arguments.identity(1), arguments.flag(2, false));
+    return {std::move(saved), {{"sCta", std::move(code)}}};
+}
+
 Outcome callSearchAccounts(FendaMaes& component, const Arguments& arguments) {
     return {component.fnBuscarCuentas(arguments.number(0, byCode), arguments.flag(1, false), arguments.flag(2, true)),
             {}};
@@ -55,6 +66,18 @@ Outcome callFillKeys(FendaMaes& component, const Arguments& arguments) {
 
 Outcome callFindTown(FendaMaes& component, const Arguments& arguments) {
     return {component.FnBuscaPoblacion(arguments.text(0), arguments.text(1)), {}};
+}
+
+void openAccounts(FendaMaes& component) { component.jPlanCuentas(); }
+
+void openNewAccount(FendaMaes& component) {
+    frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
+        const auto digits = component.sesion().Parametros().Item("Par_CtaNum").Value.integer();
+        component.Cuenta.clear();
+        const bool isGroup = static_cast<std::int64_t>(code.size()) < digits;
+        const std::string saved = component.CrearNuevaCuenta(code, 0, isGroup);
+        return saved.empty() ? "No se ha creado ninguna cuenta." : "Cuenta " + saved;
+    }).show();
 }
 
 void openSearchAccounts(FendaMaes& component) {

@@ -71,6 +71,15 @@ void openVerify(FendaMaes& component) {
         .show();
 }
 
+template <class Number>
+Number wholeNumber(const std::string& given) {
+    Number value = 0;
+    const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), value);
+    if (error != std::errc() || end != given.data() + given.size())
+        throw std::invalid_argument("Se esperaba un número entero, y no «" + given + "».");
+    return value;
+}
+
 }  // namespace
 
 std::string Arguments::text(std::size_t index, std::string absent) const {
@@ -86,13 +95,11 @@ bool Arguments::flag(std::size_t index, bool absent) const {
 }
 
 std::int16_t Arguments::number(std::size_t index, std::int16_t absent) const {
-    if (index >= texts_.size()) return absent;
-    const std::string& given = texts_[index];
-    std::int16_t value = 0;
-    const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), value);
-    if (error != std::errc() || end != given.data() + given.size())
-        throw std::invalid_argument("Se esperaba un número entero, y no «" + given + "».");
-    return value;
+    return index < texts_.size() ? wholeNumber<std::int16_t>(texts_[index]) : absent;
+}
+
+std::int32_t Arguments::identity(std::size_t index) const {
+    return index < texts_.size() ? wholeNumber<std::int32_t>(texts_[index]) : 0;
 }
 
 const std::vector<Operation>& operations() {
@@ -105,6 +112,8 @@ const std::vector<Operation>& operations() {
         screen("jConceptos", tables, "C&onceptos contables", f(4), &FendaMaes::jConceptos),
         screen("jPaises", tables, "&Países", f(5), &FendaMaes::jPaises),
         screen("jMasas", tables, "&Masas patrimoniales", f(6), &FendaMaes::jMasas),
+        {"jPlanCuentas", accounts, "&Plan de cuentas", {f(9)}, 1, openAccounts, callAccounts},
+        {"CrearNuevaCuenta", accounts, "&Nueva cuenta", {f(9), shift::Shift}, 3, openNewAccount, callNewAccount},
         {"fnBuscarCuentas", accounts, "&Buscar una cuenta", {f(11)}, 3, openSearchAccounts, callSearchAccounts},
         {"fnBuscarConceptos", accounts, "Buscar un c&oncepto", {f(12)}, 1, openSearchConcepts, callSearchConcepts},
         {"msValidaCuentaPlan",

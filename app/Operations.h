@@ -23,6 +23,8 @@ public:
     bool flag(std::size_t index, bool absent) const;
     /// A whole number of 16 bits. Throws std::invalid_argument, in Spanish, for anything else.
     std::int16_t number(std::size_t index, std::int16_t absent) const;
+    /// The identity of a row, 0 when it is left out. Throws as number().
+    std::int32_t identity(std::size_t index) const;
 
 private:
     std::vector<std::string> texts_;

@@ -4,6 +4,7 @@
 
 #include "chart/BuscarCuentas.h"
 #include "chart/CodigosCuenta.h"
+#include "chart/frmPlanCtas.h"
 #include "codetables/frmCentros.h"
 #include "codetables/frmConceptos.h"
 #include "codetables/frmDepartamentos.h"
@@ -37,6 +38,11 @@ SesionBd& FendaMaes::sesion() const {
     return *MyBd;
 }
 
+SesionBd& FendaMaes::sesionOrigen() const {
+    if (!MyBdorigen) throw std::logic_error("No se ha indicado la segunda sesión de base de datos (MyBdorigen).");
+    return *MyBdorigen;
+}
+
 void FendaMaes::jPaises() { frmPaises().show(); }
 
 void FendaMaes::jConceptos() { frmConceptos().show(); }
@@ -46,6 +52,19 @@ void FendaMaes::jDepartamentos() { frmDepartamentos().show(); }
 void FendaMaes::jCentros() { frmCentros().show(); }
 
 void FendaMaes::jMasas() { frmMasas().show(); }
+
+void FendaMaes::jPlanCuentas(std::int32_t nIdCuenta) {
+    frmPlanCtas screen;
+    screen.nIdInicial = nIdCuenta;
+    screen.show();
+}
+
+std::string FendaMaes::CrearNuevaCuenta(std::string& sCta, std::int32_t nIdNif, bool bCalcula) {
+    frmPlanCtas screen;
+    screen.prepararCreacion(sCta, nIdNif, bCalcula);
+    screen.show();
+    return Cuenta;
+}
 
 bool FendaMaes::msValidaCuentaPlan(const std::string& sCuenta, std::int16_t nEjercicio, bool bPreguntar) {
     return FendaMaestros::msValidaCuentaPlan(sCuenta, nEjercicio, bPreguntar);

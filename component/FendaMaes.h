@@ -36,6 +36,12 @@ public:
     void jDepartamentos();
     void jCentros();
     void jMasas();
+    /// The sub-accounts, on the account with this PCta_Id if it is not 0.
+    void jPlanCuentas(std::int32_t nIdCuenta = 0);
+    /// Lets a person create a sub-account: with the code `sCta` or, with `bCalcula`, the next free one that begins with
+    /// it, which is also written into `sCta`; linked to the tax identity `nIdNif` if that is not 0. Gives `Cuenta`: the
+    /// code saved, or the one that turned out to exist; left without either, it keeps the value it had.
+    std::string CrearNuevaCuenta(std::string& sCta, std::int32_t nIdNif = 0, bool bCalcula = false);
 
     /// Whether a code hangs from an account of the official plan of the year, or a person wants it all the same. See
     /// chart/CodigosCuenta.h.
@@ -64,6 +70,8 @@ public:
     RegistroComponentes& componentes() const { return components_; }
     /// MyBd; throws std::logic_error, in Spanish, when it has not been set.
     SesionBd& sesion() const;
+    /// MyBdorigen; throws std::logic_error, in Spanish, when it has not been set.
+    SesionBd& sesionOrigen() const;
 
 private:
     Desktop& desktop_;

@@ -1,0 +1,33 @@
+#include "chart/ListaPareja.h"
+
+namespace FendaMaestros {
+
+ListaPareja::ListaPareja(std::string name) : combos_(std::move(name), {0, 1}) { combos_(1).Visible = false; }
+
+void ListaPareja::cargar(const std::string& none, Recordset& rows, const char* nameColumn, const char* idColumn) {
+    const auto addRow = [this](const std::string& name, const std::string& id) {
+        combos_(0).AddItem(name);
+        combos_(1).AddItem(id);
+    };
+    addRow(none, "0");
+    for (; !rows.Eof(); rows.MoveNext())
+        addRow(rows.Fields(nameColumn).Value.text(), rows.Fields(idColumn).Value.text());
+    elegirPrimera();
+}
+
+void ListaPareja::elegir(std::int64_t id) {
+    const std::string wanted = std::to_string(id);
+    for (int row = 0; row < combos_(1).ListCount(); ++row) {
+        if (combos_(1).List(row) != wanted) continue;
+        combos_(0).setListIndex(row);
+        combos_(1).setListIndex(row);
+        return;
+    }
+}
+
+std::int64_t ListaPareja::idElegido() const {
+    const int row = combos_(0).ListIndex();
+    return row > 0 ? Variant(combos_(1).List(row)).integer() : 0;
+}
+
+}  // namespace FendaMaestros

@@ -1,0 +1,148 @@
+#include "chart/CodigosCuenta.h"
+#include "chart/frmPlanCtas.h"
+#include "component/FendaMaes.h"
+#include "session/ErrorBd.h"
+#include "toolkit/Text.h"
+
+/// The fields of the sub-account screen: what is typed into them and what happens when they are left.
+namespace FendaMaestros {
+
+namespace {
+
+constexpr int nameLength = 140;
+constexpr int documentLength = 15;
+constexpr int identityLength = 100;
+
+}  // namespace
+
+void frmPlanCtas::prepararCampos() {
+    for (const int field : {1, 3, 7}) Text1(field).MaxLength = nameLength;
+    Text1(4).MaxLength = documentLength;
+    Text1(5).MaxLength = identityLength;
+    Text1(4).Tag = "Nif";
+    for (const int field : {3, 5, 7}) {
+        Text1(field).Locked = true;
+        Text1(field).TabStop = false;
+    }
+    for (const auto& [index, field] : Text1.elements()) {
+        field->KeyPress = [](int& ascii) {
+            if (ascii == key::Enter) ascii = 0;
+        };
+        editField(*field);
+    }
+    for (const int index : {0, 2, 6}) {
+        TextBox& field = Text1(index);
+        field.Tag = "Cuentas";
+        field.TextAlignment = Alignment::Center;
+        field.KeyPress = [this, &field](int& ascii) {
+            Ayuda.FiltrarTecla(field, ascii, true, 0);
+            if (ascii == key::Enter) ascii = 0;
+        };
+        field.Change = [this, index] { mostrarEstado(index); };
+    }
+
+    editField(Text1(0), [this] { dejarCodigo(); });
+    Text1(0).GotFocus = [this] {
+        Ayuda.EntrarCampo(Text1(0), {}, 0);
+        cmdNueva.Visible = false;
+        cmdGuardar.Enabled = false;
+    };
+    editField(Text1(2), [this] { dejarCuentaAsociada(2); });
+    editField(Text1(6), [this] { dejarCuentaAsociada(6); });
+    editField(Text1(4), [this] { dejarNif(); });
+    Text1(4).GotFocus = [this] {
+        Ayuda.EntrarCampo(Text1(4), {}, 0);
+        sNifAnterior = Text1(4).Text;
+    };
+}
+
+void frmPlanCtas::mostrarEstado(int field) {
+    lblEstado.Caption.clear();
+    if (Text1(field).Text.find(',') == std::string::npos) return;
+    try {
+        lblEstado.Caption = textoEstado(field);
+    } catch (const ErrorBd&) {
+        // A hint: what is wrong with the database is said when the field is left.
+    }
+}
+
+std::string frmPlanCtas::textoEstado(int field) const {
+    const std::string& typed = Text1(field).Text;
+    std::string code = completedCode(typed, digitos());
+    if (field == 0 && asksForNextCode(typed)) {
+        const std::string prefix = typed.substr(0, typed.size() - 1);
+        code = nextCode(Ayuda.Conexion->Execute(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
+    }
+    if (code.empty()) return {};
+    const auto plan = planAccount(code, nPlan);
+    if (!plan) return code + ", de ninguna cuenta del PGC";
+    return code + ", de la cuenta " + plan->Fields("PCta_Cta").Value.text() + " " +
+           plan->Fields("PCta_Des").Value.text();
+}
+
+void frmPlanCtas::dejarCodigo() {
+    lblEstado.Caption.clear();
+    const std::string typed = Text1(0).Text;
+    if (typed.empty()) return;
+    if (asksForNextCode(typed)) {
+        std::string prefix = typed.substr(0, typed.size() - 1);
+        return msNuevaCuenta(prefix, 0, true);
+    }
+
+    std::string code = completedCode(typed, digitos());
+    Text1(0).Text = code;
+    if (!text::trim(code).empty() && !msValidaCuentaPlan(code, nPlan, true)) {
+        Tag = "E";
+        return setFocus(Text1(0));
+    }
+    if (cmdNueva.Visible) return;
+    if (CargarCuenta(0, 0, code, 0) != Hallazgo::NoEncontrada) return;
+    Tag = "E";
+    if (confirmar("Código de cuenta no existe, desea crear una nueva cuenta"))
+        msNuevaCuenta(code, 0, false);
+    else
+        setFocus(Text1(0));
+}
+
+void frmPlanCtas::dejarCuentaAsociada(int field) {
+    lblEstado.Caption.clear();
+    TextBox& account = Text1(field);
+    if (account.Text.empty()) {
+        if (field == 2) nIdCtaAso = 0;
+        return;
+    }
+    account.Text = completedCode(account.Text, digitos());
+    if (CargarCuenta(0, field, account.Text, 0) == Hallazgo::NoEncontrada)
+        avisar("Código de cuenta no existe", account);
+}
+
+void frmPlanCtas::dejarNif() {
+    const std::string typed = Text1(4).Text;
+    if (typed.empty()) {
+        nIdNif = 0;
+        return;
+    }
+    if (typed == sNifAnterior && nIdNif != 0) return;
+    nIdNif = BuscarNif(typed);
+    if (nIdNif >= 0) return;
+
+    nIdNif = 0;
+    Tag = "3";
+    const bool wanted = ask("Nif no encontrado, desea crearlo",
+                            message::YesNo + message::Question + message::SecondIsDefault, {}) == Answer::Yes;
+    if (!wanted) {
+        Text1(4).Text.clear();
+        return setFocus(Text1(4));
+    }
+    bEnFichaNif = true;
+    try {
+        instanciaActual().jNif(Text1(4).Text);
+    } catch (...) {
+        bEnFichaNif = false;
+        throw;
+    }
+    bEnFichaNif = false;
+    setFocus(Text1(4));
+}
+
+}  // namespace FendaMaestros

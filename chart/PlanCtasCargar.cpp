@@ -1,0 +1,133 @@
+#include "chart/frmPlanCtas.h"
+#include "component/FendaMaes.h"
+#include "taxid/ExpresionNombre.h"
+#include "toolkit/Text.h"
+
+/// How the sub-account screen finds and shows accounts and tax identities.
+namespace FendaMaestros {
+
+namespace {
+
+/// A text as it stands between quotes.
+std::string unquoted(const std::string& typed) { return text::replaced(typed, "'", "''"); }
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
+    if (code.empty() && id == 0) id = instanciaActual().fnBuscarCuentas(static_cast<std::int16_t>(mode), false, false);
+    if (id < 1 && code.empty()) {
+        nIdActual = 0;
+        cmdBorrar.Enabled = false;
+        return Hallazgo::NadaBuscado;
+    }
+    rsCuenta = Ayuda.Conexion->Execute(
+        "SELECT * FROM PCta WHERE PCta_Subcuenta = 1 " +
+        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = '" + unquoted(code) + "'"));
+    if (rsCuenta->Eof()) {
+        nIdActual = nIdOrigen = nIdCtaAso = 0;
+        cmdBorrar.Enabled = false;
+        return Hallazgo::NoEncontrada;
+    }
+
+    cmdGuardar.Enabled = true;
+    const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
+    const auto lines =
+        Ayuda.Conexion->Execute("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = '" + unquoted(found) + "'");
+    cmdBorrar.Enabled = lines->cell(0, 0).integer() == 0;
+    Text1(field).Text = found;
+    Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
+    if (field == 2) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
+    if (field == 0) mostrarCuenta();
+    return Hallazgo::Encontrada;
+}
+
+void frmPlanCtas::mostrarCuenta() {
+    const auto number = [this](const char* column) { return rsCuenta->Fields(column).Value.integer(); };
+    nIdActual = number("PCta_id");
+    nIdNif = number("Pcta_IdNif");
+    nIdCtaAso = number("PCta_IdCtaAso");
+    nOrigen = number("Pcta_Origen");
+    nIdOrigen = number("Pcta_IdOrigen");
+    (number("Pcta_bActiva") != 0 ? Option1 : Option2).setValue(true);
+    mostrarAsociada();
+    mostrarIrpf();
+    cboDepar.elegir(number("Pcta_IdDpto"));
+    cboCentro.elegir(number("Pcta_IdCen"));
+    cboMasas.elegir(number("PCta_IdMasa"));
+    mostrarNif();
+}
+
+void frmPlanCtas::mostrarAsociada() {
+    Text1(2).Text.clear();
+    Text1(3).Text.clear();
+    if (nIdCtaAso > 0) {
+        const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Id = " +
+                                                     std::to_string(nIdCtaAso));
+        if (!account->Eof()) {
+            Text1(2).Text = account->Fields("pcta_cta").Value.text();
+            Text1(3).Text = account->Fields("PCta_Des").Value.text();
+            return;
+        }
+    }
+    nIdCtaAso = 0;
+}
+
+void frmPlanCtas::mostrarIrpf() {
+    Text1(6).Text.clear();
+    Text1(7).Text.clear();
+    const Variant code = rsCuenta->Fields("PCta_CtaIrpfAso").Value;
+    if (code.isNull()) return;
+    const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = '" +
+                                                 unquoted(code.text()) + "'");
+    if (account->Eof()) return;
+    Text1(6).Text = account->Fields("pcta_cta").Value.text();
+    Text1(7).Text = account->Fields("PCta_Des").Value.text();
+}
+
+void frmPlanCtas::mostrarNif() {
+    Text1(4).Text.clear();
+    Text1(5).Text.clear();
+    const auto identity = Ayuda.Conexion->Execute("SELECT Nif_Doc AS Doc," + fnExpresionNombre() +
+                                                  " FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdNif));
+    if (identity->Eof()) {
+        nIdNif = 0;
+        return;
+    }
+    Text1(4).Text = identity->Fields("Doc").Value.text();
+    Text1(5).Text = identity->Fields("nombre").Value.text();
+}
+
+std::int64_t frmPlanCtas::BuscarNif(std::string document) {
+    std::string number = text::upper(text::trim(document));
+    if (!number.empty() && isDigit(number.front())) {
+        const std::u32string typed = text::characters(number);
+        if (!(typed.back() >= U'0' && typed.back() <= U'9')) number = text::left(number, typed.size() - 1);
+        document = number + instanciaActual().Calcula_letra_NIF(number);
+        Text1(4).Text = document;
+    }
+    nOrigen = 0;
+    return msBuscaNifGeneral(document);
+}
+
+std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
+    std::int64_t id = 0;
+    if (document.empty()) {
+        std::string chosen;
+        Ayuda.Buscar("Select Nif_Id," + fnExpresionNombre() + " , Nif_Doc FROM KXComun.dbo.Nif ORDER BY Nombre",
+                     "Nombre", "Nif", "Razon Social/Nombre", "Búsqueda de Nif albabética", 6000, 2000, 0, chosen);
+        id = AyudaCampos::chosenId(chosen);
+        if (id == 0) return 0;
+    }
+    const auto identity = Ayuda.Conexion->Execute(
+        "SELECT *," + fnExpresionNombre() + " FROM KXComun.dbo.Nif WHERE " +
+        (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = '" + unquoted(document) + "'"));
+    if (identity->Eof()) return -1;
+    nIdNif = identity->Fields("Nif_Id").Value.integer();
+    Text1(4).Text = identity->Fields("Nif_Doc").Value.text();
+    Text1(5).Text = identity->Fields("nombre").Value.text();
+    return nIdNif;
+}
+
+}  // namespace FendaMaestros

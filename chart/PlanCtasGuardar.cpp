@@ -1,0 +1,198 @@
+#include <algorithm>
+#include <array>
+
+#include "chart/DobleTransaccion.h"
+#include "chart/frmPlanCtas.h"
+#include "component/FendaMaes.h"
+#include "session/ErrorBd.h"
+#include "toolkit/Text.h"
+#include "ui/Grabacion.h"
+
+/// The commands of the sub-account screen that write.
+namespace FendaMaestros {
+
+namespace {
+
+/// Customers, suppliers, creditors and suppliers of fixed assets: an account of these has a tax identity.
+constexpr std::array<std::string_view, 5> groupsWithIdentity{"430", "440", "410", "400", "523"};
+/// The fiscal year whose journal lines receive centres and departments.
+constexpr const char* assignedYear = "2009";
+
+/// The session has refused the insert (the component's error 999): the save ends without a message.
+struct InsertRefused {};
+
+/// Gives one column of the account to the lines of its journal in the assigned year.
+void assignToJournal(ConexionBd& connection, const char* sql, const char* from, const char* to) {
+    const auto accounts = connection.Execute(sql);
+    for (; !accounts->Eof(); accounts->MoveNext()) {
+        Grabacion write(instanciaActual().sesion(), "Apu");
+        write.campo(to, valor::Numero, accounts->Fields(from).Value);
+        write.actualizar(" WHERE Apu_Cta = '" + text::replaced(accounts->Fields("pcta_cta").Value.text(), "'", "''") +
+                         "' AND Apu_Eje = " + assignedYear);
+    }
+}
+
+}  // namespace
+
+void frmPlanCtas::avisarGrabacion(const std::string& text) {
+    Tag = "E";
+    ask(text, message::Ok, {});
+}
+
+template <class Step>
+bool frmPlanCtas::intentar(Step&& step) {
+    try {
+        step();
+        return true;
+    } catch (const InsertRefused&) {
+        return false;
+    } catch (const std::exception& error) {
+        avisarGrabacion("Error en la grabación de la cuenta " + std::string(error.what()));
+        return false;
+    }
+}
+
+void frmPlanCtas::guardar() {
+    if (!text::isNumericCode(Text1(0).Text)) return avisarGrabacion("Debe indicar un codigo de cuenta");
+    bool repeated = false;
+    if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return;
+    if (repeated) return rechazarRepetida();
+    if (faltaNif()) {
+        avisarGrabacion("No ha indicado el Nif asociado");
+        return setFocus(Text1(4));
+    }
+    if (intentar([this] { grabar(); })) terminarGrabacion();
+}
+
+bool frmPlanCtas::existeCodigo() const {
+    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + Text1(0).Text + "'")->Eof();
+}
+
+void frmPlanCtas::rechazarRepetida() {
+    avisarGrabacion("Error en la grabación de la cuenta");
+    if (bModoCrear) return cerrarConCuenta();
+    LimpiarPantalla();
+    cmdNueva.Visible = false;
+    setFocus(Text1(0));
+}
+
+bool frmPlanCtas::faltaNif() const {
+    const std::string group = text::left(Text1(0).Text, 3);
+    if (std::ranges::find(groupsWithIdentity, group) == groupsWithIdentity.end()) return false;
+    return text::trim(Text1(4).Text).empty() || nIdNif == 0;
+}
+
+void frmPlanCtas::grabar() {
+    DobleTransaccion transaction(instanciaActual());
+    std::int64_t id = nIdActual;
+    if (id != 0)
+        actualizarCuenta();
+    else
+        id = insertarCuenta();
+    transaction.confirmarBd();
+    // From here the row is there for good, unless the second commit is to carry it: a save tried again must not insert
+    // it twice, nor change one that is not there.
+    if (!transaction.unaSolaConexion()) nIdActual = id;
+    transaction.confirmarOrigen();
+    nIdActual = id;
+}
+
+void frmPlanCtas::describirCuenta(Grabacion& write) const {
+    const auto code = [&](const char* column, const std::string& account) {
+        write.campo(column, account.empty() ? valor::Nulo : valor::Texto, account.empty() ? "Null" : account);
+    };
+    const std::string associated = text::trim(Text1(2).Text);
+    write.campo("PCta_Cta", valor::Texto, Text1(0).Text);
+    write.campo("PCta_Des", valor::Texto, text::trim(Text1(1).Text));
+    write.campo("PCta_IdMasa", valor::Numero, cboMasas.idElegido());
+    write.campo("PCta_IdCen", valor::Numero, cboCentro.idElegido());
+    write.campo("PCta_IdDpto", valor::Numero, cboDepar.idElegido());
+    write.campo("Pcta_IdNif", valor::Numero, nIdNif);
+    code("PCta_CtaAso", associated);
+    write.campo("PCta_IdCtaAso", valor::Numero, associated.empty() ? 0 : nIdCtaAso);
+    code("PCta_CtaIrpfAso", text::trim(Text1(6).Text));
+    write.campo("PCta_SubCuenta", valor::Entero, 1);
+    write.campo("Pcta_Origen", valor::Entero, nOrigen);
+    write.campo("Pcta_IdOrigen", valor::Numero, nIdOrigen);
+    write.campo("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
+}
+
+void frmPlanCtas::actualizarCuenta() const {
+    SesionBd& session = instanciaActual().sesion();
+    const std::string id = std::to_string(nIdActual);
+    Grabacion account(session, "PCta");
+    describirCuenta(account);
+    account.actualizar(" WHERE PCta_Id = " + id);
+
+    const std::string name = text::trim(Text1(1).Text);
+    if (name.empty()) return;
+    Grabacion lines(session, "Apu");
+    lines.campo("Apu_CtaDes", valor::Texto, name);
+    lines.actualizar(" WHERE Apu_IdCta = " + id + " AND Apu_CtaDes=''");
+}
+
+std::int64_t frmPlanCtas::insertarCuenta() const {
+    SesionBd& session = instanciaActual().sesion();
+    Grabacion account(session, "PCta");
+    describirCuenta(account);
+    session.Condicion("");
+    std::string statement;
+    bool status = false;
+    session.Insertar(statement, status);
+    if (!status) throw InsertRefused{};
+    const std::int64_t id = Ayuda.Conexion->Execute("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
+
+    // Another program may have taken the code since it was looked for; this one now waits its turn, and sees it.
+    const auto same =
+        Ayuda.Conexion->Execute("SELECT COUNT(PCta_Id) FROM PCta WHERE PCta_Cta = '" + Text1(0).Text + "'");
+    if (same->cell(0, 0).integer() > 1)
+        throw ErrorBd(ErrorBd::Kind::Constraint, Text1(0).Text + ": acaba de crearse desde otro puesto.");
+    return id;
+}
+
+void frmPlanCtas::terminarGrabacion() {
+    Tag = "e";
+    ask("Grabación finalizada", message::Information, sTituloVentana);
+    if (bModoCrear || nIdInicial > 0) return cerrarConCuenta();
+    LimpiarPantalla();
+    cmdNueva.Visible = false;
+    setFocus(Text1(0));
+}
+
+void frmPlanCtas::cerrarConCuenta() {
+    instanciaActual().Cuenta = Text1(0).Text;
+    unload();
+}
+
+void frmPlanCtas::borrar() {
+    if (text::trim(Text1(0).Text).empty()) return;
+    if (!confirmar("Desea eliminar la cuenta indicada")) return;
+    if (!confirmar("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical)) return;
+    SesionBd& session = instanciaActual().sesion();
+    session.Tabla("PCta");
+    session.Condicion(" WHERE PCta_Id = '" + std::to_string(nIdActual) + "'");
+    std::string statement;
+    bool status = false;
+    session.Borrar(statement, status);
+    if (!status) throw ErrorBd(ErrorBd::Kind::Refused, "No se ha podido borrar: " + statement);
+    LimpiarPantalla();
+    setFocus(Text1(0));
+}
+
+void frmPlanCtas::asignarCentros() {
+    {
+        const Ocupado busy(*this);
+        assignToJournal(
+            *Ayuda.Conexion,
+            "SELECT PCta_Cta,Pcta_IdCen FROM PCta WHERE PCta_subcuenta=1 and pcta_Idcen<>0 order by pcta_cta",
+            "Pcta_IdCen", "Apu_IdCen");
+        assignToJournal(
+            *Ayuda.Conexion,
+            "SELECT PCta_Cta,PCta_IdDpto FROM PCta WHERE PCta_subcuenta=1 and PCta_IdDpto<>0 order by pcta_cta",
+            "PCta_IdDpto", "Apu_IdDpto");
+    }
+    ask("Proceso finalizado", message::Ok, {});
+    unload();
+}
+
+}  // namespace FendaMaestros

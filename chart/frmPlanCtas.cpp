@@ -1,0 +1,224 @@
+#include "chart/frmPlanCtas.h"
+
+#include <array>
+
+#include "chart/CodigosCuenta.h"
+#include "component/FendaMaes.h"
+#include "ui/Version.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr std::array fieldLabels = {"Código Cuenta ",
+                                    "Nombre de la cuenta",
+                                    "Cuenta de Ingreso/Gasto asociada",
+                                    "Nif asociado (F2 Búsqueda)",
+                                    "Cuenta de Irpf asociada",
+                                    "Centro de Trabajo",
+                                    "Departamento",
+                                    "Masa patrimonial"};
+constexpr std::array navigation = {"Primero", "Anterior", "Siguiente", "Ultimo"};
+enum Button { First, Previous, Next, Last };
+
+constexpr int byCode = 1;
+constexpr int byName = 2;
+
+/// Which account a navigation button leads to; `current` is the code shown, null when there is none.
+std::string destination(int button, const std::string* current) {
+    constexpr const char* first = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta ASC";
+    constexpr const char* last = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta DESC";
+    if (button == First || (button == Previous && !current)) return first;
+    if (button == Last || !current) return last;
+    return button == Previous ? " WHERE PCta_Subcuenta=1 AND PCta_Cta < '" + *current + "' order by PCta_Cta desc"
+                              : " WHERE PCta_Subcuenta=1 AND PCta_Cta > '" + *current + "' order by PCta_Cta ASC";
+}
+
+}  // namespace
+
+frmPlanCtas::frmPlanCtas() {
+    for (std::size_t i = 0; i < fieldLabels.size(); ++i) Label1(static_cast<int>(i)).Caption = fieldLabels[i];
+    for (std::size_t i = 0; i < navigation.size(); ++i) {
+        const int button = static_cast<int>(i);
+        cmdNav(button).Caption = navigation[i];
+        cmdNav(button).Click = [this, button] { navegar(button); };
+    }
+    Frame1.Caption = "Navegación";
+    Frame2.Caption = "Estado";
+    Option1.Caption = "Activa";
+    Option2.Caption = "Inactiva";
+    cmdGuardar.Enabled = cmdBorrar.Enabled = cmdNueva.Visible = false;
+
+    cmdGuardar.Click = [this] { guardar(); };
+    cmdNueva.Click = [this] { cancelarNueva(); };
+    cmdBorrar.Click = [this] { borrar(); };
+    cmdVerFicha.Click = [this] { verFicha(); };
+    Command1.Click = [this] { asignarCentros(); };
+    cmdSalir.Click = [this] { unload(); };
+
+    prepararCampos();
+    componer();
+    Option1.setValue(true);
+}
+
+void frmPlanCtas::componer() {
+    add(Label1);
+    add(Text1);
+    add(cboCentro.controles());
+    add(cboDepar.controles());
+    add(cboMasas.controles());
+    add(Frame2, "Frame2");
+    add(Option1, "Option1", &Frame2);
+    add(Option2, "Option2", &Frame2);
+    add(Frame1, "Frame1");
+    add(cmdNav, &Frame1);
+    add(lblAyuda, "lblAyuda");
+    add(cmdGuardar, "cmdGuardar");
+    add(cmdNueva, "cmdNueva");
+    add(cmdBorrar, "cmdBorrar");
+    add(cmdVerFicha, "cmdVerFicha");
+    add(Command1, "Command1");
+    add(cmdSalir, "cmdSalir");
+    add(lblEstado, "lblEstado");
+
+    using namespace arrange;
+    const auto list = [](Label& label, ListaPareja& pair) {
+        return field(label, {plain(pair.controles()(0)), plain(pair.controles()(1))});
+    };
+    layOut(column({
+        fields({
+            field(Label1(0), Text1(0)),
+            field(Label1(1), Text1(1)),
+            field(Label1(2), {plain(Text1(2)), plain(Text1(3))}),
+            field(Label1(3), {plain(Text1(4)), plain(Text1(5))}),
+            field(Label1(4), {plain(Text1(6)), plain(Text1(7))}),
+            list(Label1(5), cboCentro),
+            list(Label1(6), cboDepar),
+            list(Label1(7), cboMasas),
+        }),
+        row({
+            framed(Frame2, {row({plain(Option1), plain(Option2)})}),
+            framed(Frame1,
+                   {row({plain(cmdNav(First)), plain(cmdNav(Previous)), plain(cmdNav(Next)), plain(cmdNav(Last))})}),
+        }),
+        plain(lblAyuda),
+        buttons({&cmdGuardar, &cmdNueva, &cmdBorrar, &cmdVerFicha, &Command1, &cmdSalir}),
+        plain(lblEstado),
+    }));
+}
+
+std::size_t frmPlanCtas::digitos() const {
+    return static_cast<std::size_t>(instanciaActual().sesion().Parametros().Item("Par_CtaNum").Value.integer());
+}
+
+void frmPlanCtas::onLoad() {
+    Pantalla::onLoad();
+    const SesionBd& session = instanciaActual().sesion();
+    nPlan = static_cast<std::int16_t>(planEnVigor(session.Parametros().Item("Par_Ejercicio").Value.integer()));
+    sTituloVentana = " Plan de Cuentas";
+    Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + versionComponente() + ")";
+    for (const int field : {0, 2, 6}) Text1(field).MaxLength = static_cast<int>(digitos());
+    cargarListas();
+    rsCuenta = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = -1");
+    if (nIdInicial > 0) CargarCuenta(0, 0, {}, nIdInicial);
+}
+
+void frmPlanCtas::cargarListas() {
+    const auto read = [this](const char* sql) { return Ayuda.Conexion->Execute(sql); };
+    cboCentro.cargar("Sin centro", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
+    cboDepar.cargar("Sin departamento", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
+    cboMasas.cargar("Sin Masa patrimonial",
+                    *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
+                    "mASAS_Id");
+}
+
+void frmPlanCtas::onActivate() {
+    bActivada = true;
+    if (!bEnFichaNif && (bModoCrear || nIdInicial > 0)) setFocus(Text1(1));
+}
+
+void frmPlanCtas::onKeyUp(int& code, int shift) {
+    switch (code) {
+        case key::F1:
+            return buscarConTecla(byCode);
+        case key::F1 + 1:
+            return buscarConTecla(byName);
+        case key::F1 + 9:
+            static_cast<void>(instanciaActual().fnBuscarCuentas(byCode, true, true));
+            return;
+        case key::F1 + 10:
+            static_cast<void>(instanciaActual().fnBuscarCuentas(byName, true, true));
+            return;
+        default:
+            return Pantalla::onKeyUp(code, shift);
+    }
+}
+
+void frmPlanCtas::buscarConTecla(int mode) {
+    Tag = "e";
+    for (const auto& [index, field] : Text1.elements()) {
+        if (field.get() != activeControl()) continue;
+        if (field->Tag == "Cuentas") CargarCuenta(mode, index, {}, 0);
+        if (field->Tag == "Nif") BuscarNif({});
+        return;
+    }
+}
+
+void frmPlanCtas::LimpiarPantalla() {
+    for (const auto& [index, field] : Text1.elements()) field->Text.clear();
+    for (ListaPareja* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->elegirPrimera();
+    nIdActual = nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
+}
+
+void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
+    load();
+    Frame1.Enabled = false;
+    bModoCrear = true;
+    Text1(0).Text = sCta;
+    msNuevaCuenta(sCta, nNif, bCalcula);
+}
+
+void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalcula) {
+    LimpiarPantalla();
+    cmdNueva.Visible = true;
+    nIdNif = nNif;
+    if (nIdNif != 0) mostrarNif();
+    cmdGuardar.Enabled = true;
+    Tag = "e";
+    if (bCalcula) {
+        const auto highest = Ayuda.Conexion->Execute(highestCodeSql(sCta));
+        const NextCode next = nextCode(highest->cell(0, 0), sCta, digitos());
+        if (next.refusal.empty())
+            sCta = next.code;
+        else
+            ask(next.refusal, message::Exclamation, sTituloVentana);
+    }
+    Text1(0).Text = sCta;
+    if (!bCalcula && bActivada) setFocus(Text1(1));
+    nOrigen = 0;
+}
+
+void frmPlanCtas::navegar(int button) {
+    const Ocupado busy(*this);
+    const bool shown = !rsCuenta->Eof() && !rsCuenta->Bof();
+    const std::string current = shown ? rsCuenta->Fields("pcta_cta").Value.text() : std::string();
+    const auto found =
+        Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(button, shown ? &current : nullptr));
+    if (found->Eof()) return;
+    Text1(0).Text = found->Fields("pcta_cta").Value.text();
+    CargarCuenta(0, 0, Text1(0).Text, 0);
+}
+
+void frmPlanCtas::cancelarNueva() {
+    LimpiarPantalla();
+    cmdNueva.Visible = false;
+    if (bModoCrear) return unload();
+    cmdGuardar.Enabled = false;
+    setFocus(Text1(0));
+}
+
+void frmPlanCtas::verFicha() {
+    if (!rsCuenta->Eof()) instanciaActual().jNif(Text1(4).Text);
+}
+
+}  // namespace FendaMaestros
