@@ -40,17 +40,22 @@ Outcome callVerify(FendaMaes& component, const Arguments& arguments) {
 }
 
 void openLetter(FendaMaes& component) {
-    frmIdentificador("Letra de un NIF", "Número", "&Calcular", [&component](const std::string& number) {
-        std::string message;
-        const std::string letter = component.Calcula_letra_NIF(number, &message);
-        return letter.empty() ? message : number + letter;
-    }).show();
+    frmIdentificador("Letra de un NIF", "Número", "&Calcular", "Sus cifras, siete o más, sin puntos.",
+                     [&component](const std::string& number) {
+                         std::string message;
+                         const std::string letter = component.Calcula_letra_NIF(number, &message);
+                         return letter.empty() ? message : number + letter;
+                     })
+        .show();
 }
 
 void openVerify(FendaMaes& component) {
     frmIdentificador("Comprobar un identificador fiscal", "Identificador", "&Comprobar",
+                     "Se aceptan minúsculas, puntos y guiones.",
                      [&component](std::string identifier) {
-                         const bool valid = component.FnVerificarCif(identifier, true);
+                         // None is registered with a quote, which the register's read could not take.
+                         const bool mayBeRegistered = identifier.find('\'') == std::string::npos;
+                         const bool valid = component.FnVerificarCif(identifier, mayBeRegistered);
                          return identifier + (valid ? " es válido" : " no es válido");
                      })
         .show();

@@ -79,6 +79,19 @@ std::shared_ptr<void> openDisplay() {
 
 namespace {
 
+/// The first company that can be opened. Throws what is wrong with the first of all when none can.
+void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
+    std::exception_ptr failure;
+    for (const std::string& name : companies) {
+        try {
+            return window.openCompany(name);
+        } catch (const std::exception&) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    std::rethrow_exception(failure);
+}
+
 int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::string& company) {
     const sqlite::DataFolder data(folder);
     std::vector<std::string> companies;
@@ -86,7 +99,10 @@ int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::st
     if (companies.empty()) companies.push_back(data.createDemo());
 
     MainWindow window(desktop, companies, [&data](const std::string& name) { return data.openCompany(name); });
-    window.openCompany(company.empty() ? companies.front() : company);
+    if (company.empty())
+        openFirst(window, companies);
+    else
+        window.openCompany(company);
     window.show();
     return QApplication::exec();
 }

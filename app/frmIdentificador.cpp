@@ -2,9 +2,11 @@
 
 namespace FendaMaestros {
 
-frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule)
+frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption,
+                                   std::string hint, Rule rule)
     : rule_(std::move(rule)), Label1(std::move(fieldCaption)), cmdComprobar(std::move(commandCaption)) {
     Caption = sTituloVentana = std::move(caption);
+    lblResultado.Caption = std::move(hint);
     add(Label1, "Label1");
     add(Text1, "Text1");
     add(lblResultado, "lblResultado");
@@ -20,7 +22,6 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
 void frmIdentificador::onLoad() {
     Pantalla::onLoad();
     Text1.MaxLength = 40;
-    lblResultado.Caption = "Se aceptan minúsculas, puntos y guiones.";
 }
 
 void frmIdentificador::comprobar() {

@@ -12,7 +12,9 @@ class frmIdentificador final : public Pantalla {
 public:
     using Rule = std::function<std::string(const std::string& typed)>;
 
-    frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule);
+    /// `hint` stands where the answer comes.
+    frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, std::string hint,
+                     Rule rule);
 
 protected:
     void onLoad() override;

@@ -49,12 +49,14 @@ public:
 private:
     using Filler = std::function<void(const Database&)>;
 
+    /// Also one whose name differs in nothing but capitals.
+    bool hasCompany(const std::string& name) const;
     void requireFolder() const;
     void createFolder() const;
     void createShared() const;
     void create(const CompanyData& company, const Filler& fill) const;
-    /// Fills a database aside and gives it its name when it is whole.
-    void createFile(const std::filesystem::path& file, const Filler& fill) const;
+    /// Fills a database aside and gives it its name when it is whole. False when something had that name by then.
+    bool createFile(const std::filesystem::path& file, const Filler& fill) const;
 
     std::filesystem::path folder_;
     std::chrono::milliseconds busyTimeout_;
