@@ -8,6 +8,7 @@
 
 #include "app/window/MainWindow.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/Silence.h"
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/DataFolder.h"
 #endif
@@ -34,18 +35,6 @@ struct Windows {
     QApplication application{argc, argv};
 };
 
-/// Keeps the windowing library from complaining in its own words while it starts.
-class Silence {
-public:
-    Silence() : previous_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() { qInstallMessageHandler(previous_); }
-
-private:
-    QtMessageHandler previous_;
-};
-
 }  // namespace
 
 std::shared_ptr<void> openDisplay() {
@@ -59,7 +48,7 @@ std::shared_ptr<void> openDisplay() {
     }
     std::shared_ptr<Windows> windows;
     {
-        const Silence silence;
+        const qt::Silence silence;
         windows = std::make_shared<Windows>();
     }
     if (!chosen) ::unsetenv(platformVariable);
