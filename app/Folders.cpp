@@ -22,7 +22,7 @@ std::optional<std::filesystem::path> chosenDataFolder(const std::string& option)
 
 std::filesystem::path dataFolder(const std::string& option) {
     if (const auto chosen = chosenDataFolder(option)) return *chosen;
-    // A relative path there is to be ignored (XDG Base Directory Specification).
+    // A relative path there is to be ignored, as the XDG rules for base directories say.
     const std::filesystem::path data = environment("XDG_DATA_HOME");
     if (data.is_absolute()) return data / "fenda";
     const std::string home = environment("HOME");

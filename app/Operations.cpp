@@ -14,8 +14,6 @@ namespace {
 
 constexpr int f(int number) { return key::F1 + number - 1; }
 
-constexpr const char* marksAreTaken = "Se aceptan minúsculas, puntos y guiones.";
-
 std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 
 Operation screen(std::string name, std::string group, std::string caption, int keyCode, void (FendaMaes::*show)()) {
@@ -56,7 +54,7 @@ void openLetter(FendaMaes& component) {
             const std::string letter = component.Calcula_letra_NIF(number, &message);
             return letter.empty() ? message : number + letter;
         },
-        marksAreTaken)
+        "Sus cifras, siete o más, sin puntos.")
         .show();
 }
 
@@ -64,10 +62,12 @@ void openVerify(FendaMaes& component) {
     frmIdentificador(
         "Comprobar un identificador fiscal", "Identificador", "&Comprobar",
         [&component](std::string identifier) {
-            const bool valid = component.FnVerificarCif(identifier, true);
+            // None is registered with a quote, which the register's read could not take.
+            const bool mayBeRegistered = identifier.find('\'') == std::string::npos;
+            const bool valid = component.FnVerificarCif(identifier, mayBeRegistered);
             return identifier + (valid ? " es válido" : " no es válido");
         },
-        marksAreTaken)
+        "Se aceptan minúsculas, puntos y guiones.")
         .show();
 }
 

@@ -8,6 +8,7 @@
 
 #include "app/window/MainWindow.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/Silence.h"
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/DataFolder.h"
 #endif
@@ -34,18 +35,6 @@ struct Windows {
     QApplication application{argc, argv};
 };
 
-/// Keeps the windowing library from complaining in its own words while it starts.
-class Silence {
-public:
-    Silence() : previous_(qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {})) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() { qInstallMessageHandler(previous_); }
-
-private:
-    QtMessageHandler previous_;
-};
-
 }  // namespace
 
 std::shared_ptr<void> openDisplay() {
@@ -59,7 +48,7 @@ std::shared_ptr<void> openDisplay() {
     }
     std::shared_ptr<Windows> windows;
     {
-        const Silence silence;
+        const qt::Silence silence;
         windows = std::make_shared<Windows>();
     }
     if (!chosen) ::unsetenv(platformVariable);
@@ -79,6 +68,19 @@ std::shared_ptr<void> openDisplay() {
 
 namespace {
 
+/// The first company that can be opened. Throws what is wrong with the first of all when none can.
+void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
+    std::exception_ptr failure;
+    for (const std::string& name : companies) {
+        try {
+            return window.openCompany(name);
+        } catch (const std::exception&) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    std::rethrow_exception(failure);
+}
+
 int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::string& company) {
     const sqlite::DataFolder data(folder);
     std::vector<std::string> companies;
@@ -86,7 +88,10 @@ int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::st
     if (companies.empty()) companies.push_back(data.createDemo());
 
     MainWindow window(desktop, companies, [&data](const std::string& name) { return data.openCompany(name); });
-    window.openCompany(company.empty() ? companies.front() : company);
+    if (company.empty())
+        openFirst(window, companies);
+    else
+        window.openCompany(company);
     window.show();
     return QApplication::exec();
 }

@@ -169,7 +169,7 @@ void MainWindow::guarded(const QString& title, const QString& what, const std::f
         return action();
     } catch (const ErrorBd& error) {
         reason = error.what();
-        if (!error.nativeText().empty()) reason += "\n(" + error.nativeText() + ")";
+        if (error.nativeCode() != 0) reason += "\n(código " + std::to_string(error.nativeCode()) + ")";
     } catch (const std::exception& error) {
         reason = error.what();
     } catch (...) {

@@ -15,6 +15,7 @@ constexpr qreal cornerRadius = 4;
 constexpr int fieldHeight = 28;
 constexpr int itemHeight = 24;
 constexpr QSize leastButton(96, 30);
+constexpr QSize airInButton(16, 0);
 
 QColor lineColor(const QPalette& palette) {
     return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.24);
@@ -314,7 +315,7 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
 QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                   const QWidget* widget) const {
     const QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
-    if (type == CT_PushButton) return size.expandedTo(leastButton);
+    if (type == CT_PushButton) return (size + airInButton).expandedTo(leastButton);
     if (type == CT_LineEdit || type == CT_ComboBox) return size.expandedTo({0, fieldHeight});
     if (type == CT_ItemViewItem) return size.expandedTo({0, itemHeight});
     return size;

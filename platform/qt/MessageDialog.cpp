@@ -8,26 +8,63 @@
 
 #include "platform/qt/Hands.h"
 #include "platform/qt/KeyCodes.h"
+#include "platform/qt/TypeAhead.h"
 
 namespace FendaMaestros::qt {
 
 namespace {
 
-/// Remembers the key that is down in a box and its buttons.
+/// A box that leaves the keyboard to what lies below it.
+class Box final : public QMessageBox {
+public:
+    Box(QWidget* parent, TypeAhead* typeAhead) : QMessageBox(parent), typeAhead_(typeAhead) {}
+
+    void done(int result) override {
+        if (typeAhead_) typeAhead_->handOver(*this);
+        QMessageBox::done(result);
+    }
+
+private:
+    TypeAhead* typeAhead_;
+};
+
+/// Remembers the key that is down in a box and its buttons. Esc and the letters of the buttons answer at once: by
+/// themselves they would show the button pressed for a while, and keep the keys that follow.
 class KeyWatch final : public QObject {
 public:
+    explicit KeyWatch(QMessageBox& box) : box_(box) {}
+
     int key() const { return key_; }
 
     bool eventFilter(QObject*, QEvent* event) override {
         const QEvent::Type type = event->type();
-        if (type == QEvent::KeyPress || type == QEvent::ShortcutOverride)
-            key_ = strokeOf(*static_cast<QKeyEvent*>(event)).code;
+        if (type == QEvent::KeyPress || type == QEvent::ShortcutOverride) {
+            const KeyStroke stroke = strokeOf(*static_cast<QKeyEvent*>(event));
+            key_ = stroke.code;
+            if (QAbstractButton* const button = buttonOf(stroke)) {
+                event->accept();
+                if (type == QEvent::KeyPress) button->click();
+                return true;
+            }
+        }
         // A button that acts on a release has not been dismissed by a press.
         if (type == QEvent::KeyRelease || type == QEvent::MouseButtonPress) key_ = 0;
         return false;
     }
 
 private:
+    /// The button that a key presses from anywhere in the box.
+    QAbstractButton* buttonOf(KeyStroke stroke) const {
+        if (stroke.shift & shift::Control) return nullptr;
+        if (stroke.code == key::Escape) return box_.escapeButton();
+        for (QAbstractButton* button : box_.buttons()) {
+            const QKeySequence letter = button->shortcut();
+            if (!letter.isEmpty() && letter[0].key() == qtKeyOf(stroke.code)) return button;
+        }
+        return nullptr;
+    }
+
+    QMessageBox& box_;
     int key_ = 0;
 };
 
@@ -64,8 +101,8 @@ bool dismisses(int code) { return code == key::Enter || code == key::Escape || (
 }  // namespace
 
 Reply askInDialog(const Message& message, const std::string& title, QWidget* parent,
-                  const std::optional<Reply>& scripted) {
-    QMessageBox box(parent);
+                  const std::optional<Reply>& scripted, TypeAhead& typeAhead) {
+    Box box(parent, scripted ? nullptr : &typeAhead);
     box.setAttribute(Qt::WA_QuitOnClose, false);
     box.setWindowModality(Qt::ApplicationModal);
     box.setWindowTitle(QString::fromStdString(title));
@@ -73,7 +110,7 @@ Reply askInDialog(const Message& message, const std::string& title, QWidget* par
     box.setText(QString::fromStdString(message.text));
     box.setIcon(iconOf(message.style));
 
-    KeyWatch watch;
+    KeyWatch watch(box);
     const auto buttons = addButtons(box, message);
     box.setDefaultButton(buttons.at(message.defaultAnswer()));
     box.setEscapeButton(buttons.contains(Answer::No) ? buttons.at(Answer::No) : buttons.at(Answer::Ok));
@@ -81,6 +118,7 @@ Reply askInDialog(const Message& message, const std::string& title, QWidget* par
     for (const auto& [answer, button] : buttons) button->installEventFilter(&watch);
     if (scripted) QTimer::singleShot(0, &box, [&] { give(*scripted, *buttons.at(scripted->answer)); });
     box.exec();
+    if (!scripted) typeAhead.collect();
 
     Reply reply{message.offers(Answer::Ok) ? Answer::Ok : Answer::No, dismisses(watch.key()) ? watch.key() : 0};
     for (const auto& [answer, button] : buttons)

@@ -6,10 +6,13 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QSaveFile>
+#include <cerrno>
 #include <stdexcept>
 
 #include "platform/qt/PagePainter.h"
+#include "platform/qt/Silence.h"
 #include "toolkit/Document.h"
+#include "ui/MotivoFichero.h"
 
 namespace FendaMaestros {
 
@@ -25,11 +28,22 @@ void ensureApplication() {
     static char name[] = "fenda";
     static char* argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    const qt::Silence silence;
     static const QGuiApplication application(argc, argv);
 }
 
-[[noreturn]] void fail(const std::string& path, const QString& reason) {
-    throw std::runtime_error("No se puede escribir el fichero " + path + ": " + reason.toStdString());
+[[noreturn]] void fail(const std::string& path, const std::string& reason) {
+    throw std::runtime_error("No se puede escribir el fichero " + path + ": " + reason + ".");
+}
+
+/// Carries out a step of writing the file. The file object tells why it failed in words of its own; the system's number
+/// is still there.
+template <class Step>
+void carryOut(const std::string& path, Step&& step) {
+    errno = 0;
+    if (step()) return;
+    const int reason = errno;
+    fail(path, motivoFichero({reason ? reason : EIO, std::generic_category()}));
 }
 
 QByteArray makePdf(const PagedDocument& document) {
@@ -58,11 +72,11 @@ QByteArray makePdf(const PagedDocument& document) {
 void writePdf(const PagedDocument& document, const std::string& path) {
     ensureApplication();
     const QFileInfo there(QString::fromStdString(path));
-    if (there.exists() && !there.isFile()) fail(path, "no es un fichero normal.");
+    if (there.exists() && !there.isFile()) fail(path, "no es un fichero normal");
     QSaveFile file(there.filePath());
-    if (!file.open(QIODevice::WriteOnly)) fail(path, file.errorString());
+    carryOut(path, [&] { return file.open(QIODevice::WriteOnly); });
     const QByteArray pdf = makePdf(document);
-    if (file.write(pdf) != pdf.size() || !file.flush() || !file.commit()) fail(path, file.errorString());
+    carryOut(path, [&] { return file.write(pdf) == pdf.size() && file.flush() && file.commit(); });
 }
 
 }  // namespace FendaMaestros

@@ -13,6 +13,8 @@
 #include "platform/qt/MessageDialog.h"
 #include "platform/qt/Pdf.h"
 #include "platform/qt/Printing.h"
+#include "platform/qt/Silence.h"
+#include "platform/qt/TypeAhead.h"
 
 namespace FendaMaestros {
 
@@ -23,6 +25,7 @@ struct QtDesktop::Program {
     char* argv[2] = {name, nullptr};
     std::unique_ptr<QApplication> own;
     qt::InputFilter filter;
+    qt::TypeAhead typeAhead;
 
     Program() {
         if (!QCoreApplication::instance()) own = std::make_unique<QApplication>(argc, argv);
@@ -30,6 +33,7 @@ struct QtDesktop::Program {
         if (!application) throw std::runtime_error("Este programa se ha iniciado sin ventanas.");
         qt::applyLook(*application);
         application->installEventFilter(&filter);
+        application->installEventFilter(&typeAhead);
     }
 };
 
@@ -53,6 +57,7 @@ QtDesktop::QtDesktop(Operator* person) : person_(person), program_(std::make_uni
 QtDesktop::~QtDesktop() { setPointer(0); }
 
 void QtDesktop::runModal(Form& form) {
+    program_->typeAhead.release();
     qt::FormWindow::pullAll();
     qt::FormWindow window(form, topWindow());
     window.show();
@@ -60,6 +65,9 @@ void QtDesktop::runModal(Form& form) {
     window.rethrowFailure();
     if (!person_) {
         window.wait();
+        program_->typeAhead.handOver(window);
+        window.hide();
+        program_->typeAhead.collect();
     } else if (form.isOpen()) {
         QCoreApplication::processEvents();
         person_->attend(form);
@@ -72,7 +80,8 @@ Reply QtDesktop::ask(const Message& message) {
     if (person_) scripted = person_->answer(message);
     qt::FormWindow::pullAll();
     const std::string title = message.title.empty() ? applicationTitle() : message.title;
-    const Reply reply = qt::askInDialog(message, title, topWindow(), scripted);
+    program_->typeAhead.release();
+    const Reply reply = qt::askInDialog(message, title, topWindow(), scripted, program_->typeAhead);
     qt::FormWindow* const below = activeForm() ? qt::FormWindow::of(*activeForm()) : nullptr;
     if (scripted && reply.key && below) qt::hands::releaseKeyLater(below->keyReceiver(), {reply.key, shift::None});
     return reply;
@@ -98,6 +107,7 @@ void QtDesktop::processPending() {
 
 std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal, const std::string& kind) {
     if (person_) return person_->saveFile(proposal, kind);
+    program_->typeAhead.release();
     qt::FormWindow::pullAll();
     QFileDialog dialog(topWindow(), "Guardar como", {}, QString::fromStdString(kind));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -109,6 +119,7 @@ std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal
 
 bool QtDesktop::openFile(const std::string& path) {
     if (person_) return true;
+    const qt::Silence silence;
     return hasDisplay() && QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
 }
 

@@ -188,8 +188,12 @@ GridView::GridView(DataGrid& grid, FormWindow& window)
     });
     QObject::connect(&rows, &QTableView::doubleClicked, &window,
                      [&] { window.hand([&] { window.form().doubleClick(grid); }); });
-    QObject::connect(rows.horizontalHeader(), &QHeaderView::sectionClicked, &window,
-                     [&](int column) { window.hand([&] { window.form().clickHeader(grid, column); }); });
+    const auto headerClicked = [&](int column) {
+        if (column >= 0) window.hand([&] { window.form().clickHeader(grid, column); });
+    };
+    // Of two quick clicks the second comes as a double one.
+    for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked})
+        QObject::connect(rows.horizontalHeader(), click, &window, headerClicked);
 }
 
 void GridView::pull() {

@@ -37,13 +37,27 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
     else
         edit_.setFixedWidth(width);
     QObject::connect(&edit_, &QLineEdit::textEdited, &window, [this](const QString& text) { changed(text); });
+    // The widget tells what was typed before it tells that caret and selection have moved.
+    QObject::connect(&edit_, &QLineEdit::cursorPositionChanged, &window, [this] { mark_ = mark(); });
     QObject::connect(&edit_, &QLineEdit::selectionChanged, &window, [this] {
+        mark_ = mark();
         if (edit_.hasFocus() && !window_.isPulling())
             box_.AllSelected = edit_.hasSelectedText() && edit_.selectedText().size() == edit_.text().size();
     });
 }
 
 bool TextBoxView::stretches() const { return box_.MaxLength == 0 || box_.MaxLength > longestFixed; }
+
+TextBoxView::Mark TextBoxView::mark() const {
+    return {edit_.cursorPosition(), edit_.selectionStart(), edit_.selectionLength()};
+}
+
+void TextBoxView::restore(const Mark& mark) {
+    const bool selects = mark.start >= 0 && mark.start + mark.length <= edit_.text().size();
+    if (!selects) return edit_.setCursorPosition(mark.caret);
+    const bool backwards = mark.caret == mark.start;
+    edit_.setSelection(backwards ? mark.start + mark.length : mark.start, backwards ? -mark.length : mark.length);
+}
 
 /// What was inserted lies between what old and new text have in common at both ends.
 void TextBoxView::changed(const QString& text) {
@@ -58,19 +72,20 @@ void TextBoxView::changed(const QString& text) {
     const std::u32string inserted = after.substr(head, after.size() - head - tail);
     const std::u32string rest = after.substr(after.size() - tail);
 
-    int caret = edit_.cursorPosition();
+    const Mark untouched = mark_;
+    Mark wanted{.caret = edit_.cursorPosition()};
     window_.hand([&] {
         const std::size_t limit = box_.MaxLength > 0 ? static_cast<std::size_t>(box_.MaxLength) : after.size();
         const std::u32string start = after.substr(0, head);
         const std::u32string taken = accepted(inserted, limit - std::min(limit, head + tail));
         if (taken.empty() && !inserted.empty()) {
-            caret = static_cast<int>(QString::fromStdU32String(start).size());
+            wanted = untouched;
             return;
         }
-        if (taken != inserted) caret = static_cast<int>(QString::fromStdU32String(start + taken).size());
+        if (taken != inserted) wanted.caret = static_cast<int>(QString::fromStdU32String(start + taken).size());
         window_.form().edit(box_, QString::fromStdU32String(start + taken + rest).toStdString());
     });
-    if (edit_.text() != text) edit_.setCursorPosition(caret);
+    if (edit_.text() != text) restore(wanted);
 }
 
 std::u32string TextBoxView::accepted(const std::u32string& inserted, std::size_t room) {

@@ -24,7 +24,16 @@ private:
         bool operator==(const Colors&) const = default;
     };
 
+    /// Where the caret is, and what is selected on one of its sides.
+    struct Mark {
+        int caret = 0;
+        int start = -1;
+        int length = 0;
+    };
+
     void changed(const QString& text);
+    Mark mark() const;
+    void restore(const Mark& mark);
     /// The inserted characters that the form takes.
     std::u32string accepted(const std::u32string& inserted, std::size_t room);
     void pullText();
@@ -35,6 +44,8 @@ private:
     QLineEdit& edit_;
     std::optional<Colors> colors_;
     bool active_ = false;
+    /// As of before the change that the widget is telling about.
+    Mark mark_;
 };
 
 }  // namespace FendaMaestros::qt

@@ -1,5 +1,7 @@
 #include "platform/sqlite/DataFolder.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -30,6 +32,8 @@ Kind kindOf(const std::error_code& error) {
     return error == std::errc::no_space_on_device ? Kind::Full : Kind::Other;
 }
 
+constexpr const char* sharedIsUnusable = "La base de datos común no se puede usar";
+
 std::string guillemets(const std::string& text) { return "«" + text + "»"; }
 
 bool isThere(const fs::path& file) {
@@ -49,6 +53,19 @@ void createEmpty(const fs::path& file) {
     const auto error = std::error_code(errno, std::generic_category());
     throw ErrorBd(kindOf(error), "No se puede escribir el fichero " + guillemets(file.string()), error.value(),
                   error.message());
+}
+
+/// Gives a finished file its name. False when another one has the name already, which then stays as it is.
+bool publish(const fs::path& aside, const fs::path& file) {
+    std::error_code error, ignored;
+    fs::create_hard_link(aside, file, error);
+    const bool taken = error == std::errc::file_exists || (error && fs::exists(file, ignored));
+    if (error && !taken) fs::rename(aside, file, error);  // a file system without links
+    fs::remove(aside, ignored);
+    if (error && !taken)
+        throw ErrorBd(kindOf(error), "No se puede crear el fichero " + guillemets(file.string()), error.value(),
+                      error.message());
+    return !taken;
 }
 
 /// Carries out `work`; its error says first what could not be done.
@@ -145,13 +162,22 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
     return saying("No se puede abrir la empresa " + guillemets(name), [&] {
         Database company(file, Database::Mode::Existing, busyTimeout_);
         checkSchema(company, "main", Contents::Company);
-        auto own = std::make_shared<SqliteConexion>(std::move(company), shared);
-        checkSchema(own->database(), "KXComun", Contents::Shared);
+        auto own = saying(sharedIsUnusable, [&] {
+            auto attached = std::make_shared<SqliteConexion>(std::move(company), shared);
+            checkSchema(attached->database(), "KXComun", Contents::Shared);
+            return attached;
+        });
         auto parameters = readParameters(*own);
         std::shared_ptr<ConexionBd> connection = std::move(own);
         if (wrap) connection = wrap(std::move(connection));
         return std::make_unique<SesionSql>(std::move(connection), std::move(parameters));
     });
+}
+
+bool DataFolder::hasCompany(const std::string& name) const {
+    if (!exists()) return false;
+    const auto same = [&name](const std::string& other) { return compareSpanish(name, other) == 0; };
+    return std::ranges::any_of(companies(), same);
 }
 
 void DataFolder::requireFolder() const {
@@ -168,7 +194,11 @@ void DataFolder::createFolder() const {
 
 void DataFolder::createShared() const {
     const auto file = folder_ / sharedFileName;
-    if (isThere(file)) return;
+    if (isThere(file)) {
+        const Database shared(file, Database::Mode::Existing, busyTimeout_);
+        return saying(sharedIsUnusable, [&] { checkSchema(shared, "main", Contents::Shared); });
+    }
+    // When another program makes it at the same time, the first one counts.
     createFile(file, [](const Database& database) {
         createSchema(database, "main", Contents::Shared);
         loadReferenceData(database, "Pais", "paises");
@@ -185,11 +215,13 @@ void DataFolder::createShared() const {
 void DataFolder::create(const CompanyData& company, const Filler& fill) const {
     validate(company);
     const auto file = folder_ / companyFileName(company.name);
-    if (isThere(file)) throw ErrorBd(Kind::Constraint, "La empresa " + guillemets(company.name) + " ya existe.");
+    const ErrorBd alreadyThere(Kind::Constraint, "La empresa " + guillemets(company.name) + " ya existe.");
+    if (hasCompany(company.name)) throw alreadyThere;
     createFolder();
+    bool created = false;
     saying("No se puede crear la empresa " + guillemets(company.name), [&] {
         createShared();
-        createFile(
+        created = createFile(
             file,
             [&](const Database& database) {
                 createSchema(database, "main", Contents::Company);
@@ -201,12 +233,16 @@ void DataFolder::create(const CompanyData& company, const Filler& fill) const {
             },
             fill ? folder_ / sharedFileName : fs::path());
     });
+    if (!created) throw alreadyThere;
 }
 
-void DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::path& shared) const {
-    const auto aside = fs::path(file).replace_extension(".nueva");
+bool DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::path& shared) const {
+    // A name of its own, so that two programs that create at once do not write into one file.
+    const fs::path aside = file.string() + ".nueva" + std::to_string(::getpid());
+    const fs::path journal = aside.string() + "-journal";
+    std::error_code ignored;
+    fs::remove(journal, ignored);
     createEmpty(aside);
-    std::error_code error;
     try {
         Database database(aside, Database::Mode::Create, busyTimeout_);
         if (!shared.empty()) attachShared(database, shared);
@@ -214,16 +250,11 @@ void DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::
         fill(database);
         database.execute("COMMIT");
     } catch (...) {
-        fs::remove(aside, error);
-        fs::remove(aside.string() + "-journal", error);
+        fs::remove(aside, ignored);
+        fs::remove(journal, ignored);
         throw;
     }
-    fs::rename(aside, file, error);
-    if (!error) return;
-    std::error_code ignored;
-    fs::remove(aside, ignored);
-    throw ErrorBd(kindOf(error), "No se puede crear el fichero " + guillemets(file.string()), error.value(),
-                  error.message());
+    return publish(aside, file);
 }
 
 }  // namespace FendaMaestros::sqlite

@@ -51,13 +51,16 @@ public:
 private:
     using Filler = std::function<void(const Database&)>;
 
+    /// Also one whose name differs in nothing but capitals.
+    bool hasCompany(const std::string& name) const;
     void requireFolder() const;
     void createFolder() const;
     void createShared() const;
     /// `fill`, if there is one, adds data to the new company and to the shared database in one transaction.
     void create(const CompanyData& company, const Filler& fill) const;
     /// Fills a database aside and gives it its name when it is whole; `shared`, unless empty, is attached meanwhile.
-    void createFile(const std::filesystem::path& file, const Filler& fill,
+    /// False when something had that name by then.
+    bool createFile(const std::filesystem::path& file, const Filler& fill,
                     const std::filesystem::path& shared = {}) const;
 
     std::filesystem::path folder_;

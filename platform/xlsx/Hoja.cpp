@@ -47,7 +47,8 @@ void check(lxw_error error) {
     const bool full = error == LXW_ERROR_ZIP_FILE_OPERATION || error == LXW_ERROR_ZIP_FILE_ADD ||
                       error == LXW_ERROR_ZIP_CLOSE || error == LXW_ERROR_CREATING_TMPFILE;
     throw std::runtime_error(full ? "No se puede guardar la hoja de cálculo: no queda sitio en el disco."
-                                  : std::string("No se puede guardar la hoja de cálculo: ") + lxw_strerror(error));
+                                  : "No se puede guardar la hoja de cálculo: error " + std::to_string(error) +
+                                        " al escribirla.");
 }
 
 /// The mask as the sheet understands it: what stands behind the digits is a text there too.

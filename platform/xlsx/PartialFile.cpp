@@ -7,26 +7,16 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "ui/MotivoFichero.h"
+
 namespace FendaMaestros {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string reason(std::error_code code) {
-    if (code == std::errc::no_space_on_device || code == std::errc::file_too_large) return "no queda sitio en el disco";
-    if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted)
-        return "no se tiene permiso para escribir ahí";
-    if (code == std::errc::read_only_file_system) return "el disco es de solo lectura";
-    if (code == std::errc::no_such_file_or_directory || code == std::errc::not_a_directory)
-        return "la carpeta no existe";
-    if (code == std::errc::filename_too_long) return "el nombre es demasiado largo";
-    if (code == std::errc::is_a_directory) return "ya hay una carpeta con ese nombre";
-    return code.message();
-}
-
 [[noreturn]] void fail(const fs::path& target, std::error_code code) {
-    throw std::runtime_error("No se puede guardar \"" + target.string() + "\": " + reason(code) + ".");
+    throw std::runtime_error("No se puede guardar \"" + target.string() + "\": " + motivoFichero(code) + ".");
 }
 
 [[noreturn]] void failOnErrno(const fs::path& target) { fail(target, {errno, std::generic_category()}); }

@@ -66,7 +66,7 @@ TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
     chooseCompany("Rota");
     ASSERT_EQ(person_.messages.size(), 1u);
     EXPECT_NE(person_.messages[0].text.find("«Rota»"), std::string::npos);
-    EXPECT_NE(person_.messages[0].text.find("Está dañada.\n(file is not a database)"), std::string::npos);
+    EXPECT_NE(person_.messages[0].text.find("Está dañada.\n(código 26)"), std::string::npos);
     EXPECT_TRUE(shows("Nueva"));
     EXPECT_EQ(InstanciaActual->sesion().Parametros().Item("Par_Nombre").Value.text(), "Nueva");
 }

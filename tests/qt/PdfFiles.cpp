@@ -55,15 +55,26 @@ private:
     rlimit before_{};
 };
 
+std::string failureAt(const std::string& path) {
+    try {
+        writePdf(TwoPages(), path);
+    } catch (const std::runtime_error& failure) {
+        return failure.what();
+    }
+    return {};
+}
+
 TEST(Pdf, a_file_that_cannot_be_written_is_an_error_and_leaves_the_old_one) {
-    EXPECT_THROW(writePdf(TwoPages(), "/no/existe/paginas.pdf"), std::runtime_error);
+    EXPECT_EQ(failureAt("/no/existe/paginas.pdf"),
+              "No se puede escribir el fichero /no/existe/paginas.pdf: la carpeta no existe.");
     EXPECT_THROW(writePdf(TwoPages(), std::filesystem::temp_directory_path().string()), std::runtime_error);
 
     const auto path = std::filesystem::temp_directory_path() / "fenda_lleno.pdf";
     std::ofstream(path) << "antes";
     {
         const FullDisk full(1000);
-        EXPECT_THROW(writePdf(TwoPages(), path.string()), std::runtime_error);
+        EXPECT_EQ(failureAt(path.string()),
+                  "No se puede escribir el fichero " + path.string() + ": no queda sitio en el disco.");
     }
     std::string left;
     std::ifstream(path) >> left;

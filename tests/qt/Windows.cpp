@@ -2,12 +2,15 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
+#include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
@@ -126,6 +129,86 @@ TEST_F(Windows, pasted_text_passes_the_key_filter_and_keeps_the_caret) {
     }});
     form.show();
     EXPECT_EQ(form.Codigo.Text, "7");
+}
+
+TEST_F(Windows, a_refused_key_leaves_the_selection_for_the_next_one) {
+    later({[&] {
+        tap({'1', 0}, "1");
+        tap({'2', 0}, "2");
+        tap({key::Left, shift::Shift});
+        tap({'A', 0}, "a");
+        EXPECT_EQ(field(form.Codigo).selectedText(), "2");
+        EXPECT_EQ(field(form.Codigo).cursorPosition(), 1);
+        tap({'A', shift::Control});
+        tap({'A', 0}, "a");
+        EXPECT_EQ(field(form.Codigo).selectedText(), "12");
+        EXPECT_TRUE(form.Codigo.AllSelected);
+        tap({'3', 0}, "3");
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    EXPECT_EQ(form.Codigo.Text, "3");
+}
+
+/// On their way to a window, as those of a fast typist are when it closes.
+void typeAhead(const QString& letters) {
+    QWindow* const window = QApplication::activeModalWidget()->windowHandle();
+    for (const QChar letter : letters)
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+            QCoreApplication::postEvent(window,
+                                        new QKeyEvent(type, letter.toUpper().unicode(), Qt::NoModifier, letter));
+}
+
+TEST_F(Windows, what_is_typed_while_a_message_or_a_screen_closes_reaches_the_screen_below) {
+    Ficha nested(desktop);
+    Answer answer{};
+    form.cmdGuardar.Click = [&] {
+        answer = form.ask("¿Seguro?", 292, "");
+        nested.show();
+        desktop.processPending();
+        form.setFocus(form.Nombre);
+    };
+    constexpr int untilKeysArrived = 100;
+    const auto leave = [&] { tap({key::Escape, 0}); };
+    const auto leaveNested = [&] {
+        QTimer::singleShot(untilKeysArrived, qApp, leave);
+        typeAhead("rafaga");
+        tap({key::Escape, 0});
+    };
+    later({[&] {
+               tap({'G', shift::Alt});
+           },
+           [&] {
+               QTimer::singleShot(untilKeysArrived, qApp, leaveNested);
+               typeAhead("12");
+               qt::hands::pressKey(focused(), {'S', 0}, "s");
+           }});
+    form.show();
+    EXPECT_EQ(answer, Answer::Yes);
+    EXPECT_EQ(nested.Codigo.Text, "12");
+    EXPECT_EQ(form.Nombre.Text, "rafaga");
+}
+
+TEST_F(Windows, each_of_two_quick_clicks_on_a_header_counts) {
+    std::vector<int> clicked;
+    form.Lista.HeadClick = [&](int column) { clicked.push_back(column); };
+    form.Lista.Columns.resize(2);
+    form.Lista.bind(std::make_shared<Rows>(2));
+    later({[&] {
+        QHeaderView& header = *qt::FormWindow::of(form)->findChild<QTableView*>()->horizontalHeader();
+        const QPoint at(header.sectionViewportPosition(1) + header.sectionSize(1) / 2, header.height() / 2);
+        qt::hands::click(*header.viewport(), at);
+        qt::hands::clickAgain(*header.viewport(), at);
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    EXPECT_EQ(clicked, (std::vector<int>{1, 1}));
+}
+
+TEST_F(Windows, captions_of_wide_buttons_keep_clear_of_the_border) {
+    const QPushButton button("Nuevo concepto de tesorería");
+    constexpr int bothSides = 20;
+    EXPECT_GE(button.sizeHint().width(), button.fontMetrics().horizontalAdvance(button.text()) + bothSides);
 }
 
 TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {

@@ -1,8 +1,10 @@
 #include "platform/sqlite/DataFolder.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <fstream>
+#include <map>
 
 #include "SessionContract.h"
 #include "platform/sqlite/SqliteConexion.h"
@@ -157,14 +159,50 @@ TEST_F(DataFolderTest, AFolderThatCannotBeReadIsNotTakenForAMissingOne) {
     EXPECT_EQ(errorOf([&] { folder->companies(); }), Kind::ReadOnly);
 }
 
+TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
+    std::vector<pid_t> programs;
+    for (const char* name : {"Misma", "Misma", "misma", "Otra", "Tercera"}) {
+        const pid_t program = ::fork();
+        if (program == 0) {
+            try {
+                folder->createCompany({.name = name, .fiscalYear = 2026});
+            } catch (const ErrorBd& error) {
+                ::_exit(error.kind() == Kind::Constraint ? 1 : 2);
+            }
+            ::_exit(0);
+        }
+        programs.push_back(program);
+    }
+    std::map<int, int> ended;
+    for (const pid_t program : programs) {
+        int status = 0;
+        ::waitpid(program, &status, 0);
+        ++ended[WEXITSTATUS(status)];
+    }
+    EXPECT_EQ(ended[2], 0) << "what fails is a name that is taken";
+    const auto made = folder->companies();
+    EXPECT_EQ(static_cast<int>(made.size()), ended[0]);
+    for (const auto& name : made) EXPECT_EQ(count(*folder->openCompany(name), "Centro"), 0);
+}
+
+TEST_F(DataFolderTest, ASharedDatabaseThatCannotBeUsedRefusesNewCompanies) {
+    openCreated();
+    std::ofstream(path / "KXComun.db", std::ios::trunc) << "esto no es una base de datos";
+    EXPECT_EQ(errorOf([&] { folder->createCompany({.name = "Dos", .fiscalYear = 2026}); }), Kind::NotADatabase);
+    EXPECT_EQ(folder->companies(), std::vector<std::string>{"Una"});
+}
+
 TEST_F(DataFolderTest, AHalfMadeCompanyIsNotThere) {
     openCreated();
-    fs::create_directories(path / "Otra.nueva" / "ocupada");
+    const std::string aside = "Otra.db.nueva" + std::to_string(::getpid());
+    fs::create_directories(path / aside / "ocupada");
     EXPECT_THROW(folder->createCompany({.name = "Otra", .fiscalYear = 2026}), ErrorBd);
     EXPECT_EQ(folder->companies(), std::vector<std::string>{"Una"});
-    fs::remove_all(path / "Otra.nueva");
-    std::ofstream(path / "Otra.nueva") << "restos";
+    fs::remove_all(path / aside);
+    std::ofstream(path / aside) << "restos";
+    std::ofstream(path / (aside + "-journal")) << "restos";
     folder->createCompany({.name = "Otra", .fiscalYear = 2026});
+    EXPECT_FALSE(fs::exists(path / aside));
     EXPECT_EQ(count(*folder->openCompany("Otra"), "Centro"), 0);
 }
 
