@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
 #include "chart/DobleTransaccion.h"
 #include "chart/frmPlanCtas.h"
@@ -123,6 +124,8 @@ void frmPlanCtas::actualizarCuenta() const {
     Grabacion account(session, "PCta");
     describirCuenta(account);
     account.actualizar(" WHERE PCta_Id = " + id);
+    if (Ayuda.Conexion->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + id)->Eof())
+        throw std::runtime_error("Otro programa ha eliminado la cuenta.");
 
     const std::string name = text::trim(Text1(1).Text);
     if (name.empty()) return;

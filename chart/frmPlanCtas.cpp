@@ -134,28 +134,40 @@ void frmPlanCtas::cargarListas() {
 
 void frmPlanCtas::onActivate() {
     bActivada = true;
-    if (!bEnFichaNif && (bModoCrear || nIdInicial > 0)) setFocus(Text1(1));
+    if (!bEnFichaNif && !bEnBusqueda && (bModoCrear || nIdInicial > 0)) setFocus(Text1(1));
 }
 
 void frmPlanCtas::onKeyUp(int& code, int shift) {
     switch (code) {
         case key::F1:
-            return buscarConTecla(byCode);
+            return enBusqueda([this] { buscarConTecla(byCode); });
         case key::F1 + 1:
-            return buscarConTecla(byName);
+            return enBusqueda([this] { buscarConTecla(byName); });
         case key::F1 + 9:
-            static_cast<void>(instanciaActual().fnBuscarCuentas(byCode, true, true));
-            return;
+            return enBusqueda([] { instanciaActual().fnBuscarCuentas(byCode, true, true); });
         case key::F1 + 10:
-            static_cast<void>(instanciaActual().fnBuscarCuentas(byName, true, true));
-            return;
+            return enBusqueda([] { instanciaActual().fnBuscarCuentas(byName, true, true); });
         default:
             return Pantalla::onKeyUp(code, shift);
     }
 }
 
-void frmPlanCtas::buscarConTecla(int mode) {
+void frmPlanCtas::enBusqueda(const std::function<void()>& search) {
+    struct Searching {
+        bool& flag;
+        explicit Searching(bool& searching) : flag(searching) { flag = true; }
+        Searching(const Searching&) = delete;
+        Searching& operator=(const Searching&) = delete;
+        ~Searching() { flag = false; }
+    };
+    const Searching searching(bEnBusqueda);
     Tag = "e";
+    search();
+    // The release of the key that chose has stayed in the search: no Enter is to be held back here.
+    Tag.clear();
+}
+
+void frmPlanCtas::buscarConTecla(int mode) {
     for (const auto& [index, field] : Text1.elements()) {
         if (field.get() != activeControl()) continue;
         if (field->Tag == "Cuentas") CargarCuenta(mode, index, {}, 0);

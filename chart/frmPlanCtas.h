@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -35,6 +36,8 @@ private:
     void onKeyUp(int& code, int shift) override;
     void LimpiarPantalla();
     void cargarListas();
+    /// Runs a search whose closing leaves the focus where it is, although the screen comes on top again.
+    void enBusqueda(const std::function<void()>& search);
     void buscarConTecla(int mode);
     void navegar(int button);
     void cancelarNueva();
@@ -105,6 +108,7 @@ private:
     bool bModoCrear = false;
     bool bActivada = false;
     bool bEnFichaNif = false;
+    bool bEnBusqueda = false;
     std::int64_t nIdActual = 0;
     std::int64_t nIdCtaAso = 0;
     std::int64_t nIdNif = 0;

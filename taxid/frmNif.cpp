@@ -1,5 +1,7 @@
 #include "taxid/frmNif.h"
 
+#include <stdexcept>
+
 #include "component/FendaMaes.h"
 #include "session/ErrorBd.h"
 #include "taxid/BuscaPoblacion.h"
@@ -398,6 +400,8 @@ std::optional<frmNif::Ficha> frmNif::grabar() {
             if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
             throw;
         }
+        if (!leer("Nif_Id = " + std::to_string(nIdActual_)))
+            throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
     }
     transaction.confirmar();
     return inserted;

@@ -213,6 +213,8 @@ void Form::sendTab() { pending_.push_back({.tab = true, .keyUp = {}}); }
 
 Answer Form::ask(std::string text, int style, std::string title) {
     ++interruptions_;
+    // The key that dismissed an earlier message of this handler came up in this one.
+    std::erase_if(pending_, [](const Pending& waiting) { return !waiting.tab; });
     const Reply reply = desktop_.ask({std::move(text), style, std::move(title)});
     // Esc was meant for the message: on the screen it is a key like any other, and closes nothing.
     const int released = reply.key == key::Escape ? key::Other : reply.key;

@@ -139,7 +139,7 @@ TEST_F(RegisterOfIdentities, AFailureAtAnyStatementOfAnUpdateLeavesTheRegisterAn
             person.fill(form, "txtFields(5)", "A00000001");
             person.fill(form, "txtFields(1)", "Otra");
         },
-        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 3);
+        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 5);
 }
 
 TEST_F(RegisterOfIdentities, AFailedDeleteLeavesTheEntryAndTheScreenAsTheyWere) {
