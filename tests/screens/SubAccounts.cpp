@@ -189,6 +189,33 @@ TEST_F(SubAccounts, ACodeThatAnotherProgramHasJustTakenIsNotGivenTwice) {
     EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Cta = '57200001'"), Variant(1));
 }
 
+TEST_F(SubAccounts, AnAccountThatAnotherProgramHasDeletedIsNotSaidToBeSaved) {
+    person.answers = {Answer::Ok};
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "Text1(1)", "Nombre nuevo");
+        failing->rival = {"DELETE FROM PCta WHERE PCta_Cta = '57200000'", {}};
+        person.press(form, "cmdGuardar");
+        EXPECT_EQ(person.messages.back().text,
+                  "Error en la grabación de la cuenta Otro programa ha eliminado la cuenta.");
+        EXPECT_EQ(person.text(form, "Text1(1)"), "Nombre nuevo");
+    });
+    maes.jPlanCuentas(static_cast<std::int32_t>(idOf("57200000")));
+}
+
+TEST_F(SubAccounts, ASearchLeavesWhatIsHalfTypedAlone) {
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "Text1(2)", "70");
+        person.hands.key(form, {key::F1 + 9, shift::None});
+        EXPECT_EQ(person.text(form, "Text1(2)"), "70");
+        EXPECT_EQ(form.activeControl(), &ScriptedPerson::control(form, "Text1(2)"));
+        person.hands.key(form, {key::F1, shift::None});
+        EXPECT_EQ(person.text(form, "Text1(2)"), "43000001");
+    });
+    person.visits.push_back([&](Form& plan) { person.escape(plan); });
+    person.visits.push_back([&](Form& accounts) { person.enter(accounts); });
+    maes.jPlanCuentas(static_cast<std::int32_t>(idOf("57200000")));
+}
+
 TEST_F(SubAccounts, WhateverIsTypedChangesItsOwnRowAndNothingElse) {
     const std::string hostile = "O'Hara\"; DROP TABLE PCta; -- ñ 🙂";
     const std::string others = read("SELECT COUNT(*) FROM PCta WHERE PCta_Des = 'Antigua'").text();
