@@ -51,7 +51,7 @@ FoundRows::FoundRows(std::shared_ptr<const Recordset> rows, int searchColumn)
 }
 
 std::shared_ptr<FoundRows> FoundRows::search(std::string_view typed) const {
-    const std::shared_ptr<FoundRows> result(new FoundRows(column_, text::folded(typed)));
+    std::shared_ptr<FoundRows> result(new FoundRows(column_, text::folded(typed)));
     const std::vector<std::string_view> words = wordsOf(result->sought_);
     const auto keep = [&](int row) {
         const bool matches = std::ranges::all_of(
