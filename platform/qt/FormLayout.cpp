@@ -189,9 +189,8 @@ std::vector<Arrangement> leftOut(const Form& form, const Frame* container, const
         } else if (isTall(control)) {
             nodes.push_back(arrange::filling(*control));
         } else {
-            Arrangement field = arrange::fields({arrange::plain(*control)});
-            if (label) field = arrange::field(*std::exchange(label, nullptr), *control);
-            nodes.push_back(std::move(field));
+            Label* const own = std::exchange(label, nullptr);
+            nodes.push_back(own ? arrange::field(*own, *control) : arrange::fields({arrange::plain(*control)}));
         }
     }
     if (label) nodes.push_back(arrange::plain(*label));
