@@ -7,6 +7,7 @@
 
 #include "app/CommandCrear.h"
 #include "app/CommandNif.h"
+#include "app/Complaint.h"
 #include "app/Folders.h"
 #include "app/Guion.h"
 #include "app/Window.h"
@@ -91,12 +92,6 @@ void describe(CLI::App& program, Request& request) {
     script->add_flag("--traza", request.script.traza, "Muestra cada texto SQL y cada escritura");
     addFolder(*script, request, "una de prueba que se borra al terminar");
     addText(*script, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
-}
-
-int complain(const std::string& sentence, int status) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "fenda: %s\n", sentence.c_str());
-    return status;
 }
 
 /// The parser's own sentences are not Spanish; what it names stands before or behind their colon.

@@ -3,8 +3,10 @@
 #include <fstream>
 #include <iostream>
 
+#include "app/Complaint.h"
 #include "app/GuionOperator.h"
 #include "app/GuionProgram.h"
+#include "app/Interruption.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -12,12 +14,6 @@ namespace FendaMaestros {
 namespace {
 
 enum Status { Done = 0, Failed = 1, NotStarted = 2 };
-
-int complain(const std::string& sentence, int status) {
-    std::cout.flush();
-    std::cerr << "fenda: " << sentence << std::endl;
-    return status;
-}
 
 std::vector<Command> readScript(const std::string& name) {
     if (name == "-") return parseGuion(std::cin);
@@ -34,12 +30,14 @@ int runGuion(const GuionOptions& options) {
     const auto at = [&name](const GuionError& error) {
         return name + ", línea " + std::to_string(error.line) + ": " + error.reason;
     };
+    std::optional<Interruption> interruption;
     std::optional<GuionOperator> person;
     std::optional<GuionProgram> program;
     try {
         std::vector<Command> commands = readScript(options.script);
         const bool makesItsCompany =
             !commands.empty() && text::folded(commands.front().text).starts_with("empresa nueva");
+        interruption.emplace();
         person.emplace(std::move(commands), std::cout);
         program.emplace(
             options.ventana ? windowDesktop(*person) : headlessDesktop(*person),

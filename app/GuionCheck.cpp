@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <stdexcept>
 
 #include "app/GuionOperator.h"
+#include "app/PublicProperties.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
 namespace {
 
-using Arguments = std::vector<std::string>;
+using Arguments = std::vector<Check::Argument>;
 
 /// What can be looked at, and how it reads as a text.
 struct Subject {
@@ -22,37 +24,32 @@ struct Subject {
     std::string (*read)(const GuionOperator&, const Arguments&);
 };
 
-int number(const GuionOperator& person, const std::string& text) {
-    if (!text::isNumericCode(text) || text.size() > 9) person.fail("\"" + text + "\" no es un número");
-    return std::stoi(text);
+/// A row or a column by its number or by its text.
+Place placeOf(const Check::Argument& argument) {
+    const bool number = !argument.quoted && text::isNumericCode(argument.text) && argument.text.size() <= 9;
+    return number ? Place{std::stoi(argument.text), {}} : Place{-1, argument.text};
 }
 
 std::string rows(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0]);
+    const Control& list = person.control(arguments[0].text);
     if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->rowCount());
     if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->Rows.size());
-    person.fail(arguments[0] + " no es una rejilla ni una lista");
+    person.fail(arguments[0].text + " no es una rejilla ni una lista");
 }
 
 std::string currentRow(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0]);
+    const Control& list = person.control(arguments[0].text);
     if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->currentRow() + 1);
     if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->SelectedRow + 1);
-    person.fail(arguments[0] + " no es una rejilla ni una lista");
+    person.fail(arguments[0].text + " no es una rejilla ni una lista");
 }
 
 std::string cell(const GuionOperator& person, const Arguments& arguments) {
-    const int row = number(person, arguments[1]) - 1;
-    const int column = number(person, arguments[2]);
-    const Control& list = person.control(arguments[0]);
-    const auto outside = [&] { person.fail(arguments[0] + " no tiene esa celda"); };
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) {
-        if (row < 0 || row >= grid->rowCount() || column >= static_cast<int>(grid->Columns.size())) outside();
-        return grid->cellText(row, column);
-    }
-    const auto& view = person.control<ListView>(arguments[0], "una rejilla ni una lista");
-    if (row < 0 || row >= static_cast<int>(view.Rows.size())) outside();
-    const auto& texts = view.Rows[static_cast<std::size_t>(row)].Texts;
+    const Control& list = person.control(arguments[0].text);
+    const int row = person.rowOf(list, placeOf(arguments[1]));
+    const int column = person.columnOf(list, placeOf(arguments[2]));
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return grid->cellText(row, column);
+    const auto& texts = dynamic_cast<const ListView&>(list).Rows[static_cast<std::size_t>(row)].Texts;
     return static_cast<std::size_t>(column) < texts.size() ? texts[static_cast<std::size_t>(column)] : std::string();
 }
 
@@ -62,25 +59,22 @@ struct ColumnLook {
 };
 
 ColumnLook column(const GuionOperator& person, const Arguments& arguments) {
-    const auto index = static_cast<std::size_t>(number(person, arguments[1]));
-    const Control& list = person.control(arguments[0]);
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list); grid && index < grid->Columns.size())
+    const Control& list = person.control(arguments[0].text);
+    const auto index = static_cast<std::size_t>(person.columnOf(list, placeOf(arguments[1])));
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list))
         return {grid->Columns[index].Caption, grid->Columns[index].Width};
-    if (const auto* view = dynamic_cast<const ListView*>(&list); view && index < view->Columns.size())
-        return {view->Columns[index].Caption, view->Columns[index].Width};
-    person.fail(arguments[0] + " no tiene la columna " + arguments[1]);
+    const auto& view = dynamic_cast<const ListView&>(list);
+    return {view.Columns[index].Caption, view.Columns[index].Width};
 }
 
 std::string property(const GuionOperator& person, const Arguments& arguments) {
-    for (const auto& [name, value] : person.host().properties())
-        if (text::equalIgnoringCase(name, arguments[0])) return value.text();
-    person.fail("no hay ninguna propiedad " + arguments[0]);
+    return publicProperty(arguments[0].text).get(person.host().component()).text();
 }
 
 std::string firstValue(const GuionOperator& person, const Arguments& arguments) {
     std::string value;
     try {
-        const auto found = person.query(arguments[0]);
+        const auto found = person.query(arguments[0].text);
         if (found->rowCount() > 0) value = found->cell(0, 0).text();
     } catch (const std::exception& error) {
         person.fail(error.what());
@@ -101,11 +95,11 @@ std::string focused(const GuionOperator& person) {
 std::string yesOrNo(bool value) { return guion::yesOrNo(value); }
 
 const TextBox& field(const GuionOperator& person, const Arguments& arguments) {
-    return person.control<TextBox>(arguments[0], "un campo");
+    return person.control<TextBox>(arguments[0].text, "un campo");
 }
 
 const ComboBox& combo(const GuionOperator& person, const Arguments& arguments) {
-    return person.control<ComboBox>(arguments[0], "un desplegable");
+    return person.control<ComboBox>(arguments[0].text, "un desplegable");
 }
 
 using Kind = Subject::Kind;
@@ -113,9 +107,9 @@ using Person = const GuionOperator&;
 using Args = const Arguments&;
 
 constexpr std::array<Subject, 27> subjects{{
-    {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(p.control(a[0])); }},
+    {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(p.control(a[0].text)); }},
     {"titulo", 0, 1, Kind::Value,
-     [](Person p, Args a) { return a.empty() ? p.top().Caption : guion::captionOf(p.control(a[0])); }},
+     [](Person p, Args a) { return a.empty() ? p.top().Caption : guion::captionOf(p.control(a[0].text)); }},
     {"pantalla", 0, 0, Kind::Name, [](Person p, Args) { return screen(p); }},
     {"foco", 0, 0, Kind::Name, [](Person p, Args) { return focused(p); }},
     {"marca", 0, 0, Kind::Value, [](Person p, Args) { return p.top().Tag; }},
@@ -133,15 +127,15 @@ constexpr std::array<Subject, 27> subjects{{
     {"resultado", 0, 0, Kind::Value, [](Person p, Args) { return p.lastResult(); }},
     {"mensaje", 0, 0, Kind::Value, [](Person p, Args) { return p.lastMessage(); }},
     {"sql", 1, 1, Kind::Value, firstValue},
-    {"activo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0]).isEnabled()); }},
-    {"inactivo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0]).isEnabled()); }},
-    {"visible", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0]).isVisible()); }},
-    {"oculto", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0]).isVisible()); }},
+    {"activo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0].text).isEnabled()); }},
+    {"inactivo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0].text).isEnabled()); }},
+    {"visible", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0].text).isVisible()); }},
+    {"oculto", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0].text).isVisible()); }},
     {"bloqueado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(field(p, a).Locked); }},
-    {"marcado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return guion::valueOf(p.control(a[0])); }},
+    {"marcado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return guion::valueOf(p.control(a[0].text)); }},
     {"abierta", 0, 0, Kind::YesOrNo,
      [](Person p, Args) { return yesOrNo(p.host().desktop().activeForm() != nullptr); }},
-    {"existe", 1, 1, Kind::YesOrNo, [](Person, Args a) { return yesOrNo(std::filesystem::exists(a[0])); }},
+    {"existe", 1, 1, Kind::YesOrNo, [](Person, Args a) { return yesOrNo(std::filesystem::exists(a[0].text)); }},
 }};
 
 const Subject* subjectNamed(std::string_view name) {
@@ -167,15 +161,23 @@ const Subject& readSubject(Words& words, Check& check) {
     const Subject* subject = subjectNamed(text::folded(first));
     if (!subject) {
         subject = subjectNamed("valor");
-        check.arguments.push_back(first);
+        check.arguments.push_back({first, true});
     }
     check.subject = subject->name;
     return *subject;
 }
 
+void checkProperty(const Words& words, const std::string& name) {
+    try {
+        publicProperty(name);
+    } catch (const std::invalid_argument& error) {
+        words.fail(error.what());
+    }
+}
+
 std::string describe(const Check& check) {
     std::string text = check.subject;
-    for (const std::string& argument : check.arguments) text += " " + argument;
+    for (const Check::Argument& argument : check.arguments) text += " " + argument.text;
     return text;
 }
 
@@ -186,15 +188,17 @@ Check readCheck(Words& words) {
     const bool negated = words.take("no");
     const Subject& subject = readSubject(words, check);
     bool compared = false;
-    while (!words.atEnd() && !(compared = readComparison(words, check.comparison)))
-        check.arguments.push_back(words.text("un dato"));
+    while (!words.atEnd() && !(compared = readComparison(words, check.comparison))) {
+        const bool quoted = words.isQuoted();
+        check.arguments.push_back({words.text("un dato"), quoted});
+    }
 
     if (compared) {
         check.expected = words.text("el valor que se espera");
     } else if (subject.kind == Kind::YesOrNo) {
         check.expected = yesOrNo(!negated);
     } else if (check.arguments.size() > subject.least) {
-        check.expected = check.arguments.back();
+        check.expected = check.arguments.back().text;
         check.arguments.pop_back();
     } else {
         words.fail("falta el valor que se espera");
@@ -202,7 +206,8 @@ Check readCheck(Words& words) {
     if (negated && (compared || subject.kind != Kind::YesOrNo))
         words.fail("\"no\" va solo delante de lo que se contesta con sí o no; lo distinto se escribe con <>");
     if (check.arguments.size() < subject.least) words.fail("falta de qué se comprueba " + check.subject);
-    if (check.arguments.size() > subject.most) words.fail("sobra \"" + check.arguments.back() + "\"");
+    if (check.arguments.size() > subject.most) words.fail("sobra \"" + check.arguments.back().text + "\"");
+    if (check.subject == "propiedad") checkProperty(words, check.arguments[0].text);
     return check;
 }
 

@@ -12,9 +12,15 @@ class Words;
 struct Check {
     enum class Comparison { Equal, Different, Contains };
 
+    struct Argument {
+        std::string text;
+        /// A number between quotes is a text.
+        bool quoted = false;
+    };
+
     /// What is looked at: a keyword of docs/guion.md.
     std::string subject;
-    std::vector<std::string> arguments;
+    std::vector<Argument> arguments;
     Comparison comparison = Comparison::Equal;
     std::string expected;
 };

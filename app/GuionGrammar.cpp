@@ -6,6 +6,7 @@
 #include "app/GuionCheck.h"
 #include "app/GuionOperator.h"
 #include "app/GuionParser.h"
+#include "app/PublicProperties.h"
 
 namespace FendaMaestros {
 
@@ -36,23 +37,32 @@ guion::Limits limits(Words& words) {
 
 // --- the host
 
+/// Reads something whose values are checked elsewhere; what does not fit is a fault of the line.
+template <class Check>
+void check(Words& words, Check&& fits) {
+    try {
+        fits();
+    } catch (const std::invalid_argument& error) {
+        words.fail(error.what());
+    }
+}
+
 template <bool alone>
 Action call(Words& words) {
-    const std::string operation = words.text("el nombre de la operación");
-    return [operation, arguments = words.rest()](GuionOperator& person) { person.call(operation, arguments, alone); };
+    const std::string name = words.text("el nombre de la operación");
+    const Operation* const operation = findOperation(name);
+    if (!operation) words.fail("no hay ninguna operación " + name);
+    const Arguments arguments(words.rest());
+    check(words, [&] { checkArguments(*operation, arguments); });
+    return [operation, arguments](GuionOperator& person) { person.call(*operation, arguments, alone); };
 }
 
 Action property(Words& words) {
     const std::string name = words.text("el nombre de la propiedad");
     words.equals();
     const std::string value = words.text("el valor de la propiedad");
-    return [name, value](GuionOperator& person) {
-        try {
-            person.host().setProperty(name, value);
-        } catch (const std::invalid_argument& error) {
-            person.fail(error.what());
-        }
-    };
+    check(words, [&] { checkedProperty(name, value); });
+    return [name, value](GuionOperator& person) { person.host().setProperty(name, value); };
 }
 
 Action renewObject(Words& words) {
@@ -67,18 +77,24 @@ Action company(Words& words) {
             [name](GuionOperator& person) { person.betweenScreens([&](GuionHost& host) { host.openCompany(name); }); };
     }
     if (!words.take("nueva")) words.fail("se escribe: empresa nueva, o empresa abrir");
-    static constexpr std::array<std::string_view, 5> known{"nombre", "ejercicio", "digitos", "provincia", "orden"};
-    std::map<std::string, std::string> settings;
+    static constexpr std::array<std::pair<std::string_view, std::string CompanyRequest::*>, 5> known{{
+        {"nombre", &CompanyRequest::name},
+        {"ejercicio", &CompanyRequest::fiscalYear},
+        {"digitos", &CompanyRequest::digits},
+        {"provincia", &CompanyRequest::province},
+        {"orden", &CompanyRequest::nameOrder},
+    }};
+    CompanyRequest company;
     while (!words.atEnd()) {
         const std::string setting = words.keyword("un dato de la empresa");
-        if (std::ranges::find(known, setting) == known.end()) words.fail("una empresa no tiene " + setting);
+        const auto field = std::ranges::find(known, setting, [](const auto& pair) { return pair.first; });
+        if (field == known.end()) words.fail("una empresa no tiene " + setting);
         words.equals();
-        const std::string what = "el valor de " + setting;
-        settings[setting] = setting == "nombre" ? words.text(what) : std::to_string(words.number(what));
+        company.*field->second = words.text("el valor de " + setting);
     }
-    if (!settings.contains("nombre")) words.fail("falta el nombre de la empresa: nombre=\"...\"");
-    return [settings](GuionOperator& person) {
-        person.betweenScreens([&](GuionHost& host) { host.createCompany(settings); });
+    check(words, [&] { (void)validCompany(company); });
+    return [company](GuionOperator& person) {
+        person.betweenScreens([&](GuionHost& host) { host.createCompany(company); });
     };
 }
 
@@ -143,11 +159,7 @@ Action type(Words& words) {
 
 Action key(Words& words) {
     KeyStroke stroke;
-    try {
-        stroke = keyStroke(words.text("el nombre de la tecla"));
-    } catch (const std::invalid_argument& error) {
-        words.fail(error.what());
-    }
+    check(words, [&] { stroke = keyStroke(words.text("el nombre de la tecla")); });
     int times = 1;
     if (!words.atEnd()) times = words.number("el número de veces");
     if (!words.take("veces")) words.take("vez");
@@ -218,13 +230,13 @@ Action show(Words& words) {
     return [name, shown](GuionOperator& person) { person.show(name, shown); };
 }
 
-Action check(Words& words) {
+Action expectState(Words& words) {
     return [check = readCheck(words)](GuionOperator& person) { carryOut(check, person); };
 }
 
 Action exists(Words& words) {
     return [name = words.text("el nombre del fichero")](GuionOperator& person) {
-        carryOut(Check{.subject = "existe", .arguments = {name}, .expected = "sí"}, person);
+        carryOut(Check{.subject = "existe", .arguments = {{name, true}}, .expected = "sí"}, person);
         person.say("existe " + guion::literal(name));
     };
 }
@@ -277,7 +289,7 @@ constexpr std::array<Verb, 30> verbs{{
     {"boton", true, clickCellButton},
     {"cerrar", true, close},
     {"mostrar", false, show},
-    {"comprobar", false, check},
+    {"comprobar", false, expectState},
     {"existe", false, exists},
     {"sql", true, sql},
     {"copiar", false, copy},

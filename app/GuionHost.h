@@ -1,10 +1,10 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "app/NewCompany.h"
 #include "component/FendaMaes.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Operator.h"
@@ -30,8 +30,8 @@ public:
     /// A new object of the public class, with properties as after creation, on the same company.
     virtual void renewObject() = 0;
 
-    /// Creates a company with these settings, named as scripts name them, and opens it.
-    virtual void createCompany(const std::map<std::string, std::string>& settings) = 0;
+    /// Creates a company and opens it. Throws std::invalid_argument, in Spanish, for one that makes no sense.
+    virtual void createCompany(const CompanyRequest& company) = 0;
     virtual void openCompany(const std::string& name) = 0;
     /// The session of the company, traced while that is on. Null when no company is open.
     virtual SesionBd* session() = 0;

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "app/Interruption.h"
 #include "app/Operations.h"
 #include "session/frmBuscar.h"
 #include "toolkit/Keys.h"
@@ -53,6 +54,15 @@ std::vector<std::string> cells(const Control& list, int row) {
     return texts;
 }
 
+std::vector<std::string> captions(const Control& list) {
+    std::vector<std::string> texts;
+    if (const auto* grid = dynamic_cast<const DataGrid*>(&list))
+        for (const GridColumn& column : grid->Columns) texts.push_back(column.Caption);
+    if (const auto* view = dynamic_cast<const ListView*>(&list))
+        for (const auto& column : view->Columns) texts.push_back(column.Caption);
+    return texts;
+}
+
 template <class T>
 T* firstOf(const Form& form) {
     for (Control* control : form.controls())
@@ -90,12 +100,19 @@ void GuionOperator::carryOut(const Command& command) {
     acted_ = command.acts;
     if (echo_) out_ << "> " << command.text << "\n";
     try {
+        goOn();
         command.run(*this);
+        goOn();
     } catch (const GuionError& error) {
         failure_ = error;
         throw;
     }
     rethrowFailure();
+}
+
+void GuionOperator::goOn() const {
+    if (Interruption::asked()) fail("interrumpido");
+    if (!out_.flush()) fail("no se puede escribir la salida");
 }
 
 void GuionOperator::attend(Form& form) {
@@ -223,20 +240,17 @@ void GuionOperator::search(Form& form) {
 
 // --- the host
 
-void GuionOperator::call(const std::string& operation, const std::vector<std::string>& arguments, bool alone) {
+void GuionOperator::call(const Operation& operation, const Arguments& arguments, bool alone) {
     const Form* const open = host_->desktop().activeForm();
-    if (alone && open) fail("no se puede abrir " + operation + ": está abierta la pantalla " + guion::formName(*open));
-    const Operation* const known = findOperation(operation);
-    if (!known) fail("no hay ninguna operación " + operation);
-    if (arguments.size() > known->maxArguments)
-        fail(known->name + " lleva " + std::to_string(known->maxArguments) + " argumentos como mucho");
+    if (alone && open)
+        fail("no se puede abrir " + operation.name + ": está abierta la pantalla " + guion::formName(*open));
     guarded([&] {
-        const Outcome outcome = known->call(host_->component(), Arguments(arguments));
+        const Outcome outcome = operation.call(host_->component(), arguments);
         for (const auto& [name, value] : outcome.rewritten)
             out_ << "argumento " << name << " = " << literal(value) << "\n";
         if (outcome.result.isNull()) return;
         lastResult_ = outcome.result.text();
-        out_ << "resultado " << known->name << " = " << literalOf(outcome.result) << "\n";
+        out_ << "resultado " << operation.name << " = " << literalOf(outcome.result) << "\n";
     });
 }
 
@@ -270,6 +284,15 @@ bool GuionOperator::reaches(Form& form, const Control& control) {
     return false;
 }
 
+template <class Gesture>
+void GuionOperator::act(Gesture&& gesture) {
+    Form& form = top();
+    const int before = form.abandonedGestures();
+    gesture(form, host_->gestures());
+    if (form.isOpen() && form.abandonedGestures() != before)
+        out_ << "nota un mensaje ha interrumpido el gesto, que no llega a hacerse\n";
+}
+
 void GuionOperator::type(const std::string& text) {
     Form& form = top();
     const Control* const active = form.activeControl();
@@ -285,7 +308,8 @@ void GuionOperator::type(const std::string& text) {
 
 void GuionOperator::key(KeyStroke stroke, int times) {
     Form& form = top();
-    for (int time = 0; time < times && form.isOpen(); ++time) host_->gestures().key(form, stroke);
+    for (int time = 0; time < times && form.isOpen(); ++time)
+        act([&](Form& on, Gestures& hands) { hands.key(on, stroke); });
 }
 
 void GuionOperator::go(const std::string& name) {
@@ -294,12 +318,12 @@ void GuionOperator::go(const std::string& name) {
     if (dynamic_cast<CheckBox*>(&target)) fail(name + " es una casilla: con el ratón se marca (marcar, desmarcar)");
     if (dynamic_cast<OptionButton*>(&target)) fail(name + " es una opción: con el ratón se elige (elegir)");
     if (top().activeControl() == &target) return;
-    if (reaches(top(), target)) host_->gestures().click(top(), target);
+    if (reaches(top(), target)) act([&](Form& form, Gestures& hands) { hands.click(form, target); });
 }
 
 void GuionOperator::press(const std::string& name) {
     auto& button = control<CommandButton>(name, "un mando");
-    if (reaches(top(), button)) host_->gestures().click(top(), button);
+    if (reaches(top(), button)) act([&](Form& form, Gestures& hands) { hands.click(form, button); });
 }
 
 void GuionOperator::tick(const std::string& name, bool value) {
@@ -308,13 +332,13 @@ void GuionOperator::tick(const std::string& name, bool value) {
     if (check.Value() == value)
         out_ << "nota " << check.Name << (value ? " ya está marcada\n" : " ya está sin marcar\n");
     else
-        host_->gestures().click(top(), check);
+        act([&](Form& form, Gestures& hands) { hands.click(form, check); });
 }
 
 void GuionOperator::choose(const std::string& name, const std::optional<Place>& item) {
     if (auto* option = dynamic_cast<OptionButton*>(&control(name))) {
         if (item) fail(name + " es una opción: se elige sin más");
-        if (reaches(top(), *option)) host_->gestures().click(top(), *option);
+        if (reaches(top(), *option)) act([&](Form& form, Gestures& hands) { hands.click(form, *option); });
         return;
     }
     auto& combo = control<ComboBox>(name, "una opción ni un desplegable");
@@ -325,15 +349,17 @@ void GuionOperator::choose(const std::string& name, const std::optional<Place>& 
             if (same(combo.List(i), item->text)) index = i;
     if (index < 0 || index >= combo.ListCount())
         fail(name + " no tiene el elemento " + (item->isNumber() ? std::to_string(index) : literal(item->text)));
-    if (reaches(top(), combo)) host_->gestures().choose(top(), combo, index);
+    if (reaches(top(), combo)) act([&](Form& form, Gestures& hands) { hands.choose(form, combo, index); });
 }
 
-int GuionOperator::columnOf(const DataGrid& grid, const Place& column) const {
-    const int count = static_cast<int>(grid.Columns.size());
+int GuionOperator::columnOf(const Control& list, const Place& column) const {
+    if (rowCount(list) < 0) fail(list.Name + " no es una rejilla ni una lista");
+    const std::vector<std::string> shown = captions(list);
+    const int count = static_cast<int>(shown.size());
     if (column.isNumber() && column.number < count) return column.number;
     for (int index = 0; index < count && !column.isNumber(); ++index)
-        if (same(unmarked(grid.Columns[static_cast<std::size_t>(index)].Caption), unmarked(column.text))) return index;
-    fail(grid.Name + " no tiene la columna " +
+        if (same(unmarked(shown[static_cast<std::size_t>(index)]), unmarked(column.text))) return index;
+    fail(list.Name + " no tiene la columna " +
          (column.isNumber() ? std::to_string(column.number) : literal(column.text)));
 }
 
@@ -353,20 +379,20 @@ void GuionOperator::clickHeader(const std::string& name, const Place& column) {
     if (!grid.Columns[static_cast<std::size_t>(index)].Visible)
         out_ << "nota la columna " << index << " de " << grid.Name << " está oculta: no pasa nada\n";
     else if (reaches(top(), grid))
-        host_->gestures().clickHeader(top(), grid, index);
+        act([&](Form& form, Gestures& hands) { hands.clickHeader(form, grid, index); });
 }
 
 void GuionOperator::clickRow(const std::string& name, const Place& row) {
     Control& list = control(name);
     const int index = rowOf(list, row);
-    if (reaches(top(), list)) host_->gestures().clickRow(top(), list, index);
+    if (reaches(top(), list)) act([&](Form& form, Gestures& hands) { hands.clickRow(form, list, index); });
 }
 
 void GuionOperator::doubleClickRow(const std::string& name, const std::optional<Place>& row) {
     auto& grid = control<DataGrid>(name, "una rejilla");
     const int index = row ? rowOf(grid, *row) : grid.currentRow();
     if (index < 0) fail(name + " no tiene ninguna fila actual");
-    if (reaches(top(), grid)) host_->gestures().doubleClickRow(top(), grid, index);
+    if (reaches(top(), grid)) act([&](Form& form, Gestures& hands) { hands.doubleClickRow(form, grid, index); });
 }
 
 void GuionOperator::clickCellButton(const std::string& name, const Place& column) {
@@ -376,7 +402,7 @@ void GuionOperator::clickCellButton(const std::string& name, const Place& column
     if (!shown.Button || !shown.Visible)
         fail("la columna " + std::to_string(index) + " de " + name + " no tiene botón");
     if (grid.currentRow() < 0) fail(name + " no tiene ninguna fila actual");
-    if (reaches(top(), grid)) host_->gestures().clickCellButton(top(), grid, index);
+    if (reaches(top(), grid)) act([&](Form& form, Gestures& hands) { hands.clickCellButton(form, grid, index); });
 }
 
 void GuionOperator::close() { host_->gestures().close(top()); }
@@ -424,7 +450,7 @@ void GuionOperator::copy(const std::string& from, const std::string& to) {
 void GuionOperator::pause(int milliseconds) {
     using namespace std::chrono;
     const auto end = steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (steady_clock::now() < end) {
+    while (steady_clock::now() < end && !Interruption::asked()) {
         host_->desktop().processPending();
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }

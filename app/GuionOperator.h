@@ -9,6 +9,7 @@
 #include "app/GuionHost.h"
 #include "app/GuionParser.h"
 #include "app/GuionPrinter.h"
+#include "app/Operations.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
@@ -74,7 +75,7 @@ public:
 
     // --- the host
     /// Calls an entry operation. `alone`: only with no screen open.
-    void call(const std::string& operation, const std::vector<std::string>& arguments, bool alone);
+    void call(const Operation& operation, const Arguments& arguments, bool alone);
     /// Something of the host that only works with no screen open.
     void betweenScreens(const std::function<void(GuionHost&)>& action);
     GuionHost& host() const { return *host_; }
@@ -117,6 +118,9 @@ public:
         if (T* typed = dynamic_cast<T*>(&control(name))) return *typed;
         fail(name + " no es " + kind);
     }
+    /// From 0; fails when the grid or list has none such.
+    int columnOf(const Control& list, const Place& column) const;
+    int rowOf(const Control& list, const Place& row) const;
     /// Runs one read. Throws ErrorBd.
     std::shared_ptr<Recordset> query(const std::string& sql) const;
     const std::string& lastResult() const { return lastResult_; }
@@ -133,8 +137,11 @@ private:
     void failOnUnusedAnswers(int line) const;
     /// Whether a person could act on it; says so when not.
     bool reaches(Form& form, const Control& control);
-    int columnOf(const DataGrid& grid, const Place& column) const;
-    int rowOf(const Control& list, const Place& row) const;
+    /// Makes a gesture on the screen on top; says so when a message stopped it on its way.
+    template <class Gesture>
+    void act(Gesture&& gesture);
+    /// Fails when the person is not to go on: the program has been asked to end, or nobody reads what it prints.
+    void goOn() const;
     /// Runs what may end in an error of the component, which a script must have expected.
     template <class Action>
     void guarded(Action&& action);

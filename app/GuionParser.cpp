@@ -24,6 +24,8 @@ std::size_t signLength(std::string_view text, std::size_t at) {
     return two == "<>" || two == "!=" ? 2 : 0;
 }
 
+bool isCharacter(unsigned code) { return code > 0 && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF); }
+
 bool isWholeNumber(std::string_view text) { return text::isNumericCode(text) && text.size() <= 9; }
 
 constexpr std::array<std::pair<std::string_view, int>, 32> namedKeys{{
@@ -112,7 +114,7 @@ std::string Words::quoted(std::string_view text, std::size_t& at) const {
             unsigned code = 0;
             const char* const end = text.data() + text.size();
             const auto read = std::from_chars(text.data() + at + 2, end, code, 16);
-            if (read.ec != std::errc() || read.ptr == end || *read.ptr != '}' || code > 0x10FFFF)
+            if (read.ec != std::errc() || read.ptr == end || *read.ptr != '}' || !isCharacter(code))
                 fail("\\u{...} lleva entre llaves el código de un carácter, en hexadecimal");
             text::append(result, static_cast<char32_t>(code));
             at = static_cast<std::size_t>(read.ptr - text.data()) + 1;
@@ -181,6 +183,8 @@ std::vector<Command> parseGuion(std::istream& script) {
     std::vector<Command> commands;
     std::string line;
     for (int number = 1; std::getline(script, line); ++number) {
+        if (!text::isUtf8(line)) throw GuionError{number, "no es texto UTF-8"};
+        if (line.find('\0') != std::string::npos) throw GuionError{number, "tiene un carácter nulo"};
         std::string_view text = line;
         if (number == 1 && text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
         const auto first = text.find_first_not_of(blanks);

@@ -5,29 +5,12 @@
 #include <stdlib.h>
 
 #include "app/Composition.h"
-#include "toolkit/Text.h"
+#include "app/PublicProperties.h"
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/DataFolder.h"
 #endif
 
 namespace FendaMaestros {
-
-namespace {
-
-[[noreturn]] void refuse(const std::string& name, const std::string& value) {
-    throw std::invalid_argument("la propiedad " + name + " no puede valer \"" + value + "\"");
-}
-
-bool isYes(const std::string& name, const std::string& value) {
-    const std::string word = text::folded(value);
-    if (word == "si" || word == "true" || word == "verdadero" || word == "1") return true;
-    if (word == "no" || word == "false" || word == "falso" || word == "0") return false;
-    refuse(name, value);
-}
-
-std::string nameOf(const SesionBd* session) { return session ? "sesión" : "ninguna"; }
-
-}  // namespace
 
 TemporaryFolder::TemporaryFolder() {
     std::string name = (std::filesystem::temp_directory_path() / "fenda-guion-XXXXXX").string();
@@ -65,34 +48,14 @@ void GuionProgram::renewObject() {
 }
 
 std::vector<std::pair<std::string, Variant>> GuionProgram::properties() const {
-    return {{"Cuenta", component_->Cuenta},
-            {"bFactu", component_->bFactu ? "sí" : "no"},
-            {"Plan", component_->Plan},
-            {"MyBdorigen", nameOf(component_->MyBdorigen)},
-            {"MyBd", nameOf(component_->MyBd)}};
+    std::vector<std::pair<std::string, Variant>> all;
+    for (const PublicProperty& property : publicProperties())
+        all.emplace_back(property.name, property.get(*component_));
+    return all;
 }
 
 void GuionProgram::setProperty(const std::string& name, const std::string& value) {
-    const auto is = [&name](const char* property) { return text::equalIgnoringCase(name, property); };
-    const auto session = [&] {
-        const std::string word = text::folded(value);
-        if (word != "sesion" && word != "ninguna") refuse(name, value);
-        return word == "sesion" ? session_.get() : nullptr;
-    };
-    if (is("Cuenta")) {
-        component_->Cuenta = value;
-    } else if (is("bFactu")) {
-        component_->bFactu = isYes(name, value);
-    } else if (is("Plan")) {
-        if (!text::isNumericCode(value) || value.size() > 4) refuse(name, value);
-        component_->Plan = static_cast<std::int16_t>(std::stoi(value));
-    } else if (is("MyBd")) {
-        component_->MyBd = session();
-    } else if (is("MyBdorigen")) {
-        component_->MyBdorigen = session();
-    } else {
-        throw std::invalid_argument("no hay ninguna propiedad " + name);
-    }
+    checkedProperty(name, value).set(*component_, session_.get(), value);
 }
 
 #ifdef FENDA_WITH_SQLITE
@@ -108,18 +71,13 @@ void GuionProgram::start(const std::optional<std::string>& company) {
 
 void GuionProgram::openCompany(const std::string& name) { use(sqlite::DataFolder(folder_).openCompany(name)); }
 
-void GuionProgram::createCompany(const std::map<std::string, std::string>& settings) {
-    const auto number = [&settings](const char* name, int absent) {
-        const auto found = settings.find(name);
-        return found == settings.end() ? absent : std::stoi(found->second);
-    };
-    const sqlite::CompanyData defaults;
-    const sqlite::CompanyData company{.name = settings.at("nombre"),
-                                      .fiscalYear = number("ejercicio", desktop().today().year),
-                                      .accountDigits = number("digitos", defaults.accountDigits),
-                                      .province = number("provincia", defaults.province),
-                                      .nameOrder = number("orden", defaults.nameOrder)};
-    sqlite::DataFolder(folder_).createCompany(company);
+void GuionProgram::createCompany(const CompanyRequest& request) {
+    const NewCompany company = validCompany(request);
+    sqlite::DataFolder(folder_).createCompany({.name = company.name,
+                                               .fiscalYear = company.fiscalYear,
+                                               .accountDigits = company.digits,
+                                               .province = company.province,
+                                               .nameOrder = company.nameOrder});
     openCompany(company.name);
 }
 
@@ -137,7 +95,7 @@ void GuionProgram::start(const std::optional<std::string>&) { refuseWithoutDatab
 
 void GuionProgram::openCompany(const std::string&) { refuseWithoutDatabase(); }
 
-void GuionProgram::createCompany(const std::map<std::string, std::string>&) { refuseWithoutDatabase(); }
+void GuionProgram::createCompany(const CompanyRequest&) { refuseWithoutDatabase(); }
 
 #endif
 

@@ -44,7 +44,7 @@ public:
     std::vector<std::pair<std::string, Variant>> properties() const override;
     void setProperty(const std::string& name, const std::string& value) override;
     void renewObject() override;
-    void createCompany(const std::map<std::string, std::string>& settings) override;
+    void createCompany(const CompanyRequest& company) override;
     void openCompany(const std::string& name) override;
     SesionBd* session() override { return session_.get(); }
     void trace(bool on) override { tracing_ = on; }

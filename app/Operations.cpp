@@ -26,7 +26,8 @@ Operation screen(std::string name, std::string group, std::string caption, int k
                 [show](FendaMaes& component, const Arguments&) {
                     (component.*show)();
                     return Outcome{};
-                }};
+                },
+            .kinds = {}};
 }
 
 Outcome callRegister(FendaMaes& component, const Arguments& arguments) {
@@ -102,7 +103,21 @@ std::int32_t Arguments::identity(std::size_t index) const {
     return index < texts_.size() ? wholeNumber<std::int32_t>(texts_[index]) : 0;
 }
 
+void checkArguments(const Operation& operation, const Arguments& arguments) {
+    if (arguments.count() > operation.maxArguments)
+        throw std::invalid_argument(
+            operation.name + (operation.maxArguments == 0
+                                  ? " no lleva argumentos"
+                                  : " lleva " + std::to_string(operation.maxArguments) + " argumentos como mucho"));
+    for (std::size_t index = 0; index < operation.kinds.size(); ++index) {
+        if (operation.kinds[index] == ArgumentKind::Flag) (void)arguments.flag(index, false);
+        if (operation.kinds[index] == ArgumentKind::Number) (void)arguments.number(index, 0);
+        if (operation.kinds[index] == ArgumentKind::Identity) (void)arguments.identity(index);
+    }
+}
+
 const std::vector<Operation>& operations() {
+    using enum ArgumentKind;
     static const std::string tables = "&Tablas";
     static const std::string accounts = "&Cuentas";
     static const std::string identifiers = "&Identificadores";
@@ -112,34 +127,65 @@ const std::vector<Operation>& operations() {
         screen("jConceptos", tables, "C&onceptos contables", f(4), &FendaMaes::jConceptos),
         screen("jPaises", tables, "&Países", f(5), &FendaMaes::jPaises),
         screen("jMasas", tables, "&Masas patrimoniales", f(6), &FendaMaes::jMasas),
-        {"jPlanCuentas", accounts, "&Plan de cuentas", {f(2), shift::Shift}, 1, openAccounts, callAccounts},
-        {"CrearNuevaCuenta", accounts, "&Nueva cuenta", {f(3), shift::Shift}, 3, openNewAccount, callNewAccount},
-        {"fnBuscarCuentas", accounts, "&Buscar una cuenta", {f(11)}, 3, openSearchAccounts, callSearchAccounts},
-        {"fnBuscarConceptos", accounts, "Buscar un c&oncepto", {f(12)}, 1, openSearchConcepts, callSearchConcepts},
+        {"jPlanCuentas", accounts, "&Plan de cuentas", {f(2), shift::Shift}, 1, openAccounts, callAccounts, {Identity}},
+        {"CrearNuevaCuenta",
+         accounts,
+         "&Nueva cuenta",
+         {f(3), shift::Shift},
+         3,
+         openNewAccount,
+         callNewAccount,
+         {Text, Identity, Flag}},
+        {"fnBuscarCuentas",
+         accounts,
+         "&Buscar una cuenta",
+         {f(11)},
+         3,
+         openSearchAccounts,
+         callSearchAccounts,
+         {Number, Flag, Flag}},
+        {"fnBuscarConceptos",
+         accounts,
+         "Buscar un c&oncepto",
+         {f(12)},
+         1,
+         openSearchConcepts,
+         callSearchConcepts,
+         {Number}},
         {"msValidaCuentaPlan",
          accounts,
          "Comp&robar una cuenta",
          {f(11), shift::Shift},
          3,
          openCheckAccount,
-         callCheckAccount},
+         callCheckAccount,
+         {Text, Number, Flag}},
         {"jNif",
          identifiers,
          "Ma&estro de Cif/Nif",
          {f(9)},
          1,
          [](FendaMaes& component) { component.jNif(); },
-         callRegister},
-        {"FnVerificarCif", identifiers, "Comprobar un &identificador", {f(7)}, 2, openVerify, callVerify},
-        {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {f(8)}, 1, openLetter, callLetter},
-        {"jCargaClavesRetencion", identifiers, "Claves de &retención", {f(7), shift::Shift}, 3, openKeys, callFillKeys},
+         callRegister,
+         {}},
+        {"FnVerificarCif", identifiers, "Comprobar un &identificador", {f(7)}, 2, openVerify, callVerify, {Text, Flag}},
+        {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {f(8)}, 1, openLetter, callLetter, {}},
+        {"jCargaClavesRetencion",
+         identifiers,
+         "Claves de &retención",
+         {f(7), shift::Shift},
+         3,
+         openKeys,
+         callFillKeys,
+         {Text, Number, Flag}},
         {"FnBuscaPoblacion",
          identifiers,
          "&Población de un código postal",
          {f(8), shift::Shift},
          2,
          openFindTown,
-         callFindTown},
+         callFindTown,
+         {}},
     };
     return all;
 }

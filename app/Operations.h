@@ -38,6 +38,8 @@ struct Outcome {
     std::vector<std::pair<std::string, std::string>> rewritten;
 };
 
+enum class ArgumentKind { Text, Flag, Number, Identity };
+
 /// An entry operation of the component: how a person finds it and how a script calls it.
 struct Operation {
     std::string name;
@@ -50,8 +52,12 @@ struct Operation {
     std::function<void(FendaMaes&)> open;
     /// Throws std::invalid_argument, in Spanish, for an argument that does not fit.
     std::function<Outcome(FendaMaes&, const Arguments&)> call;
+    /// What each argument is; those behind the last one are texts.
+    std::vector<ArgumentKind> kinds;
 };
 
+/// Throws std::invalid_argument, in Spanish, for arguments that the operation cannot take, without calling it.
+void checkArguments(const Operation& operation, const Arguments& arguments);
 /// Every entry operation that works, in the order of the menus; those of one group together.
 const std::vector<Operation>& operations();
 /// Null when there is none of that name; case does not matter.

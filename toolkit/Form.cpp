@@ -138,6 +138,13 @@ void Form::moveFocus(Control& target) {
     if (active_) raise(active_->GotFocus);
 }
 
+bool Form::arrive(Control& target) {
+    const int before = interruptions_;
+    moveFocus(target);
+    if (interruptions_ != before) ++abandonedGestures_;
+    return open_ && active_ == &target && interruptions_ == before;
+}
+
 void Form::leave(Control& previous) {
     const Raised moving(moving_);
     active_ = requested_;
@@ -190,9 +197,7 @@ template <class Action>
 void Form::gestureOn(Control& control, Action&& action) {
     gesture([&] {
         if (!Enabled || !canFocus(control)) return;
-        const int before = interruptions_;
-        moveFocus(control);
-        if (open_ && active_ == &control && interruptions_ == before && canFocus(control)) action();
+        if (arrive(control) && canFocus(control)) action();
     });
 }
 
@@ -390,9 +395,7 @@ bool Form::pressAccelerator(int letter) {
                                                   : std::string_view();
         if (acceleratorOf(caption) != letter) continue;
 
-        const int before = interruptions_;
-        moveFocus(*control);
-        if (!open_ || active_ != control || interruptions_ != before) return true;
+        if (!arrive(*control)) return true;
         if (button) raise(button->Click);
         if (check) check->setValue(!check->Value());
         if (option) option->setValue(true);

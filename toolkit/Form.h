@@ -64,6 +64,8 @@ public:
     bool canFocus(const Control& control) const;
     /// Messages and forms that have been shown over this one; a gesture during which it grows was interrupted.
     int interruptions() const { return interruptions_; }
+    /// Gestures on a control that have ended at a message or a form on their way to it.
+    int abandonedGestures() const { return abandonedGestures_; }
 
     // --- gestures. Those on a control move the focus to it first; when leaving the old one redirects the focus or
     // shows a message, the gesture ends there.
@@ -130,6 +132,8 @@ private:
 
     void drainPending();
     void moveFocus(Control& target);
+    /// Moves the focus to a control; false when the gesture ends there.
+    bool arrive(Control& target);
     void leave(Control& previous);
     void settleFocus();
     Control* nextInTabOrder(const Control* from, bool backwards) const;
@@ -151,6 +155,7 @@ private:
     bool handling_ = false;
     bool moving_ = false;
     int interruptions_ = 0;
+    int abandonedGestures_ = 0;
 };
 
 }  // namespace FendaMaestros

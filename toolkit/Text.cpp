@@ -145,6 +145,19 @@ std::u32string characters(std::string_view utf8) {
     return result;
 }
 
+/// Written again, only a well-formed text is the same: not overlong sequences, nor single bytes.
+bool isUtf8(std::string_view bytes) {
+    std::string again;
+    for (const char32_t character : characters(bytes)) {
+        const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+        if (surrogate || character > 0x10FFFF) return false;
+        append(again, character);
+    }
+    return again == bytes;
+}
+
+bool isControl(char32_t character) { return character < U' ' || (character >= 0x7F && character <= 0x9F); }
+
 bool isNumericCode(std::string_view utf8) {
     return !utf8.empty() && std::ranges::all_of(utf8, [](char c) { return c >= '0' && c <= '9'; });
 }

@@ -22,6 +22,10 @@ void appendFolded(std::string& to, std::string_view utf8);
 void append(std::string& utf8, char32_t character);
 /// The characters of a text.
 std::u32string characters(std::string_view utf8);
+/// Whether every byte belongs to a character that UTF-8 admits.
+bool isUtf8(std::string_view bytes);
+/// Characters that are never shown: those below a blank, and U+007F to U+009F.
+bool isControl(char32_t character);
 /// True for one or more digits 0 to 9 and nothing else.
 bool isNumericCode(std::string_view utf8);
 bool equalIgnoringCase(std::string_view a, std::string_view b);

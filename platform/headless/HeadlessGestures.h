@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/headless/TextEditor.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
 
-/// Gestures straight on the forms. Text is typed at the end of a field, or in place of one that is selected whole.
+/// Gestures straight on the forms. The keys that edit a field do what they do in a window.
 class HeadlessGestures final : public Gestures {
 public:
     void type(Form& form, std::string_view text) override;
@@ -16,6 +17,12 @@ public:
     void doubleClickRow(Form& form, DataGrid& grid, int row) override;
     void clickCellButton(Form& form, DataGrid& grid, int column) override;
     void close(Form& form) override;
+
+private:
+    /// A character for what has the focus.
+    void insert(Form& form, char32_t character);
+
+    TextEditor editor_;
 };
 
 }  // namespace FendaMaestros

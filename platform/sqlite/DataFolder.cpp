@@ -84,7 +84,7 @@ void validate(const CompanyData& company) {
     };
     require(!text::trim(company.name).empty(), "Debe indicar el nombre de la empresa.");
     require(companyFileName(company.name).size() <= 200, "El nombre de la empresa es demasiado largo.");
-    require(company.fiscalYear >= 1900 && company.fiscalYear <= 9999, "El ejercicio debe ser un año de cuatro cifras.");
+    require(company.fiscalYear >= 1900 && company.fiscalYear <= 9999, "El ejercicio debe ser un año de 1900 a 9999.");
     require(company.accountDigits >= 4 && company.accountDigits <= 15,
             "Las cifras de una subcuenta deben ser de 4 a 15.");
     require((company.province >= 1 && company.province <= 52) || company.province == 99,

@@ -93,6 +93,8 @@ TEST_F(DataFolderTest, AnyNameMakesACompanyOfItsOwn) {
         EXPECT_EQ(folder->openCompany(name)->Parametros().Item("Par_Nombre").Value, Variant(name));
         EXPECT_EQ(errorOf([&] { folder->createCompany({.name = name, .fiscalYear = 2026}); }), Kind::Constraint);
     }
+    for (const std::string name : {"ÑANDÚ", "Zeta"})
+        EXPECT_EQ(errorOf([&] { folder->createCompany({.name = name, .fiscalYear = 2026}); }), Kind::Constraint);
     EXPECT_FALSE(fs::exists(path.parent_path() / "a"));
 }
 

@@ -1,0 +1,63 @@
+#include "app/PublicProperties.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <stdexcept>
+
+#include "toolkit/Text.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+std::optional<bool> yesOrNo(const std::string& value) {
+    const std::string word = text::folded(value);
+    if (word == "si" || word == "true" || word == "verdadero" || word == "1") return true;
+    if (word == "no" || word == "false" || word == "falso" || word == "0") return false;
+    return std::nullopt;
+}
+
+bool isSession(const std::string& value) { return text::folded(value) == "sesion"; }
+
+bool fitsSession(const std::string& value) { return isSession(value) || text::folded(value) == "ninguna"; }
+
+std::string nameOf(const SesionBd* session) { return session ? "sesión" : "ninguna"; }
+
+using Component = const FendaMaes&;
+using Value = const std::string&;
+
+constexpr std::array<PublicProperty, 5> all{{
+    {"Cuenta", [](Value) { return true; }, [](Component c) { return Variant(c.Cuenta); },
+     [](FendaMaes& c, SesionBd*, Value v) { c.Cuenta = v; }},
+    {"bFactu", [](Value v) { return yesOrNo(v).has_value(); },
+     [](Component c) { return Variant(c.bFactu ? "sí" : "no"); },
+     [](FendaMaes& c, SesionBd*, Value v) { c.bFactu = *yesOrNo(v); }},
+    {"Plan", [](Value v) { return text::isNumericCode(v) && v.size() <= 4; },
+     [](Component c) { return Variant(c.Plan); },
+     [](FendaMaes& c, SesionBd*, Value v) { c.Plan = static_cast<std::int16_t>(std::stoi(v)); }},
+    {"MyBdorigen", fitsSession, [](Component c) { return Variant(nameOf(c.MyBdorigen)); },
+     [](FendaMaes& c, SesionBd* s, Value v) { c.MyBdorigen = isSession(v) ? s : nullptr; }},
+    {"MyBd", fitsSession, [](Component c) { return Variant(nameOf(c.MyBd)); },
+     [](FendaMaes& c, SesionBd* s, Value v) { c.MyBd = isSession(v) ? s : nullptr; }},
+}};
+
+}  // namespace
+
+std::span<const PublicProperty> publicProperties() { return all; }
+
+const PublicProperty& publicProperty(const std::string& name) {
+    const auto found = std::ranges::find_if(
+        all, [&name](const PublicProperty& property) { return text::equalIgnoringCase(name, property.name); });
+    if (found == all.end()) throw std::invalid_argument("no hay ninguna propiedad " + name);
+    return *found;
+}
+
+const PublicProperty& checkedProperty(const std::string& name, const std::string& value) {
+    const PublicProperty& property = publicProperty(name);
+    if (!property.fits(value))
+        throw std::invalid_argument("la propiedad " + name + " no puede valer \"" + value + "\"");
+    return property;
+}
+
+}  // namespace FendaMaestros
