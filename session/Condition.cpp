@@ -51,9 +51,8 @@ public:
         return {};
     }
     std::optional<Variant> takeLiteral() {
-        return take("'")
-                   ? takeQuotedRest()
-                   : typed::number(takeWhile([](char c) { return identifier::isDigit(c) || c == '-' || c == '.'; }));
+        return take("'") ? takeQuotedRest()
+                         : typed::number(takeWhile([](char c) { return text::isDigit(c) || c == '-' || c == '.'; }));
     }
 
 private:
@@ -123,5 +122,7 @@ std::optional<Condition> readCondition(std::string_view where) {
         condition.sql += " AND ";
     }
 }
+
+std::string insideQuotes(std::string_view text) { return text::replaced(text, "'", "''"); }
 
 }  // namespace FendaMaestros

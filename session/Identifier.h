@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <string_view>
 
+#include "toolkit/Text.h"
+
 /// Names of tables and columns that the session lets into a statement: ASCII letters, digits and _, no digit in front.
 namespace FendaMaestros::identifier {
 
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool canBegin(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; }
-constexpr bool belongs(char c) { return canBegin(c) || isDigit(c); }
+constexpr bool belongs(char c) { return canBegin(c) || text::isDigit(c); }
 
 constexpr bool isColumn(std::string_view name) {
     return !name.empty() && canBegin(name.front()) && std::ranges::all_of(name, belongs);

@@ -39,6 +39,7 @@ class SesionBd {
 public:
     virtual ~SesionBd() = default;
 
+    /// Never null.
     virtual std::shared_ptr<ConexionBd> Conexion() = 0;
     virtual const ParametrosEmpresa& Parametros() const = 0;
 

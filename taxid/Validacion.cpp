@@ -11,12 +11,13 @@ namespace FendaMaestros {
 
 namespace {
 
+using text::isDigit;
+
 constexpr std::string_view nifLetters = "TRWAGMYFPDXBNJZSQVHLCKE";
 /// What makes a sum up to a multiple of ten, by the sum's last digit.
 constexpr std::string_view controlDigits = "0987654321";
 constexpr std::string_view controlLetters = "JIHGFEDCBA";
 
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool isForeign(char c) { return c >= 'X' && c <= 'Z'; }
 
 /// Some of the capitals.

@@ -26,6 +26,8 @@ std::u32string characters(std::string_view utf8);
 bool isUtf8(std::string_view bytes);
 /// Characters that are never shown: those below a blank, and U+007F to U+009F.
 bool isControl(char32_t character);
+/// The digits 0 to 9.
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 /// True for one or more digits 0 to 9 and nothing else.
 bool isNumericCode(std::string_view utf8);
 bool equalIgnoringCase(std::string_view a, std::string_view b);
