@@ -13,7 +13,7 @@
 namespace FendaMaestros::testing {
 
 /// Plays a person: each screen that opens gets the next visit, each message the next answer. Unexpected ones throw.
-class ScriptedPerson final : public Operator {
+class ScriptedPerson : public Operator {
 public:
     using Visit = std::function<void(Form&)>;
 
@@ -32,13 +32,16 @@ public:
         visit(form);
     }
 
+    /// Goes to the button with the arrows and presses Enter, whichever it is.
+    bool answersWithEnter = false;
+
     /// Answers as from the keyboard: Enter for the default button, else the button's letter.
     Reply answer(const Message& message) override {
         messages.push_back(message);
         if (answers.empty()) throw std::logic_error("unexpected message: " + message.text);
         const Answer given = answers.front();
         answers.pop_front();
-        if (given == message.defaultAnswer()) return {given, key::Enter};
+        if (answersWithEnter || given == message.defaultAnswer()) return {given, key::Enter};
         return {given, given == Answer::Yes ? 'S' : 'N'};
     }
 

@@ -1,0 +1,79 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/support/Clerks.h"
+
+namespace FendaMaestros::testing {
+namespace {
+
+TEST(Reliability, AKilledClerkLeavesEverySaveWholeOrAbsentAndNothingInTheWay) {
+    const KilledClerks killed(20, std::random_device()());
+    EXPECT_EQ(killed.faults, std::vector<std::string>());
+    EXPECT_GE(killed.saves, 60);
+    EXPECT_GE(killed.kills, 3);
+}
+
+/// Gives the other clerk time between the look for the code and the transaction.
+class Hesitating final : public FailingConexion {
+public:
+    using FailingConexion::FailingConexion;
+    void BeginTrans() override {
+        std::this_thread::sleep_for(std::chrono::milliseconds(random_() % 10));
+        FailingConexion::BeginTrans();
+    }
+
+private:
+    std::mt19937 random_{static_cast<unsigned>(getpid())};
+};
+
+TEST(Reliability, TwoClerksInOneGroupNeverGiveACodeTwiceAndLoseNoSaveInSilence) {
+    constexpr int attempts = 25;
+    const Office office;
+    office.open()->Conexion()->run(
+        {"INSERT INTO KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Nom) VALUES (3, 'A', 'A')", {}});
+    const auto work = [&](const std::string& who) {
+        return [&office, who](const Apart::Tell& tell) {
+            Clerk clerk(office, std::chrono::seconds(20), [](std::shared_ptr<ConexionBd> connection) {
+                return std::make_shared<Hesitating>(std::move(connection));
+            });
+            for (int attempt = 1; attempt <= attempts; ++attempt) {
+                const std::string name = who + std::to_string(attempt);
+                try {
+                    tell(clerk.saveCustomer(name, "A") + " " + name);
+                } catch (const std::runtime_error& message) {
+                    tell(std::string("refused: ") + message.what());
+                }
+            }
+        };
+    };
+    Apart first(work("Ana ")), second(work("Luis "));
+    auto told = first.end(false);
+    for (const auto& line : second.end(false)) told.push_back(line);
+
+    std::multiset<std::string> saved, stored;
+    int refused = 0;
+    for (const auto& line : told) {
+        if (line.starts_with("430")) {
+            saved.insert(line);
+            continue;
+        }
+        ++refused;
+        EXPECT_TRUE(line.starts_with("refused: Error en la grabación de la cuenta")) << line;
+    }
+    std::set<std::string> codes;
+    const auto rows = office.open()->Conexion()->Execute(
+        "SELECT PCta_Cta, PCta_Des FROM PCta WHERE PCta_Subcuenta = 1 ORDER BY PCta_Cta");
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        codes.insert(rows->cell(row, 0).text());
+        stored.insert(rows->cell(row, 0).text() + " " + rows->cell(row, 1).text());
+    }
+    EXPECT_EQ(told.size(), 2U * attempts);
+    EXPECT_EQ(saved, stored);
+    EXPECT_EQ(codes.size(), stored.size()) << "a code was given twice";
+    EXPECT_GT(refused, 0) << "the clerks never met";
+    EXPECT_GT(saved.size(), static_cast<std::size_t>(attempts) / 2);
+}
+
+}  // namespace
+}  // namespace FendaMaestros::testing

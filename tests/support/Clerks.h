@@ -1,0 +1,325 @@
+#pragma once
+
+// Clerks who work as processes of their own on one folder of data, at the screens of the sub-accounts and of the tax
+// identities: what is left when they are killed at any moment, and what two of them do to each other.
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "component/FendaMaes.h"
+#include "platform/sqlite/DataFolder.h"
+#include "platform/sqlite/SqliteConexion.h"
+#include "session/Decorators.h"
+#include "tests/support/ScriptedPerson.h"
+
+namespace FendaMaestros::testing {
+
+/// A company in a folder of its own, with accounts of group 572 whose journal lines have no description.
+class Office {
+public:
+    /// Accounts and lines of each, enough lines for a change of the name to take a while.
+    explicit Office(int accounts = 0, int lines = 300) {
+        std::string name = (std::filesystem::temp_directory_path() / "fendaXXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no folder");
+        path_ = name;
+        sqlite::DataFolder(path_).createCompany({.name = company, .fiscalYear = 2026});
+        const auto session = open();
+        ConexionBd& connection = *session->Conexion();
+        connection.BeginTrans();
+        for (int account = 1; account <= accounts; ++account) {
+            const std::string code = bankCode(account);
+            connection.run({"INSERT INTO PCta (PCta_Cta, PCta_Des, PCta_Subcuenta, PCta_bActiva) VALUES (?, ?, 1, 1)",
+                            {code, "Antigua"}});
+            for (int line = 0; line < lines; ++line)
+                connection.run(
+                    {"INSERT INTO Apu (Apu_Cta, Apu_IdCta, Apu_CtaDes) SELECT PCta_Cta, PCta_Id, '' FROM "
+                     "PCta WHERE PCta_Cta = ?",
+                     {code}});
+        }
+        connection.CommitTrans();
+    }
+    Office(const Office&) = delete;
+    Office& operator=(const Office&) = delete;
+    ~Office() { std::filesystem::remove_all(path_); }
+
+    std::unique_ptr<SesionBd> open(std::chrono::milliseconds wait = std::chrono::seconds(5),
+                                   const sqlite::ConnectionWrapper& wrap = {}) const {
+        return sqlite::DataFolder(path_, wait).openCompany(company, wrap);
+    }
+    /// Files besides the two databases.
+    int leftovers() const {
+        int files = 0;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) files += entry.path().extension() != ".db";
+        return files;
+    }
+    static std::string bankCode(int account) { return std::to_string(57'200'000 + account); }
+
+    static constexpr const char* company = "Oficina";
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Someone at the screens with two sessions on the same files, who answers Yes or Aceptar to everything. Errors of the
+/// database leave as exceptions.
+class Clerk {
+public:
+    Clerk(const Office& office, std::chrono::milliseconds wait, const sqlite::ConnectionWrapper& wrap = {})
+        : session_(office.open(wait, wrap)), second_(office.open(wait)) {
+        maes_.MyBd = session_.get();
+        maes_.MyBdorigen = second_.get();
+    }
+
+    ConexionBd& connection() { return *session_->Conexion(); }
+    const sqlite::Database& engine() { return dynamic_cast<sqlite::SqliteConexion&>(connection()).database(); }
+
+    /// A new identity, all of whose texts follow from its document.
+    void saveIdentity(const std::string& document) {
+        person_.visits.push_back([&](Form& form) {
+            person_.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "cboDocType"), 3);
+            person_.fill(form, "txtFields(5)", document);
+            person_.fill(form, "txtFields(1)", "Nombre " + document);
+            person_.fill(form, "txtFields(2)", "Primero " + document);
+            person_.fill(form, "txtFields(3)", "Segundo " + document);
+            person_.fill(form, "txtFields(45)", "Calle " + document);
+            person_.fill(form, "txtFields(50)", "Villa " + document);
+            person_.fill(form, "txtFields(9)", document);
+            person_.press(form, "cmdSalvar");
+            person_.escape(form);
+        });
+        maes_.jNif();
+        expectLast("Grabación del nif realizada con éxito");
+    }
+
+    /// A new customer with the next free code, linked to an identity. Gives the code; throws what the clerk was told
+    /// when it was not saved.
+    std::string saveCustomer(const std::string& name, const std::string& document) {
+        const auto found =
+            connection().Execute("SELECT Nif_Id FROM KXComun.dbo.Nif WHERE Nif_Doc = '" + document + "'");
+        person_.visits.push_back([&](Form& form) {
+            person_.fill(form, "Text1(1)", name);
+            person_.press(form, "cmdGuardar");
+            if (form.isOpen()) person_.escape(form);
+        });
+        std::string code = "430";
+        const std::string saved =
+            maes_.CrearNuevaCuenta(code, static_cast<std::int32_t>(found->cell(0, 0).integer()), true);
+        expectLast("Grabación finalizada");
+        return saved;
+    }
+
+    /// Gives an account, and its journal lines with it, another name.
+    void rename(const std::string& code, const std::string& name) {
+        const auto found = connection().Execute("SELECT PCta_Id FROM PCta WHERE PCta_Cta = '" + code + "'");
+        person_.visits.push_back([&](Form& form) {
+            person_.fill(form, "Text1(1)", name);
+            person_.press(form, "cmdGuardar");
+            if (form.isOpen()) person_.escape(form);
+        });
+        maes_.jPlanCuentas(static_cast<std::int32_t>(found->cell(0, 0).integer()));
+        expectLast("Grabación finalizada");
+    }
+
+private:
+    class Agreeing final : public ScriptedPerson {
+        Reply answer(const Message& message) override {
+            answers = {message.offers(Answer::Yes) ? Answer::Yes : Answer::Ok};
+            return ScriptedPerson::answer(message);
+        }
+    };
+
+    void expectLast(const std::string& text) {
+        const std::string last = person_.messages.empty() ? "no message" : person_.messages.back().text;
+        person_.messages.clear();
+        if (last != text) throw std::runtime_error(last);
+    }
+
+    Agreeing person_;
+    HeadlessDesktop desktop_{person_};
+    RegistroComponentes components_;
+    FendaMaes maes_{desktop_, components_};
+    std::unique_ptr<SesionBd> session_, second_;
+};
+
+/// A process that works apart and tells lines of text.
+class Apart {
+public:
+    using Tell = std::function<void(const std::string& line)>;
+
+    /// An exception of `work` is told as its last line, behind "!".
+    explicit Apart(const std::function<void(const Tell&)>& work) {
+        int ends[2];
+        if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+        child_ = fork();
+        if (child_ < 0) throw std::runtime_error("no process");
+        output_ = ends[0];
+        if (child_ > 0) {
+            close(ends[1]);
+            return;
+        }
+        const Tell tell = [&](const std::string& line) {
+            if (write(ends[1], (line + '\n').data(), line.size() + 1) < 0) _exit(2);
+        };
+        try {
+            work(tell);
+        } catch (const std::exception& error) {
+            tell(std::string("!") + error.what());
+        }
+        _exit(0);
+    }
+    Apart(const Apart&) = delete;
+    Apart& operator=(const Apart&) = delete;
+    ~Apart() {
+        if (child_ > 0) end(true);
+    }
+
+    /// Returns when the process has told something.
+    void awaitLine() {
+        char c = 0;
+        while (read(output_, &c, 1) == 1) {
+            told_ += c;
+            if (c == '\n') return;
+        }
+    }
+    /// Waits for its end, or kills it outright, and gives all lines that it told.
+    std::vector<std::string> end(bool killed) {
+        if (killed) ::kill(child_, SIGKILL);
+        char buffer[4096];
+        for (ssize_t size = 0; (size = read(output_, buffer, sizeof buffer)) > 0;)
+            told_.append(buffer, static_cast<std::size_t>(size));
+        close(output_);
+        waitpid(std::exchange(child_, -1), nullptr, 0);
+        std::vector<std::string> lines;
+        std::istringstream text(told_);
+        for (std::string line; std::getline(text, line);) lines.push_back(line);
+        return lines;
+    }
+
+private:
+    pid_t child_ = -1;
+    int output_ = -1;
+    std::string told_;
+};
+
+/// Clerks who save identities, customers and names of banks, one after the other, until they are killed.
+class KilledClerks {
+public:
+    /// `rounds` of three saves each are done in the end; on the way a clerk is killed again and again, at a random
+    /// moment of one of the first six saves, and another one goes on.
+    KilledClerks(int rounds, unsigned seed) : office_(rounds + 1), wanted_(rounds) {
+        std::chrono::duration<double> round{};
+        {
+            Clerk first(office_, std::chrono::seconds(5));
+            const auto start = std::chrono::steady_clock::now();
+            doRound(first, ++done_, [](const std::string&) {});
+            round = std::chrono::steady_clock::now() - start;
+        }
+        std::mt19937 random(seed);
+        std::uniform_int_distribution<int> saves(0, 5);
+        std::uniform_real_distribution<double> moment(0, round.count() / savesOfARound);
+        while (done_ < wanted_ && faults.empty())
+            clerkIsKilled(saves(random), std::chrono::duration<double>(moment(random)));
+    }
+
+    /// What was found wrong, in words; empty when all is well.
+    std::vector<std::string> faults;
+    int kills = 0;
+    /// Saves that went through, those of the checks included.
+    int saves = savesOfARound;
+    /// Rounds of which the kill left some saves done and others not.
+    int cutRounds = 0;
+
+private:
+    static constexpr int savesOfARound = 3;
+
+    void expect(bool holds, const std::string& fault) {
+        if (!holds) faults.push_back("kill " + std::to_string(kills) + ": " + fault);
+    }
+    static std::string document(int round) { return "K" + std::to_string(round); }
+
+    static void doRound(Clerk& clerk, int round, const Apart::Tell& tell) {
+        clerk.saveIdentity(document(round));
+        tell("identity");
+        clerk.saveCustomer("Cuenta " + document(round), document(round));
+        tell("customer");
+        clerk.rename(Office::bankCode(round), "Banco " + document(round));
+        tell("bank");
+    }
+
+    /// `behind`: how long after so many saves.
+    void clerkIsKilled(int saves, std::chrono::duration<double> behind) {
+        Apart clerk([&](const Apart::Tell& tell) {
+            Clerk working(office_, std::chrono::seconds(5));
+            tell("ready");
+            for (int round = done_ + 1; round <= wanted_; ++round) doRound(working, round, tell);
+        });
+        for (int line = 0; line <= saves; ++line) clerk.awaitLine();
+        std::this_thread::sleep_for(behind);
+        const auto told = clerk.end(true);
+        ++kills;
+        if (!told.empty() && told.back().front() == '!') expect(false, told.back());
+        check(static_cast<int>(told.size()) - 1);
+    }
+
+    /// Everything is whole, what was told to be saved is there, and another clerk can go on at once.
+    void check(int told) {
+        Clerk next(office_, std::chrono::milliseconds(100));
+        const auto count = [&](const std::string& sql) { return static_cast<int>(next.engine().number(sql)); };
+        expect(count("SELECT COUNT(*) FROM pragma_integrity_check WHERE integrity_check <> 'ok'") == 0, "integrity");
+        const int identities = count("SELECT COUNT(*) FROM KXComun.Nif"),
+                  customers = count("SELECT COUNT(*) FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta LIKE '430%'"),
+                  banks = count("SELECT COUNT(*) FROM PCta WHERE PCta_Des LIKE 'Banco %' AND PCta_Cta LIKE '572%'");
+        expect(identities == count("SELECT COUNT(*) FROM KXComun.Nif WHERE Nif_TipDoc = 3 AND Nif_Nom = 'Nombre ' || "
+                                   "Nif_Doc AND Nif_Ape1 = 'Primero ' || Nif_Doc AND Nif_Ape2 = 'Segundo ' || Nif_Doc "
+                                   "AND Nif_Dir = 'Calle ' || Nif_Doc AND Nif_Pob = 'Villa ' || Nif_Doc AND Nif_CE = "
+                                   "Nif_Doc AND Nif_Pais = '011'"),
+               "an identity is not whole");
+        expect(customers == count("SELECT COUNT(*) FROM PCta, KXComun.Nif WHERE PCta_Subcuenta = 1 AND PCta_Cta LIKE "
+                                  "'430%' AND Pcta_IdNif = Nif_Id AND PCta_Des = 'Cuenta ' || Nif_Doc AND PCta_bActiva "
+                                  "= 1 AND PCta_IdMasa = 0 AND PCta_IdCen = 0 AND PCta_IdDpto = 0 AND LEN(PCta_Cta) = "
+                                  "8"),
+               "a customer is not whole");
+        expect(count("SELECT COUNT(*) FROM PCta, Apu WHERE Apu_IdCta = PCta_Id AND Apu_CtaDes <> CASE PCta_Des WHEN "
+                     "'Antigua' THEN '' ELSE PCta_Des END") == 0,
+               "a bank has its name and not all of its lines have it, or the other way round");
+        const int now = identities + customers + banks;
+        expect(now - savesOfARound * done_ == told || now - savesOfARound * done_ == told + 1,
+               "told " + std::to_string(told) + " saves, found " + std::to_string(now - savesOfARound * done_));
+        if (faults.empty()) finish(next, now - savesOfARound * done_);
+    }
+
+    /// The next clerk does what is missing of the round, or a whole one.
+    void finish(Clerk& next, int found) {
+        const int open = found % savesOfARound, round = done_ + found / savesOfARound + 1;
+        if (open > 0) ++cutRounds;
+        try {
+            if (open == 0) next.saveIdentity(document(round));
+            if (open < 2) next.saveCustomer("Cuenta " + document(round), document(round));
+            next.rename(Office::bankCode(round), "Banco " + document(round));
+        } catch (const std::exception& error) {
+            expect(false, std::string("the next save: ") + error.what());
+        }
+        saves += savesOfARound * (round - done_);
+        done_ = round;
+        expect(office_.leftovers() == 0, "a journal is left");
+    }
+
+    Office office_;
+    int wanted_;
+    int done_ = 0;
+};
+
+}  // namespace FendaMaestros::testing
