@@ -3,6 +3,7 @@
 #include "app/frmBusqueda.h"
 #include "app/frmClaves.h"
 #include "app/frmIdentificador.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
@@ -17,6 +18,10 @@ std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 std::int16_t fiscalYear(const FendaMaes& component) {
     return static_cast<std::int16_t>(component.sesion().Parametros().Item("Par_Ejercicio").Value.integer());
 }
+
+std::int16_t plan(const FendaMaes& component) { return static_cast<std::int16_t>(planEnVigor(fiscalYear(component))); }
+
+constexpr const char* onlyDigits = "Solo cifras, sin espacios ni comas.";
 
 /// Code and name of the row that a search has chosen.
 std::string found(FendaMaes& component, const std::string& sql, std::int32_t id) {
@@ -48,7 +53,7 @@ Outcome callSearchConcepts(FendaMaes& component, const Arguments& arguments) {
 }
 
 Outcome callCheckAccount(FendaMaes& component, const Arguments& arguments) {
-    const std::int16_t year = arguments.number(1, fiscalYear(component));
+    const std::int16_t year = arguments.number(1, plan(component));
     return {yesOrNo(component.msValidaCuentaPlan(arguments.text(0), year, arguments.flag(2, true))), {}};
 }
 
@@ -72,11 +77,13 @@ void openAccounts(FendaMaes& component) { component.jPlanCuentas(); }
 
 void openNewAccount(FendaMaes& component) {
     frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
+        code = text::trim(code);
+        if (!text::isNumericCode(code)) return std::string(onlyDigits);
         const auto digits = component.sesion().Parametros().Item("Par_CtaNum").Value.integer();
         component.Cuenta.clear();
         const bool isGroup = static_cast<std::int64_t>(code.size()) < digits;
         const std::string saved = component.CrearNuevaCuenta(code, 0, isGroup);
-        return saved.empty() ? "No se ha creado ninguna cuenta." : "Cuenta " + saved;
+        return saved.empty() ? std::string("No se ha creado ninguna cuenta.") : "Cuenta " + saved;
     }).show();
 }
 
@@ -105,10 +112,12 @@ void openSearchConcepts(FendaMaes& component) {
 }
 
 void openCheckAccount(FendaMaes& component) {
-    frmIdentificador("Comprobar una cuenta", "Cuenta", "&Comprobar", [&component](const std::string& code) {
-        const std::int16_t year = fiscalYear(component);
+    frmIdentificador("Comprobar una cuenta", "Cuenta", "&Comprobar", [&component](std::string code) {
+        code = text::trim(code);
+        if (!text::isNumericCode(code)) return std::string(onlyDigits);
+        const std::int16_t year = plan(component);
         return "La cuenta " + code + (component.msValidaCuentaPlan(code, year) ? " vale" : " no vale") +
-               " para el ejercicio " + std::to_string(year) + ".";
+               " para el plan " + std::to_string(year) + ".";
     }).show();
 }
 

@@ -5,11 +5,8 @@
 namespace FendaMaestros {
 
 DobleTransaccion::DobleTransaccion(const FendaMaes& component) {
-    const auto own = component.sesion().Conexion();
-    bd_.emplace(own);
-    const auto second = component.sesionOrigen().Conexion();
-    unaSolaConexion_ = own == second;
-    origen_.emplace(second);
+    bd_.emplace(component.sesion().Conexion());
+    origen_.emplace(component.sesionOrigen().Conexion());
 }
 
 }  // namespace FendaMaestros

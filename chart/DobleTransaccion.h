@@ -17,10 +17,8 @@ public:
 
     void confirmarBd() { bd_->confirmar(); }
     void confirmarOrigen() { origen_->confirmar(); }
-    bool unaSolaConexion() const { return unaSolaConexion_; }
 
 private:
-    bool unaSolaConexion_ = false;
     // Destroyed last to first: MyBd is rolled back before MyBdorigen.
     std::optional<Transaccion> origen_;
     std::optional<Transaccion> bd_;

@@ -91,10 +91,9 @@ void frmPlanCtas::dejarCodigo() {
 
     std::string code = completedCode(typed, digitos());
     Text1(0).Text = code;
-    if (!text::trim(code).empty() && !msValidaCuentaPlan(code, nPlan, true)) {
-        Tag = "E";
-        return setFocus(Text1(0));
-    }
+    const bool accepted = text::trim(code).empty() || msValidaCuentaPlan(code, nPlan, true);
+    if (awaitsRelease()) Tag = "E";
+    if (!accepted) return setFocus(Text1(0));
     if (cmdNueva.Visible) return;
     if (CargarCuenta(0, 0, code, 0) != Hallazgo::NoEncontrada) return;
     Tag = "E";

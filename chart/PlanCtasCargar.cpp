@@ -1,19 +1,11 @@
 #include "chart/frmPlanCtas.h"
 #include "component/FendaMaes.h"
+#include "session/Condition.h"
 #include "taxid/ExpresionNombre.h"
 #include "toolkit/Text.h"
 
 /// How the sub-account screen finds and shows accounts and tax identities.
 namespace FendaMaestros {
-
-namespace {
-
-/// A text as it stands between quotes.
-std::string unquoted(const std::string& typed) { return text::replaced(typed, "'", "''"); }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
-}  // namespace
 
 frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
     if (code.empty() && id == 0) id = instanciaActual().fnBuscarCuentas(static_cast<std::int16_t>(mode), false, false);
@@ -24,7 +16,7 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
     }
     rsCuenta = Ayuda.Conexion->Execute(
         "SELECT * FROM PCta WHERE PCta_Subcuenta = 1 " +
-        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = '" + unquoted(code) + "'"));
+        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = '" + insideQuotes(code) + "'"));
     if (rsCuenta->Eof()) {
         nIdActual = nIdOrigen = nIdCtaAso = 0;
         cmdBorrar.Enabled = false;
@@ -34,8 +26,10 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
     cmdGuardar.Enabled = true;
     const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
     const auto lines =
-        Ayuda.Conexion->Execute("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = '" + unquoted(found) + "'");
-    cmdBorrar.Enabled = lines->cell(0, 0).integer() == 0;
+        Ayuda.Conexion->Execute("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = '" + insideQuotes(found) + "'");
+    const bool unused = lines->cell(0, 0).integer() == 0;
+    // An account found for another field may take the delete from the one shown, but not give it.
+    cmdBorrar.Enabled = unused && (field == 0 || cmdBorrar.Enabled);
     Text1(field).Text = found;
     Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
     if (field == 2) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
@@ -80,7 +74,7 @@ void frmPlanCtas::mostrarIrpf() {
     const Variant code = rsCuenta->Fields("PCta_CtaIrpfAso").Value;
     if (code.isNull()) return;
     const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = '" +
-                                                 unquoted(code.text()) + "'");
+                                                 insideQuotes(code.text()) + "'");
     if (account->Eof()) return;
     Text1(6).Text = account->Fields("pcta_cta").Value.text();
     Text1(7).Text = account->Fields("PCta_Des").Value.text();
@@ -101,7 +95,7 @@ void frmPlanCtas::mostrarNif() {
 
 std::int64_t frmPlanCtas::BuscarNif(std::string document) {
     std::string number = text::upper(text::trim(document));
-    if (!number.empty() && isDigit(number.front())) {
+    if (!number.empty() && text::isDigit(number.front())) {
         const std::u32string typed = text::characters(number);
         if (!(typed.back() >= U'0' && typed.back() <= U'9')) number = text::left(number, typed.size() - 1);
         document = number + instanciaActual().Calcula_letra_NIF(number);
@@ -122,7 +116,7 @@ std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
     }
     const auto identity = Ayuda.Conexion->Execute(
         "SELECT *," + fnExpresionNombre() + " FROM KXComun.dbo.Nif WHERE " +
-        (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = '" + unquoted(document) + "'"));
+        (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = '" + insideQuotes(document) + "'"));
     if (identity->Eof()) return -1;
     nIdNif = identity->Fields("Nif_Id").Value.integer();
     Text1(4).Text = identity->Fields("Nif_Doc").Value.text();

@@ -5,6 +5,7 @@
 #include "chart/DobleTransaccion.h"
 #include "chart/frmPlanCtas.h"
 #include "component/FendaMaes.h"
+#include "session/Condition.h"
 #include "session/ErrorBd.h"
 #include "toolkit/Text.h"
 #include "ui/Grabacion.h"
@@ -28,7 +29,7 @@ void assignToJournal(ConexionBd& connection, const char* sql, const char* from, 
     for (; !accounts->Eof(); accounts->MoveNext()) {
         Grabacion write(instanciaActual().sesion(), "Apu");
         write.campo(to, valor::Numero, accounts->Fields(from).Value);
-        write.actualizar(" WHERE Apu_Cta = '" + text::replaced(accounts->Fields("pcta_cta").Value.text(), "'", "''") +
+        write.actualizar(" WHERE Apu_Cta = '" + insideQuotes(accounts->Fields("pcta_cta").Value.text()) +
                          "' AND Apu_Eje = " + assignedYear);
     }
 }
@@ -54,7 +55,7 @@ bool frmPlanCtas::intentar(Step&& step) {
 }
 
 void frmPlanCtas::guardar() {
-    if (!text::isNumericCode(Text1(0).Text)) return avisarGrabacion("Debe indicar un codigo de cuenta");
+    if (!text::isNumericCode(text::trim(Text1(0).Text))) return avisarGrabacion("Debe indicar un codigo de cuenta");
     bool repeated = false;
     if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return;
     if (repeated) return rechazarRepetida();
@@ -84,18 +85,33 @@ bool frmPlanCtas::faltaNif() const {
 }
 
 void frmPlanCtas::grabar() {
-    DobleTransaccion transaction(instanciaActual());
     std::int64_t id = nIdActual;
-    if (id != 0)
-        actualizarCuenta();
-    else
-        id = insertarCuenta();
-    transaction.confirmarBd();
-    // From here the row is there for good, unless the second commit is to carry it: a save tried again must not insert
-    // it twice, nor change one that is not there.
-    if (!transaction.unaSolaConexion()) nIdActual = id;
-    transaction.confirmarOrigen();
+    try {
+        DobleTransaccion transaction(instanciaActual());
+        if (id != 0)
+            actualizarCuenta();
+        else
+            id = insertarCuenta();
+        transaction.confirmarBd();
+        transaction.confirmarOrigen();
+    } catch (...) {
+        // The first of the two commits may have stored the new row: a save tried again must then update it, and must
+        // insert it when it has gone with the second.
+        if (nIdActual == 0 && id != 0 && estaGrabada(id)) nIdActual = id;
+        throw;
+    }
     nIdActual = id;
+}
+
+bool frmPlanCtas::estaGrabada(std::int64_t id) const {
+    try {
+        return !Ayuda.Conexion
+                    ->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) + " AND PCta_Cta = '" +
+                              Text1(0).Text + "'")
+                    ->Eof();
+    } catch (const ErrorBd&) {
+        return false;
+    }
 }
 
 void frmPlanCtas::describirCuenta(Grabacion& write) const {
@@ -169,8 +185,10 @@ void frmPlanCtas::cerrarConCuenta() {
 
 void frmPlanCtas::borrar() {
     if (text::trim(Text1(0).Text).empty()) return;
-    if (!confirmar("Desea eliminar la cuenta indicada")) return;
-    if (!confirmar("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical)) return;
+    if (!confirmarEnSitio("Desea eliminar la cuenta indicada", message::Question, sTituloVentana)) return;
+    if (!confirmarEnSitio("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
+                          sTituloVentana))
+        return;
     SesionBd& session = instanciaActual().sesion();
     session.Tabla("PCta");
     session.Condicion(" WHERE PCta_Id = '" + std::to_string(nIdActual) + "'");

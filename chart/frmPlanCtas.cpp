@@ -4,6 +4,7 @@
 
 #include "chart/CodigosCuenta.h"
 #include "component/FendaMaes.h"
+#include "session/Condition.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -30,8 +31,9 @@ std::string destination(int button, const std::string* current) {
     constexpr const char* last = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta DESC";
     if (button == First || (button == Previous && !current)) return first;
     if (button == Last || !current) return last;
-    return button == Previous ? " WHERE PCta_Subcuenta=1 AND PCta_Cta < '" + *current + "' order by PCta_Cta desc"
-                              : " WHERE PCta_Subcuenta=1 AND PCta_Cta > '" + *current + "' order by PCta_Cta ASC";
+    return button == Previous
+               ? " WHERE PCta_Subcuenta=1 AND PCta_Cta < '" + insideQuotes(*current) + "' order by PCta_Cta desc"
+               : " WHERE PCta_Subcuenta=1 AND PCta_Cta > '" + insideQuotes(*current) + "' order by PCta_Cta ASC";
 }
 
 }  // namespace
@@ -73,6 +75,7 @@ void frmPlanCtas::componer() {
     add(Frame1, "Frame1");
     add(cmdNav, &Frame1);
     add(lblAyuda, "lblAyuda");
+    add(lblTeclas, "lblTeclas");
     add(cmdGuardar, "cmdGuardar");
     add(cmdNueva, "cmdNueva");
     add(cmdBorrar, "cmdBorrar");
@@ -102,6 +105,7 @@ void frmPlanCtas::componer() {
                    {row({plain(cmdNav(First)), plain(cmdNav(Previous)), plain(cmdNav(Next)), plain(cmdNav(Last))})}),
         }),
         plain(lblAyuda),
+        plain(lblTeclas),
         buttons({&cmdGuardar, &cmdNueva, &cmdBorrar, &cmdVerFicha, &Command1, &cmdSalir}),
         plain(lblEstado),
     }));
@@ -164,22 +168,40 @@ void frmPlanCtas::enBusqueda(const std::function<void()>& search) {
     Tag = "e";
     search();
     // The release of the key that chose has stayed in the search: no Enter is to be held back here.
-    Tag.clear();
+    if (!awaitsRelease()) Tag.clear();
 }
 
 void frmPlanCtas::buscarConTecla(int mode) {
     for (const auto& [index, field] : Text1.elements()) {
-        if (field.get() != activeControl()) continue;
-        if (field->Tag == "Cuentas") CargarCuenta(mode, index, {}, 0);
-        if (field->Tag == "Nif") BuscarNif({});
+        if (field.get() != activeControl() || field->Tag.empty()) continue;
+        if (field->Tag == "Nif") {
+            BuscarNif({});
+        } else if (CargarCuenta(mode, index, {}, 0) == Hallazgo::Encontrada) {
+            lblEstado.Caption.clear();
+        }
         return;
     }
+    if (mode == byCode) mostrarTeclas();
+}
+
+void frmPlanCtas::mostrarTeclas() {
+    ask("Intro: campo siguiente; Mayús+Tab: campo anterior\r\n"
+        "F1, F2 en un código de cuenta: buscarla por código o por nombre\r\n"
+        "F1, F2 en el Nif: buscarlo por nombre\r\n"
+        "F10, F11: consultar el PGC por código o por orden alfabético\r\n"
+        "43,5 en un código: los ceros que faltan van en la coma\r\n"
+        "430, en el código de la cuenta: el siguiente código libre\r\n"
+        "Alt y la letra subrayada: el botón; espacio: el botón señalado\r\n"
+        "Alt+flecha abajo: abrir la lista\r\n"
+        "Esc: salir sin grabar",
+        message::Information, sTituloVentana);
 }
 
 void frmPlanCtas::LimpiarPantalla() {
     for (const auto& [index, field] : Text1.elements()) field->Text.clear();
     for (ListaPareja* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->elegirPrimera();
     nIdActual = nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
+    cmdBorrar.Enabled = false;
 }
 
 void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
@@ -195,6 +217,8 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
     cmdNueva.Visible = true;
     nIdNif = nNif;
     if (nIdNif != 0) mostrarNif();
+    // The caller's word counts even for an identity that the register does not have.
+    nIdNif = nNif;
     cmdGuardar.Enabled = true;
     Tag = "e";
     if (bCalcula) {

@@ -39,6 +39,7 @@ private:
     /// Runs a search whose closing leaves the focus where it is, although the screen comes on top again.
     void enBusqueda(const std::function<void()>& search);
     void buscarConTecla(int mode);
+    void mostrarTeclas();
     void navegar(int button);
     void cancelarNueva();
     void verFicha();
@@ -76,7 +77,10 @@ private:
     bool existeCodigo() const;
     void rechazarRepetida();
     bool faltaNif() const;
+    /// Writes in the two transactions. When it throws, nIdActual is that of a row which is there all the same.
     void grabar();
+    /// False also when the database does not answer.
+    bool estaGrabada(std::int64_t id) const;
     void describirCuenta(class Grabacion& write) const;
     void actualizarCuenta() const;
     /// Gives the identity of the new row.
@@ -103,6 +107,7 @@ private:
     CommandButton Command1{"asignar centros al diario"};
     CommandButton cmdSalir{"Salir"};
     Label lblAyuda{"Ayuda para buscar cuentas F1 Codigo - F2 Nombre - / Consulta PGC F10 Codigo F11 Alfabetico"};
+    Label lblTeclas{"F1 en los demás campos: lista de teclas · Intro campo siguiente · Esc salir"};
     Label lblEstado;
 
     bool bModoCrear = false;

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "component/FendaMaes.h"
+#include "session/Condition.h"
 #include "session/ErrorBd.h"
 #include "taxid/BuscaPoblacion.h"
 #include "taxid/BuscarNif.h"
@@ -55,14 +56,17 @@ private:
     Desktop& desktop_;
 };
 
-/// A text inside the quotes of a literal.
-std::string literal(const std::string& value) { return text::replaced(value, "'", "''"); }
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::string dosCifras(std::int64_t code) { return format(code, "00"); }
 
 ConexionBd& conexion() { return *instanciaActual().sesion().Conexion(); }
+
+/// Another program may have created the document since it was looked for.
+bool estaRepetido(const std::string& document) {
+    if (document.empty()) return false;
+    const auto same = conexion().Execute("SELECT COUNT(Nif_Id) FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
+                                         insideQuotes(document) + "'");
+    return same->cell(0, 0).integer() > 1;
+}
 
 }  // namespace
 
@@ -131,7 +135,7 @@ std::int64_t frmNif::msBuscarCif(const std::string& sDoc, int nModo, std::int64_
         nId = nModo == buscarPorDocumento ? buscarNifPorDocumento(Ayuda, sExpresionNombre_) : buscarNifPorNombre(Ayuda);
         if (nId < 1) return nIdActual_ > 0 ? nIdActual_ : -1;
     }
-    const auto found = leer(nId < 1 ? "Nif_Doc = '" + literal(sDoc) + "'" : "Nif_Id = " + std::to_string(nId));
+    const auto found = leer(nId < 1 ? "Nif_Doc = '" + insideQuotes(sDoc) + "'" : "Nif_Id = " + std::to_string(nId));
     if (found)
         mostrar(*found);
     else if (nIdActual_ > 0)
@@ -144,7 +148,7 @@ std::optional<frmNif::Ficha> frmNif::leer(const std::string& where) {
     if (rows->Eof()) return std::nullopt;
     Ficha ficha{.nif = leerNif(*rows)};
     const auto uses =
-        conexion().Execute("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = '" + literal(ficha.nif.documento) + "'");
+        conexion().Execute("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = '" + insideQuotes(ficha.nif.documento) + "'");
     ficha.conFacturas = uses->cell(0, 0).integer() != 0;
     return ficha;
 }
@@ -184,6 +188,13 @@ void frmNif::mostrar(const Ficha& ficha) {
     const int subkey = lista::posicion(cboSubclave, 2, nif.subclave);
     if (subkey >= 0) cboSubclave.setListIndex(subkey);
     cmdBorrar.Enabled = !ficha.conFacturas;
+}
+
+/// The trade name is not stored, and goes on being that of the entry on the screen.
+void frmNif::mostrarInsertada(const Ficha& ficha) {
+    const std::string tradeName = txtFields(campo::NombreComercial).Text;
+    mostrar(ficha);
+    txtFields(campo::NombreComercial).Text = tradeName;
 }
 
 void frmNif::vaciar() {
@@ -229,19 +240,21 @@ NifRecord frmNif::enPantalla() const {
 
 // --- leaving fields, choosing
 
-void frmNif::salirCampo(int index) {
+bool frmNif::salirCampo(int index) {
     txtFields(index).Text = text::trim(txtFields(index).Text);
     switch (index) {
         case campo::Nombre:
         case campo::Apellido1:
         case campo::Apellido2:
-            return componerNombreComercial(index);
+            componerNombreComercial(index);
+            return true;
         case campo::Documento:
             return salirDocumento();
         case campo::CodigoPostal:
-            return salirCodigoPostal();
+            salirCodigoPostal();
+            return true;
         default:
-            return;
+            return true;
     }
 }
 
@@ -257,35 +270,37 @@ void frmNif::componerNombreComercial(int index) {
     tradeName.Text = joined;
 }
 
-void frmNif::salirDocumento() {
+bool frmNif::salirDocumento() {
     TextBox& document = txtFields(campo::Documento);
-    if (document.Text.empty()) return;
+    if (document.Text.empty()) return true;
     document.Text = text::upper(document.Text);
     completarDocumento();
-    if (document.Text.empty() || text::equalIgnoringCase(document.Text, sDocumentoTratado_)) return;
+    if (document.Text.empty() || text::equalIgnoringCase(document.Text, sDocumentoTratado_)) return true;
 
     const std::string typed = document.Text;
     const int type = cboDocType.ListIndex();
     if (msBuscarCif(typed) > 0) {
         sDocumentoTratado_ = typed;
-        return;
+        return false;
     }
     document.Text = typed;
     cboDocType.setListIndex(type);
-    if (!bAbiertaConDocumento_) {
-        if (!preguntar("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana))
-            return setFocus(document);
+    if (!bAbiertaConDocumento_ &&
+        !confirmarEnSitio("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana)) {
+        setFocus(document);
+        return false;
     }
     sDocumentoTratado_ = typed;
+    return true;
 }
 
 /// A personal number gets its letter, whatever letter it had (Real Decreto 1065/2007, article 19).
 void frmNif::completarDocumento() {
     std::string& document = txtFields(campo::Documento).Text;
     if (cboDocType.ListIndex() == documento::Otros) return;
-    if (isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
+    if (text::isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
     if (cboDocType.ListIndex() != documento::Nif) return;
-    if (!isDigit(document.back())) document = text::left(document, text::length(document) - 1);
+    if (!text::isDigit(document.back())) document = text::left(document, text::length(document) - 1);
     document += letraNif(document);
 }
 
@@ -294,7 +309,7 @@ void frmNif::salirCodigoPostal() {
     TextBox& town = txtFields(campo::Poblacion);
     if (text::length(postalCode) != cifrasCodigoPostal || !town.Text.empty()) return;
     const std::string country = cboPais.Text();
-    town.Text = FnBuscaPoblacion(country.substr(0, country.find(" - ")), literal(postalCode));
+    town.Text = FnBuscaPoblacion(country.substr(0, country.find(" - ")), postalCode);
     situarProvincia(postalCode);
 }
 
@@ -325,8 +340,8 @@ void frmNif::buscarPoblacionDir() {
     TextBox& postalCode = txtFields(campo::CodigoPostal);
     TextBox& town = txtFields(campo::Poblacion);
     const bool taken = !postalCode.Text.empty() || !town.Text.empty();
-    if (taken && !preguntar("Existen datos en los campos C.P. y población, desea sustituirlos ?", message::Question,
-                            "Busqueda de poblaciones"))
+    if (taken && !confirmarEnSitio("Existen datos en los campos C.P. y población, desea sustituirlos ?",
+                                   message::Question, "Busqueda de poblaciones"))
         return;
     town.Text = chosen->nombre;
     postalCode.Text = chosen->codigoPostal;
@@ -359,18 +374,17 @@ void frmNif::onKeyUp(int& code, int shift) {
 
 // --- save and delete
 
-/// The field being edited takes effect first, as when the button is clicked; a question that this raises ends the save.
+/// The field being edited takes effect first, as when the button is clicked.
 void frmNif::guardarConTecla() {
     if (!canFocus(cmdSalvar)) return;
-    const int before = interruptions();
     for (const auto& [index, field] : txtFields.elements())
-        if (activeControl() == field.get()) salirCampo(index);
-    if (interruptions() == before) guardar();
+        if (activeControl() == field.get() && !salirCampo(index)) return;
+    guardar();
 }
 
 void frmNif::guardar() {
     try {
-        if (const auto inserted = grabar()) mostrar(*inserted);
+        if (const auto inserted = grabar()) mostrarInsertada(*inserted);
     } catch (const GrabacionRechazada&) {
         return;
     } catch (const std::exception& error) {
@@ -393,6 +407,8 @@ std::optional<frmNif::Ficha> frmNif::grabar() {
         write.insertar();
         const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
         inserted = leer("Nif_Id = " + newest.text());
+        if (estaRepetido(inserted->nif.documento))
+            throw std::runtime_error(inserted->nif.documento + ": acaba de crearse desde otro puesto.");
     } else {
         try {
             write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_));
@@ -400,7 +416,9 @@ std::optional<frmNif::Ficha> frmNif::grabar() {
             if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
             throw;
         }
-        if (!leer("Nif_Id = " + std::to_string(nIdActual_)))
+        if (conexion()
+                .Execute("SELECT Nif_Id FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdActual_))
+                ->Eof())
             throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
     }
     transaction.confirmar();
@@ -408,11 +426,12 @@ std::optional<frmNif::Ficha> frmNif::grabar() {
 }
 
 void frmNif::borrar() {
-    if (!preguntar("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF")) return;
+    if (!confirmarEnSitio("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF"))
+        return;
     try {
         Grabacion(instanciaActual().sesion(), "KXComun.dbo.Nif")
             .borrar(" WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = '" +
-                    literal(txtFields(campo::Documento).Text) + "'");
+                    insideQuotes(txtFields(campo::Documento).Text) + "'");
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
@@ -420,17 +439,9 @@ void frmNif::borrar() {
     setFocus(txtFields(campo::Documento));
 }
 
-bool frmNif::preguntar(const std::string& question, int icon, const std::string& title) {
-    Tag = "e";
-    const int style = message::YesNo + icon + message::SecondIsDefault;
-    if (ask(question, style, title) != Answer::Yes) return false;
-    Tag.clear();
-    return true;
-}
-
 void frmNif::avisarFallo(const std::exception& error) {
     Tag = "e";
-    ask(error.what(), message::Ok, sTituloVentana);
+    ask(error.what(), message::Ok, {});
 }
 
 }  // namespace FendaMaestros

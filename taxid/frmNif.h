@@ -41,9 +41,11 @@ private:
     void cargarListas();
     std::int16_t ejercicio() const;
 
-    void salirCampo(int index);
+    /// False when the field has brought another entry, or keeps the focus: what was to be done with the entry before
+    /// is no longer meant.
+    bool salirCampo(int index);
     void componerNombreComercial(int index);
-    void salirDocumento();
+    bool salirDocumento();
     void completarDocumento();
     void salirCodigoPostal();
     void elegirTipoDocumento();
@@ -55,6 +57,7 @@ private:
     /// Nothing when no entry meets `where`.
     static std::optional<Ficha> leer(const std::string& where);
     void mostrar(const Ficha& ficha);
+    void mostrarInsertada(const Ficha& ficha);
     void vaciar();
     NifRecord enPantalla() const;
     bool paisPropio() const { return cboPais.ListIndex() == nPaisPropio_; }
@@ -64,8 +67,6 @@ private:
     /// Inserts or updates in a transaction. What has been inserted comes back as the register has it.
     std::optional<Ficha> grabar();
     void borrar();
-    /// A question whose No, given with Enter, leaves the focus where it is.
-    bool preguntar(const std::string& question, int icon, const std::string& title);
     void avisarFallo(const std::exception& error);
 
     std::int64_t nIdActual_ = 0;

@@ -205,13 +205,20 @@ void Form::drainPending() {
     while (open_ && !pending_.empty()) {
         Pending next = pending_.front();
         pending_.pop_front();
-        if (next.tab) {
-            if (Control* control = nextInTabOrder(active_, false)) moveFocus(*control);
-        } else {
+        if (next.tab)
+            pressTab();
+        else
             onKeyUp(next.keyUp.code, next.keyUp.shift);
-        }
         settleFocus();
     }
+}
+
+/// What has come on top on the way gets the key's release.
+void Form::pressTab() {
+    const int before = interruptions_;
+    if (Control* control = nextInTabOrder(active_, false)) moveFocus(*control);
+    int released = key::Tab;
+    if (open_ && interruptions_ == before) onKeyUp(released, shift::None);
 }
 
 void Form::sendTab() { pending_.push_back({.tab = true, .keyUp = {}}); }
@@ -225,6 +232,10 @@ Answer Form::ask(std::string text, int style, std::string title) {
     const int released = reply.key == key::Escape ? key::Other : reply.key;
     if (released) pending_.push_back({.tab = false, .keyUp = {released, shift::None}});
     return reply.answer;
+}
+
+bool Form::awaitsRelease() const {
+    return std::ranges::any_of(pending_, [](const Pending& waiting) { return !waiting.tab; });
 }
 
 void Form::activate() {

@@ -42,11 +42,14 @@ public:
     /// hidden or takes no focus. From a LostFocus handler it redirects the move that is under way: only the last place
     /// asked for gets its GotFocus.
     void setFocus(Control& control);
-    /// Moves the focus to the next control in tab order once the running handler is done, as a Tab key sent to itself.
+    /// Moves the focus to the next control in tab order once the running handler is done, as a Tab key sent to itself;
+    /// its release reaches keyUp() too.
     void sendTab();
     /// Shows a message over the form. The release of the key that dismissed it reaches keyUp() after the running
     /// handler.
     Answer ask(std::string text, int style, std::string title);
+    /// The key that dismissed the last message has not come up yet: false after a click.
+    bool awaitsRelease() const;
 
     // --- for views
 
@@ -131,6 +134,7 @@ private:
     void gestureOn(Control& control, Action&& action);
 
     void drainPending();
+    void pressTab();
     void moveFocus(Control& target);
     /// Moves the focus to a control; false when the gesture ends there.
     bool arrive(Control& target);

@@ -51,6 +51,13 @@ bool Pantalla::confirmar(const std::string& text, int icon) {
     return ask(text, message::YesNo + icon + message::SecondIsDefault, sTituloVentana) == Answer::Yes;
 }
 
+bool Pantalla::confirmarEnSitio(const std::string& text, int icon, const std::string& title) {
+    Tag = "e";
+    const bool yes = ask(text, message::YesNo + icon + message::SecondIsDefault, title) == Answer::Yes;
+    if (!awaitsRelease()) Tag.clear();
+    return yes;
+}
+
 Ocupado::Ocupado(Form& form, bool hourglass) : form_(form), hourglass_(hourglass) {
     form_.Enabled = false;
     if (hourglass_) form_.desktop().setPointer(busyPointer);

@@ -34,6 +34,8 @@ protected:
     void avisar(const std::string& text, Control& field, int style = message::Exclamation);
     /// A Yes/No question with No as default; true only for Yes.
     bool confirmar(const std::string& text, int icon = message::Question);
+    /// The same, with the mark for the key that answers: an Enter leaves the focus where the answer puts it.
+    bool confirmarEnSitio(const std::string& text, int icon, const std::string& title);
 };
 
 /// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when

@@ -75,7 +75,10 @@ TEST_F(LookupScreens, AnAccountOutsideThePlanIsAskedForOverItsScreen) {
     person.visits.push_back([&](Form& form) {
         person.fill(form, "Text1", "99900001");
         person.press(form, "cmdComprobar");
-        EXPECT_EQ(result(form), "La cuenta 99900001 vale para el ejercicio 2010.");
+        EXPECT_EQ(result(form), "La cuenta 99900001 vale para el plan 2008.");
+        person.fill(form, "Text1", "'or'1");
+        person.press(form, "cmdComprobar");
+        EXPECT_EQ(result(form), "Solo cifras, sin espacios ni comas.");
         person.escape(form);
     });
     findOperation("msValidaCuentaPlan")->open(maes);

@@ -2,8 +2,8 @@
 
 #include "component/FendaMaes.h"
 #include "platform/sqlite/Session.h"
-#include "session/Decorators.h"
 #include "session/SesionSql.h"
+#include "tests/support/RivalConexion.h"
 #include "tests/support/ScriptedPerson.h"
 #include "toolkit/Text.h"
 
@@ -112,7 +112,7 @@ protected:
     HeadlessDesktop desktop{person};
     RegistroComponentes components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
-    std::shared_ptr<FailingConexion> failing = std::make_shared<FailingConexion>(memory);
+    std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);
     SesionSql session{failing, parameters()};
     FendaMaes maes{desktop, components};
 };
@@ -128,7 +128,7 @@ TEST_F(RegisterOfIdentities, AFailureAtAnyStatementOfAnInsertLeavesTheRegisterAn
             person.fill(form, "txtFields(2)", "Apellido");
             person.hands.choose(form, person.control<ComboBox>(form, "cboDocType"), 0);
         },
-        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 6);
+        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 7);
     EXPECT_EQ(memory->Execute("SELECT Nif_Ape1 FROM KXComun.dbo.Nif WHERE Nif_Doc = 'C00000003'")->cell(0, 0),
               Variant());
 }
@@ -139,7 +139,7 @@ TEST_F(RegisterOfIdentities, AFailureAtAnyStatementOfAnUpdateLeavesTheRegisterAn
             person.fill(form, "txtFields(5)", "A00000001");
             person.fill(form, "txtFields(1)", "Otra");
         },
-        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 5);
+        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 4);
 }
 
 TEST_F(RegisterOfIdentities, AFailedDeleteLeavesTheEntryAndTheScreenAsTheyWere) {
@@ -216,6 +216,57 @@ TEST_F(RegisterOfIdentities, LeavingTheDocumentByAClickOnSaveAsksAndSavesNothing
     });
     maes.jNif();
     EXPECT_EQ(entries(), before);
+}
+
+TEST_F(RegisterOfIdentities, TheKeyThatSavesGoesOnWithANewDocumentAndStopsAtAnotherEntry) {
+    const KeyStroke saves{key::F1 + 4, shift::None};
+    person.visits.push_back([&](Form& form) {
+        person.answers = {Answer::Yes, Answer::Ok};
+        person.fill(form, "txtFields(5)", "C00000003");
+        person.hands.key(form, saves);
+        EXPECT_EQ(person.messages.back().text, "Grabación del nif realizada con éxito");
+
+        person.fill(form, "txtFields(1)", "Nunca grabada");
+        person.fill(form, "txtFields(5)", "B00000002");
+        person.hands.key(form, saves);
+        EXPECT_EQ(person.text(form, "txtFields(1)"), "Sociedad");
+    });
+    maes.jNif();
+    EXPECT_EQ(person.messages.size(), 2u);
+    EXPECT_EQ(entries().find("Nunca"), std::string::npos);
+}
+
+TEST_F(RegisterOfIdentities, AnEnterThatSaysYesLeavesTheFocusWhereTheAnswerPutsIt) {
+    person.answersWithEnter = true;
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "txtFields(5)", "A00000001");
+        person.answers = {Answer::Yes};
+        person.press(form, "cmdBorrar");
+        EXPECT_EQ(form.activeControl(), form.find("txtFields(5)"));
+        person.hands.type(form, "Z9");
+        person.answers = {Answer::Yes};
+        person.hands.click(form, *form.find("txtFields(45)"));
+        EXPECT_EQ(form.activeControl(), form.find("txtFields(45)"));
+        person.enter(form);
+        EXPECT_EQ(form.activeControl(), form.find("txtFields(44)")) << "the next Enter moves on";
+    });
+    maes.jNif();
+}
+
+TEST_F(RegisterOfIdentities, ADocumentThatAnotherProgramHasJustCreatedIsNotStoredTwice) {
+    person.answers = {Answer::Yes, Answer::Ok};
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "txtFields(5)", "C00000003");
+        person.fill(form, "txtFields(1)", "Nuestra");
+        failing->rival = {"INSERT INTO KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Nom) VALUES (0, 'C00000003', 'Suya')",
+                          {}};
+        person.press(form, "cmdSalvar");
+        EXPECT_EQ(person.messages.back().text, "C00000003: acaba de crearse desde otro puesto.");
+        EXPECT_EQ(person.text(form, "txtFields(1)"), "Nuestra");
+    });
+    maes.jNif();
+    EXPECT_NE(entries().find("Suya"), std::string::npos);
+    EXPECT_EQ(entries().find("Nuestra"), std::string::npos);
 }
 
 }  // namespace

@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <utility>
-
 #include "component/FendaMaes.h"
 #include "platform/sqlite/Session.h"
-#include "session/Decorators.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+#include "tests/support/RivalConexion.h"
 #include "tests/support/ScriptedPerson.h"
 
 namespace FendaMaestros::testing {
@@ -22,18 +20,6 @@ ParametrosEmpresa parameters() {
     made.set("PAR_ORCONTANOM", 0);
     return made;
 }
-
-/// Lets another program write its row when a transaction begins.
-class RivalConexion final : public FailingConexion {
-public:
-    using FailingConexion::FailingConexion;
-    Statement rival;
-
-    void BeginTrans() override {
-        if (!rival.sql.empty()) run(std::exchange(rival, {}));
-        FailingConexion::BeginTrans();
-    }
-};
 
 bool hasOpenTransaction(ConexionBd& connection) {
     try {
@@ -153,6 +139,16 @@ TEST_F(SubAccounts, AFailureOfTheSecondSessionNeverInsertsTwice) {
     saveWithFailures(
         *otherFailing, [&](Form& form) { fillNew(form); },
         [&](int n) { EXPECT_EQ(everything() == before, n == 1) << "begin, and the commit behind that of MyBd"; });
+    EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Des = 'Banco'"), Variant(1));
+}
+
+TEST_F(SubAccounts, TwoWrappersOfOneConnectionLeaveNoTraceOfASaveThatTheLastCommitLost) {
+    const auto second = std::make_shared<FailingConexion>(memory);
+    SesionSql same(second, parameters());
+    maes.MyBdorigen = &same;
+    const std::string before = everything();
+    saveWithFailures(
+        *second, [&](Form& form) { fillNew(form); }, [&](int n) { EXPECT_EQ(everything(), before) << n; });
     EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Des = 'Banco'"), Variant(1));
 }
 
@@ -293,6 +289,34 @@ TEST_F(SubAccounts, CreationGivesBackTheCodeAndLinksTheIdentity) {
     person.visits.push_back([&](Form& form) { person.escape(form); });
     std::string left = "57200009";
     EXPECT_EQ(maes.CrearNuevaCuenta(left), "473");
+}
+
+TEST_F(SubAccounts, OnlyTheAccountShownCanBeDeletedAndAnEnterThatSaysYesLeavesTheFocusOnTheCode) {
+    person.visits.push_back([&](Form& form) {
+        const auto enter = [&](const char* field, const char* code) {
+            person.fill(form, field, code);
+            person.enter(form);
+        };
+        const Control& deletes = ScriptedPerson::control(form, "cmdBorrar");
+        enter("Text1(0)", "43000001");
+        enter("Text1(2)", "57200000");
+        EXPECT_FALSE(deletes.Enabled) << "another account without lines does not make this one deletable";
+        enter("Text1(0)", "57200000");
+        EXPECT_TRUE(deletes.Enabled);
+        enter("Text1(0)", "572,");
+        EXPECT_FALSE(deletes.Enabled) << "nothing is shown";
+        EXPECT_EQ(form.activeControl(), &ScriptedPerson::control(form, "Text1(1)"));
+        person.enter(form);
+        EXPECT_EQ(form.activeControl(), &ScriptedPerson::control(form, "Text1(2)")) << "each Enter moves on";
+
+        enter("Text1(0)", "57200000");
+        person.answersWithEnter = true;
+        person.answers = {Answer::Yes, Answer::Yes};
+        person.press(form, "cmdBorrar");
+        EXPECT_EQ(form.activeControl(), &ScriptedPerson::control(form, "Text1(0)"));
+    });
+    maes.jPlanCuentas();
+    EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Subcuenta = 1"), Variant(1));
 }
 
 TEST_F(SubAccounts, AFailureOfADeleteReachesTheHostAndDeletesNothing) {
