@@ -13,7 +13,10 @@
 namespace FendaMaestros {
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "fenda-guion-XXXXXX").string();
+    std::error_code missing;
+    const auto folder = std::filesystem::temp_directory_path(missing);
+    if (missing) throw std::runtime_error("La carpeta temporal que dice TMPDIR no existe.");
+    std::string name = (folder / "fenda-guion-XXXXXX").string();
     if (!mkdtemp(name.data())) throw std::runtime_error("No se puede crear una carpeta de trabajo en " + name + ".");
     path_ = name;
 }

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <map>
+#include <string_view>
 
 #include "platform/qt/CalmStyle.h"
 
@@ -19,6 +21,21 @@ void dropPlatformRemarks(QtMsgType type, const QMessageLogContext& context, cons
     if (text.startsWith("This plugin does not support")) return;
     if (previousHandler) previousHandler(type, context, text);
 }
+
+/// The kinds of files in a file dialog, which the installed translation leaves out.
+class FileKinds final : public QTranslator {
+public:
+    using QTranslator::QTranslator;
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* source, const char*, int) const override {
+        if (qstrcmp(context, "QAbstractFileIconProvider") != 0) return {};
+        static const std::map<std::string_view, QString> spanish{{"Folder", "Carpeta"}, {"File Folder", "Carpeta"},
+                                                                 {"File", "Archivo"},   {"%1 File", "Archivo %1"},
+                                                                 {"Drive", "Unidad"},   {"Unknown", "Desconocido"}};
+        const auto found = spanish.find(source);
+        return found == spanish.end() ? QString() : found->second;
+    }
+};
 
 QColor textOn(const QColor& back) {
     constexpr int bright = 140;
@@ -53,6 +70,7 @@ void applyLook(QApplication& application) {
     auto* spanish = new QTranslator(&application);
     if (spanish->load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(spanish);
+    QApplication::installTranslator(new FileKinds(&application));
 }
 
 }  // namespace FendaMaestros::qt
