@@ -19,19 +19,17 @@ constexpr std::array fieldLabels = {"Código Cuenta ",
                                     "Centro de Trabajo",
                                     "Departamento",
                                     "Masa patrimonial"};
-constexpr std::array navigation = {"Primero", "Anterior", "Siguiente", "Ultimo"};
-enum Button { First, Previous, Next, Last };
 
 constexpr int byCode = 1;
 constexpr int byName = 2;
 
-/// Which account a navigation button leads to; `current` is the code shown, null when there is none.
-std::string destination(int button, const std::string* current) {
+/// Which account a step leads to; `current` is the code shown, null when there is none.
+std::string destination(Paso step, const std::string* current) {
     constexpr const char* first = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta ASC";
     constexpr const char* last = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta DESC";
-    if (button == First || (button == Previous && !current)) return first;
-    if (button == Last || !current) return last;
-    return button == Previous
+    if (step == Paso::Primero || (step == Paso::Anterior && !current)) return first;
+    if (step == Paso::Ultimo || !current) return last;
+    return step == Paso::Anterior
                ? " WHERE PCta_Subcuenta=1 AND PCta_Cta < '" + insideQuotes(*current) + "' order by PCta_Cta desc"
                : " WHERE PCta_Subcuenta=1 AND PCta_Cta > '" + insideQuotes(*current) + "' order by PCta_Cta ASC";
 }
@@ -40,12 +38,6 @@ std::string destination(int button, const std::string* current) {
 
 frmPlanCtas::frmPlanCtas() {
     for (std::size_t i = 0; i < fieldLabels.size(); ++i) Label1(static_cast<int>(i)).Caption = fieldLabels[i];
-    for (std::size_t i = 0; i < navigation.size(); ++i) {
-        const int button = static_cast<int>(i);
-        cmdNav(button).Caption = navigation[i];
-        cmdNav(button).Click = [this, button] { navegar(button); };
-    }
-    Frame1.Caption = "Navegación";
     Frame2.Caption = "Estado";
     Option1.Caption = "Activa";
     Option2.Caption = "Inactiva";
@@ -72,8 +64,8 @@ void frmPlanCtas::componer() {
     add(Frame2, "Frame2");
     add(Option1, "Option1", &Frame2);
     add(Option2, "Option2", &Frame2);
-    add(Frame1, "Frame1");
-    add(cmdNav, &Frame1);
+    add(navegacion.marco, "Frame1");
+    add(navegacion.cmdNav, &navegacion.marco);
     add(lblAyuda, "lblAyuda");
     add(lblTeclas, "lblTeclas");
     add(cmdGuardar, "cmdGuardar");
@@ -101,8 +93,7 @@ void frmPlanCtas::componer() {
         }),
         row({
             framed(Frame2, {row({plain(Option1), plain(Option2)})}),
-            framed(Frame1,
-                   {row({plain(cmdNav(First)), plain(cmdNav(Previous)), plain(cmdNav(Next)), plain(cmdNav(Last))})}),
+            navegacion.disposicion(),
         }),
         plain(lblAyuda),
         plain(lblTeclas),
@@ -206,7 +197,7 @@ void frmPlanCtas::LimpiarPantalla() {
 
 void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
     load();
-    Frame1.Enabled = false;
+    navegacion.marco.Enabled = false;
     bModoCrear = true;
     Text1(0).Text = sCta;
     msNuevaCuenta(sCta, nNif, bCalcula);
@@ -234,12 +225,12 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
     nOrigen = 0;
 }
 
-void frmPlanCtas::navegar(int button) {
+void frmPlanCtas::navegar(Paso step) {
     const Ocupado busy(*this);
     const bool shown = !rsCuenta->Eof() && !rsCuenta->Bof();
     const std::string current = shown ? rsCuenta->Fields("pcta_cta").Value.text() : std::string();
     const auto found =
-        Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(button, shown ? &current : nullptr));
+        Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
     if (found->Eof()) return;
     Text1(0).Text = found->Fields("pcta_cta").Value.text();
     CargarCuenta(0, 0, Text1(0).Text, 0);

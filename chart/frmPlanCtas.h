@@ -7,6 +7,7 @@
 
 #include "chart/ListaPareja.h"
 #include "session/Recordset.h"
+#include "ui/Navegacion.h"
 #include "ui/Pantalla.h"
 
 namespace FendaMaestros {
@@ -40,7 +41,7 @@ private:
     void enBusqueda(const std::function<void()>& search);
     void buscarConTecla(int mode);
     void mostrarTeclas();
-    void navegar(int button);
+    void navegar(Paso step);
     void cancelarNueva();
     void verFicha();
     std::size_t digitos() const;
@@ -98,8 +99,7 @@ private:
     Frame Frame2;
     OptionButton Option1;
     OptionButton Option2;
-    Frame Frame1;
-    ControlArray<CommandButton> cmdNav{"cmdNav", {0, 1, 2, 3}};
+    Navegacion navegacion{[this](Paso step) { navegar(step); }};
     CommandButton cmdGuardar{"&Guardar "};
     CommandButton cmdNueva{"&Cancelar Nueva Cuenta"};
     CommandButton cmdBorrar{"&Borrar"};

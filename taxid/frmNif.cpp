@@ -349,6 +349,24 @@ void frmNif::buscarPoblacionDir() {
         situarProvincia(dosCifras(Variant(chosen->codigoProvincia).integer()));
 }
 
+/// Through the register in the order of its documents.
+void frmNif::navegar(Paso step) {
+    const Ocupado busy(*this);
+    const auto found = conexion().Execute("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destino(step));
+    if (!found->Eof()) msBuscarCif({}, 0, found->cell(0, 0).integer());
+}
+
+/// With no entry shown, the one before is the first and the one behind the last.
+std::string frmNif::destino(Paso step) const {
+    const bool shown = nIdActual_ > 0, back = step == Paso::Anterior;
+    if (step == Paso::Primero || (back && !shown)) return " ORDER BY Nif_Doc, Nif_Id";
+    if (step == Paso::Ultimo || !shown) return " ORDER BY Nif_Doc DESC, Nif_Id DESC";
+    const std::string document = insideQuotes(sDocumentoTratado_), beyond = back ? " < " : " > ";
+    return " WHERE Nif_Doc" + beyond + "'" + document + "' OR (Nif_Doc = '" + document + "' AND Nif_Id" + beyond +
+           std::to_string(nIdActual_) + ")" +
+           (back ? " ORDER BY Nif_Doc DESC, Nif_Id DESC" : " ORDER BY Nif_Doc, Nif_Id");
+}
+
 // --- keys
 
 void frmNif::onKeyUp(int& code, int shift) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "taxid/NifRecord.h"
+#include "ui/Navegacion.h"
 #include "ui/Pantalla.h"
 
 namespace FendaMaestros {
@@ -53,6 +54,8 @@ private:
     void elegirClaveRetencion();
     void situarProvincia(const std::string& code);
     void buscarPoblacionDir();
+    void navegar(Paso step);
+    std::string destino(Paso step) const;
 
     /// Nothing when no entry meets `where`.
     static std::optional<Ficha> leer(const std::string& where);
@@ -97,6 +100,7 @@ private:
     ComboBox cboPais;
     ComboBox cboClaveRetencion;
     ComboBox cboSubclave;
+    Navegacion navegacion{[this](Paso step) { navegar(step); }};
     CommandButton cmdSalvar{"&Guardar Cambios"};
     CommandButton cmdBorrar{"Borrar CIF/NIF"};
     CommandButton cmdSalir{"(ESC) - &Salir"};

@@ -99,23 +99,26 @@ void frmNif::disponer() {
     address.push_back(line({text(49, where), text(50, where)}));
     Arrangement province = list(lblProvincias, cboProvincias, "Provincias", &where);
     add(txtFields(10), "txtFields(10)", &where);
-    address.push_back(line({std::move(province), arrange::plain(txtFields(10))}));
-    address.push_back(list(lblPais, cboPais, "Pais", &where));
+    address.push_back(
+        line({std::move(province), arrange::plain(txtFields(10)), list(lblPais, cboPais, "Pais", &where)}));
     address.push_back(line({text(6, where), text(8, where), text(7, where)}));
     address.push_back(text(9, where));
 
     std::vector<Arrangement> withholding;
     withholding.push_back(list(lblClaveRetencion, cboClaveRetencion, "ClaveRetencion", nullptr));
     withholding.push_back(list(lblSubclave, cboSubclave, "Subclave", nullptr));
+    add(navegacion.marco, "fraNavegacion");
+    add(navegacion.cmdNav, &navegacion.marco);
     add(cmdSalvar, "cmdSalvar");
     add(cmdBorrar, "cmdBorrar");
     add(cmdSalir, "cmdSalir");
     add(lblTeclas, "lblTeclas");
 
-    layOut(arrange::column({arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
-                            arrange::framed(fraDireccion, {arrange::fields(std::move(address))}),
-                            arrange::fields(std::move(withholding)),
-                            arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSalir}), arrange::plain(lblTeclas)}));
+    layOut(arrange::column(
+        {arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
+         arrange::framed(fraDireccion, {arrange::fields(std::move(address))}), arrange::fields(std::move(withholding)),
+         arrange::row({navegacion.disposicion(), arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSalir})}),
+         arrange::plain(lblTeclas)}));
 }
 
 }  // namespace FendaMaestros

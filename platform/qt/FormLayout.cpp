@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <iterator>
@@ -86,6 +87,7 @@ private:
             case Kind::Buttons:
                 if (box.direction() == QBoxLayout::TopToBottom) box.addSpacing(airOverButtons);
                 box.addLayout(buttons(node.children), stretch);
+                if (box.direction() == QBoxLayout::TopToBottom) box.addStrut(widthOf(node.children));
                 break;
             case Kind::Filling:
             case Kind::Plain:
@@ -101,7 +103,11 @@ private:
     }
 
     void placeInline(QBoxLayout& box, const Arrangement& field, int stretch) {
-        if (field.label) box.addWidget(&window_.viewOf(*field.label).widget());
+        if (field.label) {
+            QWidget& label = window_.viewOf(*field.label).widget();
+            label.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+            box.addWidget(&label);
+        }
         if (field.control)
             placeControl(box, *field.control, stretch);
         else
@@ -115,10 +121,36 @@ private:
         for (const Arrangement& node : nodes) {
             const bool wide = growsWide(node);
             filled = filled || wide;
-            place(*box, node, wide ? 1 : 0);
+            if (node.kind == Kind::Buttons)
+                box->addLayout(levelWithFrames(nodes, buttons(node.children)), 1);
+            else
+                place(*box, node, wide ? 1 : 0);
         }
         if (!filled) box->addStretch();
         return box;
+    }
+
+    /// Of all commands in a line: one that is hidden now finds its room when it comes.
+    int widthOf(const std::vector<Arrangement>& commands) {
+        int width = 0;
+        for (const Arrangement& node : commands) {
+            const QWidget& button = window_.viewOf(*node.control).widget();
+            const int between = button.style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing);
+            width += between + std::max(button.minimumWidth(), button.sizeHint().width());
+        }
+        return width;
+    }
+
+    /// Commands beside frames stand on the line of what the frames hold, below the captions.
+    QLayout* levelWithFrames(const std::vector<Arrangement>& nodes, QLayout* commands) {
+        int caption = 0;
+        for (const Arrangement& node : nodes) {
+            if (node.kind != Kind::Framed) continue;
+            const QMargins margins = window_.viewOf(*node.control).widget().contentsMargins();
+            caption = std::max(caption, margins.top() - margins.bottom());
+        }
+        commands->setContentsMargins(0, caption, 0, 0);
+        return commands;
     }
 
     QLayout* fields(const std::vector<Arrangement>& nodes) {
@@ -211,12 +243,21 @@ std::vector<Arrangement> leftOut(const Form& form, const std::set<const Control*
     return nodes;
 }
 
+/// Scroll bars that ask for as much room as their contents would take.
+class ScrolledContents final : public QScrollArea {
+public:
+    QSize sizeHint() const override {
+        const int bars = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        return widget()->sizeHint() + QSize(bars, bars);
+    }
+};
+
 /// The contents as they are, or behind scroll bars when the screen is too small for them.
 QWidget* fitted(QWidget* contents, const FormWindow& window) {
     const QSize least = contents->minimumSizeHint();
     const QSize room = window.roomOnScreen();
     if (least.width() <= room.width() && least.height() <= room.height()) return contents;
-    auto* const area = new QScrollArea;
+    auto* const area = new ScrolledContents;
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <algorithm>
@@ -27,8 +28,17 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     layOutForm(form, *this);
     pull();
+    measureAnew();
     resize(sizeHint().boundedTo(roomOnScreen()));
     shownWindows().push_back(this);
+}
+
+/// What the inner layouts and frames had measured still counts the controls that have been hidden since.
+void FormWindow::measureAnew() {
+    for (QLayout* layout : findChildren<QLayout*>()) {
+        layout->invalidate();
+        layout->parentWidget()->updateGeometry();
+    }
 }
 
 FormWindow::~FormWindow() { std::erase(shownWindows(), this); }

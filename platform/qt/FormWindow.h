@@ -54,6 +54,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void measureAnew();
     bool isDone() const { return !form_.isOpen() || failure_; }
     void pullControl(Control& control, ControlView& view);
     void pullFocus();

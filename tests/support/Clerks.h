@@ -228,10 +228,10 @@ public:
             round = std::chrono::steady_clock::now() - start;
         }
         std::mt19937 random(seed);
-        std::uniform_int_distribution<int> saves(0, 5);
+        std::uniform_int_distribution<int> before(0, 5);
         std::uniform_real_distribution<double> moment(0, round.count() / savesOfARound);
         while (done_ < wanted_ && faults.empty())
-            clerkIsKilled(saves(random), std::chrono::duration<double>(moment(random)));
+            clerkIsKilled(before(random), std::chrono::duration<double>(moment(random)));
     }
 
     /// What was found wrong, in words; empty when all is well.
@@ -259,14 +259,14 @@ private:
         tell("bank");
     }
 
-    /// `behind`: how long after so many saves.
-    void clerkIsKilled(int saves, std::chrono::duration<double> behind) {
+    /// After `before` saves and a little more.
+    void clerkIsKilled(int before, std::chrono::duration<double> behind) {
         Apart clerk([&](const Apart::Tell& tell) {
             Clerk working(office_, std::chrono::seconds(5));
             tell("ready");
             for (int round = done_ + 1; round <= wanted_; ++round) doRound(working, round, tell);
         });
-        for (int line = 0; line <= saves; ++line) clerk.awaitLine();
+        for (int line = 0; line <= before; ++line) clerk.awaitLine();
         std::this_thread::sleep_for(behind);
         const auto told = clerk.end(true);
         ++kills;
