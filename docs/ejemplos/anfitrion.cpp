@@ -15,7 +15,11 @@ int main(int argc, char** argv) try {
 
     FendaMaes fenda(desktop, components);
     fenda.MyBd = session.get();
-    fenda.jCentros();  // returns when the clerk has closed the screen
+    fenda.MyBdorigen = session.get();  // where accounts are saved
+    fenda.jCentros();                  // returns when the clerk has closed the screen
+
+    std::string group = "430";                                    // becomes the next free code
+    std::cout << fenda.CrearNuevaCuenta(group, 1, true) << '\n';  // the code, once named and saved
 
     std::string identifier = "12.345.678-z";
     std::cout << fenda.FnVerificarCif(identifier) << ' ' << identifier << '\n';  // 1 12345678Z
