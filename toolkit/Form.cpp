@@ -283,15 +283,10 @@ void Form::edit(TextBox& box, std::string text) {
 
 void Form::typeAhead(ComboBox& combo, char32_t character) {
     gestureOn(combo, [&] {
-        std::string wanted;
-        text::append(wanted, character);
-        wanted = text::folded(wanted);
-        for (int step = 1; step <= combo.ListCount(); ++step) {
-            const int index = (combo.ListIndex() + step) % combo.ListCount();
-            if (!text::folded(combo.List(index)).starts_with(wanted)) continue;
-            combo.setListIndex(index);
-            return;
-        }
+        if (typedOn_ != &combo) typing_.forget();
+        typedOn_ = &combo;
+        const int index = typing_.next(combo, combo.ListIndex(), character);
+        if (index >= 0) combo.setListIndex(index);
     });
 }
 
@@ -431,6 +426,7 @@ bool Form::listKey(ListView& list, int code) {
 bool Form::comboKey(ComboBox& combo, int code) {
     const int index = rowAfterKey(code, combo.ListIndex(), combo.ListCount());
     if (index < 0) return false;
+    typing_.forget();
     if (index != combo.ListIndex()) combo.setListIndex(index);
     return true;
 }

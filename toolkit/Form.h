@@ -9,6 +9,7 @@
 #include "toolkit/Controls.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Keys.h"
+#include "toolkit/ListTyping.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
@@ -84,7 +85,7 @@ public:
     bool accepts(char32_t character);
     /// A person has changed the text of a text box; what is too long is cut.
     void edit(TextBox& box, std::string text);
-    /// A letter typed on a combo box chooses the next item that begins with it.
+    /// A character typed on a combo box chooses the item that it leads to: see ListTyping.
     void typeAhead(ComboBox& combo, char32_t character);
     void focus(Control& control);
     void tab(bool backwards);
@@ -160,6 +161,8 @@ private:
     bool moving_ = false;
     int interruptions_ = 0;
     int abandonedGestures_ = 0;
+    ListTyping typing_;
+    const ComboBox* typedOn_ = nullptr;
 };
 
 }  // namespace FendaMaestros

@@ -158,6 +158,21 @@ bool isUtf8(std::string_view bytes) {
 
 bool isControl(char32_t character) { return character < U' ' || (character >= 0x7F && character <= 0x9F); }
 
+std::u32string oneLine(const std::u32string& pasted) {
+    std::u32string line;
+    bool broken = false;
+    for (const char32_t character : pasted) {
+        if (isControl(character)) {
+            broken = true;
+            continue;
+        }
+        if (broken && !line.empty()) line += U' ';
+        broken = false;
+        line += character;
+    }
+    return line;
+}
+
 bool isNumericCode(std::string_view utf8) {
     return !utf8.empty() && std::ranges::all_of(utf8, [](char c) { return c >= '0' && c <= '9'; });
 }

@@ -28,6 +28,9 @@ bool isUtf8(std::string_view bytes);
 bool isControl(char32_t character);
 /// The digits 0 to 9.
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+/// A text that comes from elsewhere, for a field of one line: the line breaks and other controls at its ends go, a run
+/// of them inside becomes a blank.
+std::u32string oneLine(const std::u32string& pasted);
 /// True for one or more digits 0 to 9 and nothing else.
 bool isNumericCode(std::string_view utf8);
 bool equalIgnoringCase(std::string_view a, std::string_view b);

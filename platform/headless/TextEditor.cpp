@@ -95,7 +95,7 @@ bool TextEditor::clipboard(Form& form, int letter) {
             replace(form, start(), end(), {});
             return true;
         case 'V':
-            insert(form, clipboard_);
+            insert(form, text::oneLine(clipboard_));
             return true;
         default:
             return false;

@@ -1,11 +1,14 @@
 #include "platform/qt/ControlView.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QStyledItemDelegate>
 #include <stdexcept>
 
@@ -119,6 +122,27 @@ private:
     QRadioButton& button_;
 };
 
+/// What is typed on a list that hangs open leads to its items as on one that is closed.
+class OpenListTyping final : public QObject {
+public:
+    OpenListTyping(const ComboBox& combo, QComboBox& box) : QObject(&box), combo_(combo), box_(box) {
+        box.view()->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        const QString typed = static_cast<QKeyEvent*>(event)->text();
+        if (typed.isEmpty() || !typed.front().isPrint()) return false;
+        const int index = typing_.next(combo_, box_.view()->currentIndex().row(), typed.toStdU32String().front());
+        if (index >= 0) box_.view()->setCurrentIndex(box_.model()->index(index, box_.modelColumn()));
+        return true;
+    }
+
+private:
+    const ComboBox& combo_;
+    QComboBox& box_;
+    ListTyping typing_;
+};
+
 class ComboView final : public ControlView {
 public:
     ComboView(ComboBox& combo, FormWindow& window) : combo_(combo), box_(*new QComboBox(&window)) {
@@ -129,6 +153,7 @@ public:
         box_.setSizeAdjustPolicy(QComboBox::AdjustToContents);
         box_.setMaxVisibleItems(itemsDropped);
         box_.setItemDelegate(new QStyledItemDelegate(&box_));
+        new OpenListTyping(combo, box_);
         QObject::connect(&box_, &QComboBox::activated, &window,
                          [&](int index) { window.hand([&] { window.form().choose(combo, index); }); });
     }
@@ -140,11 +165,20 @@ public:
                 items.append(QString::fromStdString(combo_.List(index)));
             box_.clear();
             box_.addItems(items);
+            widenOpenList();
         }
         if (box_.currentIndex() != combo_.ListIndex()) box_.setCurrentIndex(combo_.ListIndex());
     }
 
 private:
+    /// Items longer than the box is wide are read in full in the open list.
+    void widenOpenList() {
+        QAbstractItemView& list = *box_.view();
+        const int bar = box_.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        const int widest = list.sizeHintForColumn(box_.modelColumn()) + bar + 2 * list.frameWidth();
+        list.setMinimumWidth(std::min(widest, box_.screen()->availableSize().width()));
+    }
+
     bool showsItems() const {
         if (box_.count() != combo_.ListCount()) return false;
         for (int index = 0; index < combo_.ListCount(); ++index)

@@ -1,5 +1,7 @@
 #include "platform/qt/InputFilter.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <utility>
@@ -23,6 +25,11 @@ void comboKey(FormWindow& window, ComboBox& combo, KeyStroke stroke, const QStri
     if (opens) return static_cast<QComboBox&>(window.viewOf(combo).widget()).showPopup();
     if (stroke.shift > shift::Shift || typed.isEmpty() || !typed.front().isPrint()) return;
     window.hand([&] { window.form().typeAhead(combo, typed.toStdU32String().front()); });
+}
+
+/// The widget would put nothing in the place of what is selected.
+bool pastesNothing(const QKeyEvent& event) {
+    return event.matches(QKeySequence::Paste) && QApplication::clipboard()->text().isEmpty();
 }
 
 /// True when a key that the form has left alone is for the widget.
@@ -107,7 +114,7 @@ bool InputFilter::keyPressed(QWidget& at, const QKeyEvent& event) {
         comboKey(*window, *combo, stroke, typed);
         return true;
     }
-    return !isForWidget(*window, *active, stroke);
+    return pastesNothing(event) || !isForWidget(*window, *active, stroke);
 }
 
 bool InputFilter::keyReleased(QWidget& at, const QKeyEvent& event) {

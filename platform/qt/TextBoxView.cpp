@@ -5,6 +5,7 @@
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Look.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros::qt {
 
@@ -41,7 +42,7 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
     QObject::connect(&edit_, &QLineEdit::cursorPositionChanged, &window, [this] { mark_ = mark(); });
     QObject::connect(&edit_, &QLineEdit::selectionChanged, &window, [this] {
         mark_ = mark();
-        if (edit_.hasFocus() && !window_.isPulling())
+        if (window_.focusWidget() == &edit_ && !window_.isPulling())
             box_.AllSelected = edit_.hasSelectedText() && edit_.selectedText().size() == edit_.text().size();
     });
 }
@@ -77,7 +78,7 @@ void TextBoxView::changed(const QString& text) {
     window_.hand([&] {
         const std::size_t limit = box_.MaxLength > 0 ? static_cast<std::size_t>(box_.MaxLength) : after.size();
         const std::u32string start = after.substr(0, head);
-        const std::u32string taken = accepted(inserted, limit - std::min(limit, head + tail));
+        const std::u32string taken = accepted(text::oneLine(inserted), limit - std::min(limit, head + tail));
         if (taken.empty() && !inserted.empty()) {
             wanted = untouched;
             return;

@@ -1,0 +1,48 @@
+#include "toolkit/ListTyping.h"
+
+#include "toolkit/Text.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr std::chrono::seconds pause(1);
+constexpr std::string_view behindCode = " - ";
+
+/// From `first` on and round to it; -1 for none.
+template <class Predicate>
+int firstItem(const ComboBox& list, int first, Predicate&& begins) {
+    for (int step = 0; step < list.ListCount(); ++step) {
+        const int index = (first + step) % list.ListCount();
+        if (begins(text::folded(list.List(index)))) return index;
+    }
+    return -1;
+}
+
+int beginningWith(const ComboBox& list, int first, std::string_view typed) {
+    const int byCode = firstItem(list, first, [&](const std::string& item) { return item.starts_with(typed); });
+    if (byCode >= 0) return byCode;
+    return firstItem(list, first, [&](const std::string& item) {
+        const auto code = item.find(behindCode);
+        return code != std::string::npos && item.substr(code + behindCode.size()).starts_with(typed);
+    });
+}
+
+}  // namespace
+
+int ListTyping::next(const ComboBox& list, int current, char32_t character) {
+    std::string letter;
+    text::append(letter, character);
+    letter = text::folded(letter);
+    const auto now = std::chrono::steady_clock::now();
+    if (now - last_ >= pause) forget();
+    last_ = now;
+
+    const bool goesOn = !typed_.empty();
+    typed_ += letter;
+    const int found = beginningWith(list, goesOn ? std::max(current, 0) : current + 1, typed_);
+    if (found >= 0 || !goesOn) return found;
+    return typed_.ends_with(letter + letter) ? beginningWith(list, current + 1, letter) : -1;
+}
+
+}  // namespace FendaMaestros
