@@ -53,12 +53,13 @@ FoundRows::FoundRows(std::shared_ptr<const Recordset> rows, int searchColumn)
 std::shared_ptr<FoundRows> FoundRows::search(std::string_view typed) const {
     std::shared_ptr<FoundRows> result(new FoundRows(column_, text::folded(typed)));
     const std::vector<std::string_view> words = wordsOf(result->sought_);
+    const std::string beginning = text::trim(result->sought_);
+    std::vector<int> elsewhere;
     const auto keep = [&](int row) {
+        const std::string_view text = words.empty() ? std::string_view() : column_->text(row);
         const bool matches = std::ranges::all_of(
-            words, [text = words.empty() ? std::string_view() : column_->text(row)](std::string_view word) {
-                return text.find(word) != std::string_view::npos;
-            });
-        if (matches) result->found_.push_back(row);
+            words, [text](std::string_view word) { return text.find(word) != std::string_view::npos; });
+        if (matches) (text.starts_with(beginning) ? result->found_ : elsewhere).push_back(row);
     };
 
     const bool goesOn = result->sought_.find(sought_) != std::string::npos;
@@ -66,6 +67,9 @@ std::shared_ptr<FoundRows> FoundRows::search(std::string_view typed) const {
         std::ranges::for_each(found_, keep);
     else
         for (int row = 0; row < all().rowCount(); ++row) keep(row);
+    std::ranges::sort(result->found_);
+    std::ranges::sort(elsewhere);
+    result->found_.insert(result->found_.end(), elsewhere.begin(), elsewhere.end());
     result->moveToRow(0);
     return result;
 }

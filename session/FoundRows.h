@@ -28,8 +28,8 @@ private:
     std::vector<std::size_t> ends_;
 };
 
-/// Those rows of a recordset, in its order, whose search column contains what a person is looking for. Its first row is
-/// current to begin with.
+/// Those rows of a recordset whose search column contains what a person is looking for: first those that begin with it,
+/// then the others, both in the order of the recordset. Its first row is current to begin with.
 class FoundRows final : public RowSource {
 public:
     /// All rows of the recordset.

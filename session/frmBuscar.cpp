@@ -60,6 +60,8 @@ void frmBuscar::showRows(std::shared_ptr<FoundRows> rows) {
     const int last = std::min(found_->columnCount() - 1, static_cast<int>(shown_.size()));
     for (int column = 1; column <= last; ++column) {
         const ShownColumn& shown = shown_[static_cast<std::size_t>(column - 1)];
+        // A column without a caption is there for the code that reads the result.
+        if (column > 1 && shown.caption.empty()) continue;
         dbgBuscar.Columns.push_back(
             {.Caption = shown.caption, .SourceColumn = column, .Width = shown.width, .NumberFormat = {}});
     }
