@@ -96,8 +96,8 @@ void openSearchAccounts(FendaMaes& component) {
     };
     frmBusqueda("Buscar una cuenta", {{"Por &código", search(byCode, false, true)},
                                       {"Por &nombre", search(byName, false, true)},
-                                      {"&Inactivas también", search(byCode, false, false)},
-                                      {"Plan &oficial", search(byCode, true, true)}})
+                                      {"Por código, &inactivas también", search(byCode, false, false)},
+                                      {"Plan &oficial, por código", search(byCode, true, true)}})
         .show();
 }
 

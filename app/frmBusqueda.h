@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "ui/Pantalla.h"
+#include "app/VentanaDirecta.h"
 
 namespace FendaMaestros {
 
 /// Offers searches and shows what the last one found, as often as the person likes.
-class frmBusqueda final : public Pantalla {
+class frmBusqueda final : public VentanaDirecta {
 public:
     struct Search {
         /// With "&" before the letter that starts it.

@@ -14,6 +14,7 @@ frmClaves::frmClaves() {
     add(cboClave, "cboClave");
     add(Label3, "Label3");
     add(cboSubclave, "cboSubclave");
+    add(lblAyuda, "lblAyuda");
     add(cmdSalir, "cmdSalir");
     editField(Text1);
     Text1.KeyPress = [this](int& keyAscii) { Ayuda.FiltrarTecla(Text1, keyAscii, false, 0); };
@@ -22,7 +23,7 @@ frmClaves::frmClaves() {
     cmdSalir.Click = [this] { unload(); };
     layOut(arrange::column({arrange::fields({arrange::field(Label1, Text1), arrange::field(Label2, cboClave),
                                              arrange::field(Label3, cboSubclave)}),
-                            arrange::buttons({&cmdSalir})}));
+                            arrange::plain(lblAyuda), arrange::buttons({&cmdSalir})}));
 }
 
 void frmClaves::onLoad() {

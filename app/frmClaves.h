@@ -23,6 +23,7 @@ private:
     ComboBox cboClave;
     Label Label3{"Subclave"};
     ComboBox cboSubclave;
+    Label lblAyuda{"Hay claves de los ejercicios 2008 a 2012; alt y flecha abajo abren la lista."};
     CommandButton cmdSalir{"&Salir"};
 };
 

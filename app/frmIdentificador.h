@@ -3,12 +3,12 @@
 #include <functional>
 #include <string>
 
-#include "ui/Pantalla.h"
+#include "app/VentanaDirecta.h"
 
 namespace FendaMaestros {
 
 /// Asks for one identifier and shows what a rule says of it, as often as the person likes. `hint` stands there before.
-class frmIdentificador final : public Pantalla {
+class frmIdentificador final : public VentanaDirecta {
 public:
     using Rule = std::function<std::string(const std::string& typed)>;
 

@@ -1,3 +1,9 @@
 #include "app/CommandLine.h"
 
-int main(int argc, char** argv) { return FendaMaestros::runCommandLine(argc, argv); }
+#include <signal.h>
+
+int main(int argc, char** argv) {
+    // A limit on the size of files is told as a full disk is.
+    signal(SIGXFSZ, SIG_IGN);
+    return FendaMaestros::runCommandLine(argc, argv);
+}

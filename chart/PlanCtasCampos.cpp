@@ -13,6 +13,11 @@ constexpr int nameLength = 140;
 constexpr int documentLength = 15;
 constexpr int identityLength = 100;
 
+/// What a code is typed with besides what the filter lets through for amounts.
+void filterCode(int& ascii) {
+    if (ascii == key::Enter || ascii == '-') ascii = 0;
+}
+
 }  // namespace
 
 void frmPlanCtas::prepararCampos() {
@@ -36,9 +41,13 @@ void frmPlanCtas::prepararCampos() {
         field.TextAlignment = Alignment::Center;
         field.KeyPress = [this, &field](int& ascii) {
             Ayuda.FiltrarTecla(field, ascii, true, 0);
-            if (ascii == key::Enter) ascii = 0;
+            filterCode(ascii);
         };
-        field.Change = [this, index] { mostrarEstado(index); };
+        field.Change = [this, &field, index] {
+            // The point of the number keys serves as the comma.
+            field.Text = text::replaced(field.Text, ".", ",");
+            mostrarEstado(index);
+        };
     }
 
     editField(Text1(0), [this] { dejarCodigo(); });
@@ -58,12 +67,18 @@ void frmPlanCtas::prepararCampos() {
 
 void frmPlanCtas::mostrarEstado(int field) {
     lblEstado.Caption.clear();
-    if (Text1(field).Text.find(',') == std::string::npos) return;
+    if (bSinEstado || Text1(field).Text.find(',') == std::string::npos) return;
     try {
         lblEstado.Caption = textoEstado(field);
     } catch (const ErrorBd&) {
-        // A hint: what is wrong with the database is said when the field is left.
+        // What is wrong with the database is said when the field is left; a busy one is not waited for at each key.
+        bSinEstado = true;
     }
+}
+
+void frmPlanCtas::quitarEstado() {
+    lblEstado.Caption.clear();
+    bSinEstado = false;
 }
 
 std::string frmPlanCtas::textoEstado(int field) const {
@@ -81,7 +96,7 @@ std::string frmPlanCtas::textoEstado(int field) const {
 }
 
 void frmPlanCtas::dejarCodigo() {
-    lblEstado.Caption.clear();
+    quitarEstado();
     const std::string typed = Text1(0).Text;
     if (typed.empty()) return;
     if (asksForNextCode(typed)) {
@@ -104,7 +119,7 @@ void frmPlanCtas::dejarCodigo() {
 }
 
 void frmPlanCtas::dejarCuentaAsociada(int field) {
-    lblEstado.Caption.clear();
+    quitarEstado();
     TextBox& account = Text1(field);
     if (account.Text.empty()) {
         if (field == 2) nIdCtaAso = 0;

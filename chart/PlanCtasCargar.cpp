@@ -110,7 +110,7 @@ std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
     if (document.empty()) {
         std::string chosen;
         Ayuda.Buscar("Select Nif_Id," + fnExpresionNombre() + " , Nif_Doc FROM KXComun.dbo.Nif ORDER BY Nombre",
-                     "Nombre", "Nif", "Razon Social/Nombre", "Búsqueda de Nif albabética", 6000, 2000, 0, chosen);
+                     "Nombre", "Nif", "Razon Social/Nombre", "Búsqueda de Nif albabética", 5600, 2400, 0, chosen);
         id = AyudaCampos::chosenId(chosen);
         if (id == 0) return 0;
     }

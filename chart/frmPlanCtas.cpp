@@ -1,6 +1,7 @@
 #include "chart/frmPlanCtas.h"
 
 #include <array>
+#include <stdexcept>
 
 #include "chart/CodigosCuenta.h"
 #include "component/FendaMaes.h"
@@ -103,7 +104,11 @@ void frmPlanCtas::componer() {
 }
 
 std::size_t frmPlanCtas::digitos() const {
-    return static_cast<std::size_t>(instanciaActual().sesion().Parametros().Item("Par_CtaNum").Value.integer());
+    constexpr int most = 20;
+    const Variant digits = instanciaActual().sesion().Parametros().Item("Par_CtaNum").Value;
+    if (digits.integer() < 1 || digits.integer() > most)
+        throw std::runtime_error("Los dígitos de una subcuenta (Par_CtaNum) no pueden ser «" + digits.text() + "».");
+    return static_cast<std::size_t>(digits.integer());
 }
 
 void frmPlanCtas::onLoad() {
@@ -232,8 +237,10 @@ void frmPlanCtas::navegar(Paso step) {
     const auto found =
         Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
     if (found->Eof()) return;
-    Text1(0).Text = found->Fields("pcta_cta").Value.text();
-    CargarCuenta(0, 0, Text1(0).Text, 0);
+    const std::string code = found->Fields("pcta_cta").Value.text();
+    Text1(0).Text = code;
+    // Without a code and an identity a search would open.
+    CargarCuenta(0, 0, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
 }
 
 void frmPlanCtas::cancelarNueva() {

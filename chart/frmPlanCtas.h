@@ -44,6 +44,7 @@ private:
     void navegar(Paso step);
     void cancelarNueva();
     void verFicha();
+    /// Throws std::runtime_error when the company's parameter makes no sense.
     std::size_t digitos() const;
 
     // --- leaving fields (PlanCtasCampos.cpp)
@@ -51,6 +52,7 @@ private:
     /// A code being typed with a comma: shows what it will become and where it hangs from.
     void mostrarEstado(int field);
     std::string textoEstado(int field) const;
+    void quitarEstado();
     void dejarCodigo();
     void dejarCuentaAsociada(int field);
     void dejarNif();
@@ -114,6 +116,8 @@ private:
     bool bActivada = false;
     bool bEnFichaNif = false;
     bool bEnBusqueda = false;
+    /// The database has not answered for the status line of the field that is being typed into.
+    bool bSinEstado = false;
     std::int64_t nIdActual = 0;
     std::int64_t nIdCtaAso = 0;
     std::int64_t nIdNif = 0;

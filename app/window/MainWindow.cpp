@@ -4,6 +4,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <exception>
@@ -60,7 +61,9 @@ MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Ope
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
     setCentralWidget(scroll);
-    resize(content->sizeHint() + QSize(2 * space, 5 * space + menuBar()->sizeHint().height()));
+    const QSize wanted = content->sizeHint() + QSize(2 * space, 5 * space + menuBar()->sizeHint().height());
+    constexpr QSize frame(16, 64);
+    resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
 void MainWindow::openCompany(const std::string& company) {
@@ -73,6 +76,7 @@ void MainWindow::openCompany(const std::string& company) {
 
 void MainWindow::start(const Operation& operation) {
     if (!company_) return;
+    if (Tile* const tile = tiles_[&operation]) tile->setFocus();
     const QString name = plain(operation.caption);
     guarded(name, "«" + name + "»", [&] { operation.open(company_->component()); });
 }
@@ -153,7 +157,7 @@ QWidget* MainWindow::makeTiles() {
             ++row;
             column = 0;
         }
-        auto* const tile = new Tile(plain(operation.caption), keySequence(operation.key));
+        auto* const tile = tiles_[&operation] = new Tile(plain(operation.caption), keySequence(operation.key));
         connect(tile, &Tile::clicked, this, [this, &operation] { start(operation); });
         grid->addWidget(enlarged(tile, 1.1, false), row, column++);
         if (std::exchange(first, false)) tile->setFocus();

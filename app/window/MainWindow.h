@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +14,8 @@ class QActionGroup;
 class QLabel;
 
 namespace FendaMaestros {
+
+class Tile;
 
 /// The program's main window: the company that is open, and every entry operation in a menu, with its key, and on a
 /// tile.
@@ -43,6 +46,7 @@ private:
     std::vector<std::string> companies_;
     Opener open_;
     std::unique_ptr<OpenCompany> company_;
+    std::map<const Operation*, Tile*> tiles_;
     QActionGroup* companyChoice_ = nullptr;
     QLabel* companyName_ = nullptr;
     QLabel* companyFacts_ = nullptr;

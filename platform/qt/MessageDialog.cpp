@@ -1,5 +1,6 @@
 #include "platform/qt/MessageDialog.h"
 
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
@@ -98,6 +99,14 @@ void give(const Reply& reply, QPushButton& button) {
 
 bool dismisses(int code) { return code == key::Enter || code == key::Escape || (code >= 'A' && code <= 'Z'); }
 
+/// The window's own buttons stand beside the title.
+void widenToTitle(QMessageBox& box) {
+    constexpr int besideTitle = 160;
+    const int width = box.fontMetrics().horizontalAdvance(box.windowTitle()) + besideTitle;
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid) grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 Reply askInDialog(const Message& message, const std::string& title, QWidget* parent,
@@ -109,6 +118,7 @@ Reply askInDialog(const Message& message, const std::string& title, QWidget* par
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(message.text));
     box.setIcon(iconOf(message.style));
+    widenToTitle(box);
 
     KeyWatch watch(box);
     const auto buttons = addButtons(box, message);

@@ -319,6 +319,29 @@ TEST_F(SubAccounts, OnlyTheAccountShownCanBeDeletedAndAnEnterThatSaysYesLeavesTh
     EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Subcuenta = 1"), Variant(1));
 }
 
+TEST_F(SubAccounts, ACodeIsTypedOnTheNumberKeysAndAHintNeverWaitsTwice) {
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "Text1(0)", "-572.0");
+        EXPECT_EQ(person.text(form, "Text1(0)"), "572,0");
+        EXPECT_EQ(ScriptedPerson::control<Label>(form, "lblEstado").Caption, "57200000, de la cuenta 572 Del plan");
+        failing->failAt(1);
+        person.hands.type(form, "00");
+        EXPECT_EQ(failing->seen(), 1) << "a database that does not answer is asked once";
+        failing->failAt(0);
+        person.hands.key(form, {key::Tab, shift::None});
+        EXPECT_EQ(person.text(form, "Text1(1)"), "Antigua");
+    });
+    maes.jPlanCuentas();
+
+    for (const Variant& digits : {Variant(-3), Variant(0), Variant(std::int64_t{1} << 62), Variant()}) {
+        ParametrosEmpresa wrong = parameters();
+        wrong.set("Par_CtaNum", digits);
+        SesionSql odd(failing, wrong);
+        maes.MyBd = &odd;
+        EXPECT_THROW(maes.jPlanCuentas(), std::runtime_error) << digits.text();
+    }
+}
+
 TEST_F(SubAccounts, AFailureOfADeleteReachesTheHostAndDeletesNothing) {
     const std::string before = everything();
     person.visits.push_back([&](Form& form) {

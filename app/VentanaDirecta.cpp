@@ -1,0 +1,25 @@
+#include "app/VentanaDirecta.h"
+
+#include <utility>
+
+namespace FendaMaestros {
+
+void VentanaDirecta::onKeyDown(int& code, int /*shift*/) { enterPressed_ = code == key::Enter; }
+
+/// An Enter that was pressed elsewhere, to open this window or to answer a message over it, presses nothing here.
+void VentanaDirecta::onKeyUp(int& code, int shift) {
+    if (code != key::Enter) return Pantalla::onKeyUp(code, shift);
+    code = 0;
+    if (std::exchange(enterPressed_, false)) pulsar();
+}
+
+void VentanaDirecta::pulsar() {
+    auto* button = dynamic_cast<CommandButton*>(activeControl());
+    for (Control* control : controls()) {
+        if (button) break;
+        button = dynamic_cast<CommandButton*>(control);
+    }
+    if (button && button->Click) button->Click();
+}
+
+}  // namespace FendaMaestros

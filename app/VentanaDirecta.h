@@ -1,0 +1,20 @@
+#pragma once
+
+#include "ui/Pantalla.h"
+
+namespace FendaMaestros {
+
+/// A window of the program that only asks for one thing: there Enter does not move on, it presses the button that has
+/// the focus or, from a field, the first one.
+class VentanaDirecta : public Pantalla {
+protected:
+    void onKeyDown(int& code, int shift) override;
+    void onKeyUp(int& code, int shift) override;
+
+private:
+    void pulsar();
+
+    bool enterPressed_ = false;
+};
+
+}  // namespace FendaMaestros
