@@ -40,6 +40,7 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
 void frmPlanCtas::mostrarCuenta() {
     const auto number = [this](const char* column) { return rsCuenta->Fields(column).Value.integer(); };
     nIdActual = number("PCta_id");
+    rsMostrada = rsCuenta;
     nIdNif = number("Pcta_IdNif");
     nIdCtaAso = number("PCta_IdCtaAso");
     nOrigen = number("Pcta_Origen");

@@ -137,11 +137,13 @@ void frmPlanCtas::describirCuenta(Grabacion& write) const {
 void frmPlanCtas::actualizarCuenta() const {
     SesionBd& session = instanciaActual().sesion();
     const std::string id = std::to_string(nIdActual);
+    const auto stored = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = " + id);
+    if (stored->Eof()) throw std::runtime_error("Otro programa ha eliminado la cuenta.");
+    if (rsMostrada && !stored->sameContents(*rsMostrada))
+        throw std::runtime_error("Otro programa ha cambiado la cuenta. Vuelva a buscarla para ver cómo está ahora.");
     Grabacion account(session, "PCta");
     describirCuenta(account);
     account.actualizar(" WHERE PCta_Id = " + id);
-    if (Ayuda.Conexion->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + id)->Eof())
-        throw std::runtime_error("Otro programa ha eliminado la cuenta.");
 
     const std::string name = text::trim(Text1(1).Text);
     if (name.empty()) return;

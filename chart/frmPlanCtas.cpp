@@ -197,6 +197,7 @@ void frmPlanCtas::LimpiarPantalla() {
     for (const auto& [index, field] : Text1.elements()) field->Text.clear();
     for (ListaPareja* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->elegirPrimera();
     nIdActual = nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
+    rsMostrada.reset();
     cmdBorrar.Enabled = false;
 }
 

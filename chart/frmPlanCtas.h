@@ -126,6 +126,8 @@ private:
     std::int16_t nPlan = 0;
     /// The row found last, by any of the code fields.
     std::shared_ptr<Recordset> rsCuenta;
+    /// The row of the account shown, as it was read; null for one that this screen has inserted.
+    std::shared_ptr<Recordset> rsMostrada;
     /// The document when its field last received the focus.
     std::string sNifAnterior;
 };

@@ -130,4 +130,12 @@ std::string_view Recordset::textView(int row, int column) const {
     return std::string_view(texts_).substr(cell.offset, cell.length);
 }
 
+bool Recordset::sameContents(const Recordset& other) const {
+    if (columns_ != other.columns_ || rowCount() != other.rowCount()) return false;
+    for (int row = 0; row < rowCount(); ++row)
+        for (int column = 0; column < columnCount(); ++column)
+            if (cell(row, column) != other.cell(row, column)) return false;
+    return true;
+}
+
 }  // namespace FendaMaestros

@@ -62,6 +62,8 @@ public:
     int currentRow() const override { return Eof() || Bof() ? -1 : position_; }
     void moveToRow(int row) override;
 
+    /// The same columns with the same values, wherever either stands.
+    bool sameContents(const Recordset& other) const;
     /// Bytes of all text cells together.
     std::size_t textBytes() const { return texts_.size(); }
     /// -1 when there is no such column.

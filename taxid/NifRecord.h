@@ -40,6 +40,8 @@ struct NifRecord {
     std::string correo;
     std::string claveRetencion;  ///< one character
     std::string subclave;        ///< two characters
+
+    bool operator==(const NifRecord&) const = default;
 };
 
 /// The entry in the current row of a read of all columns. Errors as Recordset::Fields.

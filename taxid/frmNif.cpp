@@ -60,6 +60,12 @@ std::string dosCifras(std::int64_t code) { return format(code, "00"); }
 
 ConexionBd& conexion() { return *instanciaActual().sesion().Conexion(); }
 
+/// Nothing when the register has no such entry.
+std::optional<NifRecord> registrado(std::int64_t id) {
+    const auto rows = conexion().Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(id));
+    return rows->Eof() ? std::nullopt : std::optional(leerNif(*rows));
+}
+
 /// Another program may have created the document since it was looked for.
 bool estaRepetido(const std::string& document) {
     if (document.empty()) return false;
@@ -157,6 +163,7 @@ void frmNif::mostrar(const Ficha& ficha) {
     const NifRecord& nif = ficha.nif;
     const bool knownType = nif.tipoDocumento >= 0 && nif.tipoDocumento < cboDocType.ListCount();
     nIdActual_ = nif.id;
+    nifLeido_ = nif;
     sDocumentoTratado_ = nif.documento;
     for (const auto& [index, field] : txtFields.elements()) field->Text.clear();
     txtFields(campo::Documento).Text = nif.documento;
@@ -419,28 +426,38 @@ std::optional<frmNif::Ficha> frmNif::grabar() {
     Transaccion transaction(session.Conexion());
     Grabacion write(session, "KXComun.dbo.Nif");
     describirNif(write, enPantalla());
-
-    std::optional<Ficha> inserted;
     if (nIdActual_ < 1) {
-        write.insertar();
-        const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
-        inserted = leer("Nif_Id = " + newest.text());
-        if (estaRepetido(inserted->nif.documento))
-            throw std::runtime_error(inserted->nif.documento + ": acaba de crearse desde otro puesto.");
-    } else {
-        try {
-            write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_));
-        } catch (const ErrorBd& error) {
-            if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
-            throw;
-        }
-        if (conexion()
-                .Execute("SELECT Nif_Id FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdActual_))
-                ->Eof())
-            throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
+        Ficha inserted = insertar(write);
+        transaction.confirmar();
+        return inserted;
     }
+    actualizar(write);
+    NifRecord saved = *registrado(nIdActual_);
     transaction.confirmar();
+    nifLeido_ = std::move(saved);
+    return std::nullopt;
+}
+
+frmNif::Ficha frmNif::insertar(Grabacion& write) const {
+    write.insertar();
+    const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
+    Ficha inserted = leer("Nif_Id = " + newest.text()).value();
+    if (estaRepetido(inserted.nif.documento))
+        throw std::runtime_error(inserted.nif.documento + ": acaba de crearse desde otro puesto.");
     return inserted;
+}
+
+void frmNif::actualizar(Grabacion& write) const {
+    const auto stored = registrado(nIdActual_);
+    if (!stored) throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
+    if (*stored != nifLeido_)
+        throw std::runtime_error("Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
+    try {
+        write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_));
+    } catch (const ErrorBd& error) {
+        if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
+        throw;
+    }
 }
 
 void frmNif::borrar() {

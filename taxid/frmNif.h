@@ -69,10 +69,14 @@ private:
     void guardar();
     /// Inserts or updates in a transaction. What has been inserted comes back as the register has it.
     std::optional<Ficha> grabar();
+    Ficha insertar(Grabacion& write) const;
+    void actualizar(Grabacion& write) const;
     void borrar();
     void avisarFallo(const std::exception& error);
 
     std::int64_t nIdActual_ = 0;
+    /// The entry shown, as the register had it when it was read or saved.
+    NifRecord nifLeido_;
     std::string sExpresionNombre_;
     /// The document last loaded or accepted as new.
     std::string sDocumentoTratado_;

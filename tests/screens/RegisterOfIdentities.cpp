@@ -139,7 +139,7 @@ TEST_F(RegisterOfIdentities, AFailureAtAnyStatementOfAnUpdateLeavesTheRegisterAn
             person.fill(form, "txtFields(5)", "A00000001");
             person.fill(form, "txtFields(1)", "Otra");
         },
-        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 4);
+        "cmdSalvar", {Answer::Ok}, {Answer::Ok}, 5);
 }
 
 TEST_F(RegisterOfIdentities, AFailedDeleteLeavesTheEntryAndTheScreenAsTheyWere) {
@@ -251,6 +251,30 @@ TEST_F(RegisterOfIdentities, AnEnterThatSaysYesLeavesTheFocusWhereTheAnswerPutsI
         EXPECT_EQ(form.activeControl(), form.find("txtFields(44)")) << "the next Enter moves on";
     });
     maes.jNif();
+}
+
+TEST_F(RegisterOfIdentities, WhatAnotherProgramHasChangedMeanwhileIsNotWrittenOver) {
+    person.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "txtFields(5)", "A00000001");
+        person.fill(form, "txtFields(1)", "Nuestra");
+        failing->rival = {"UPDATE KXComun.dbo.Nif SET Nif_Dir = 'Suya' WHERE Nif_Doc = 'A00000001'", {}};
+        person.press(form, "cmdSalvar");
+        EXPECT_EQ(person.messages.back().text,
+                  "Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
+        EXPECT_EQ(person.text(form, "txtFields(1)"), "Nuestra");
+        EXPECT_EQ(entries().find("Nuestra"), std::string::npos);
+        person.press(form, "cmdNav(0)");
+        EXPECT_EQ(person.text(form, "txtFields(45)"), "Suya");
+        for (const char* name : {"Una", "Otra"}) {
+            person.fill(form, "txtFields(1)", name);
+            person.press(form, "cmdSalvar");
+            EXPECT_EQ(person.messages.back().text, "Grabación del nif realizada con éxito")
+                << "its own saves are known";
+        }
+    });
+    maes.jNif();
+    EXPECT_NE(entries().find("|Otra|"), std::string::npos);
 }
 
 TEST_F(RegisterOfIdentities, ADocumentThatAnotherProgramHasJustCreatedIsNotStoredTwice) {

@@ -185,10 +185,16 @@ TEST_F(SubAccounts, ACodeThatAnotherProgramHasJustTakenIsNotGivenTwice) {
     EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Cta = '57200001'"), Variant(1));
 }
 
-TEST_F(SubAccounts, AnAccountThatAnotherProgramHasDeletedIsNotSaidToBeSaved) {
-    person.answers = {Answer::Ok};
+TEST_F(SubAccounts, AnAccountThatAnotherProgramHasChangedOrDeletedIsNotWrittenOver) {
+    person.answers = {Answer::Ok, Answer::Ok};
     person.visits.push_back([&](Form& form) {
         person.fill(form, "Text1(1)", "Nombre nuevo");
+        failing->rival = {"UPDATE PCta SET PCta_IdCen = 3 WHERE PCta_Cta = '57200000'", {}};
+        person.press(form, "cmdGuardar");
+        EXPECT_EQ(person.messages.back().text,
+                  "Error en la grabación de la cuenta Otro programa ha cambiado la cuenta. Vuelva a buscarla para ver "
+                  "cómo está ahora.");
+        EXPECT_EQ(read("SELECT PCta_Des FROM PCta WHERE PCta_Cta = '57200000'"), Variant("Antigua"));
         failing->rival = {"DELETE FROM PCta WHERE PCta_Cta = '57200000'", {}};
         person.press(form, "cmdGuardar");
         EXPECT_EQ(person.messages.back().text,
