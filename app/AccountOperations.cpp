@@ -77,7 +77,6 @@ void openAccounts(FendaMaes& component) { component.jPlanCuentas(); }
 
 void openNewAccount(FendaMaes& component) {
     frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
-        code = text::trim(code);
         if (!text::isNumericCode(code)) return std::string(onlyDigits);
         const auto digits = component.sesion().Parametros().Item("Par_CtaNum").Value.integer();
         component.Cuenta.clear();
@@ -113,7 +112,6 @@ void openSearchConcepts(FendaMaes& component) {
 
 void openCheckAccount(FendaMaes& component) {
     frmIdentificador("Comprobar una cuenta", "Cuenta", "&Comprobar", [&component](std::string code) {
-        code = text::trim(code);
         if (!text::isNumericCode(code)) return std::string(onlyDigits);
         const std::int16_t year = plan(component);
         return "La cuenta " + code + (component.msValidaCuentaPlan(code, year) ? " vale" : " no vale") +

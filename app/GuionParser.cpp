@@ -54,7 +54,7 @@ int codeNamed(std::string_view name) {
     int number = 0;
     if (name.size() >= 2 && name.size() <= 3 && name[0] == 'f' && isWholeNumber(name.substr(1)))
         std::from_chars(name.data() + 1, name.data() + name.size(), number);
-    return number >= 1 && number <= 12 ? key::F1 + number - 1 : 0;
+    return number >= 1 && number <= 12 ? key::F(number) : 0;
 }
 
 }  // namespace

@@ -12,8 +12,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr int f(int number) { return key::F1 + number - 1; }
-
 std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 
 Operation screen(std::string name, std::string group, std::string caption, int keyCode, void (FendaMaes::*show)()) {
@@ -63,9 +61,7 @@ void openVerify(FendaMaes& component) {
     frmIdentificador(
         "Comprobar un identificador fiscal", "Identificador", "&Comprobar",
         [&component](std::string identifier) {
-            // None is registered with a quote, which the register's read could not take.
-            const bool mayBeRegistered = identifier.find('\'') == std::string::npos;
-            const bool valid = component.FnVerificarCif(identifier, mayBeRegistered);
+            const bool valid = component.FnVerificarCif(identifier, true);
             return identifier + (valid ? " es válido" : " no es válido");
         },
         "Se aceptan minúsculas, puntos y guiones.")
@@ -122,16 +118,23 @@ const std::vector<Operation>& operations() {
     static const std::string accounts = "&Cuentas";
     static const std::string identifiers = "&Identificadores";
     static const std::vector<Operation> all{
-        screen("jCentros", tables, "&Centros de trabajo", f(2), &FendaMaes::jCentros),
-        screen("jDepartamentos", tables, "&Departamentos", f(3), &FendaMaes::jDepartamentos),
-        screen("jConceptos", tables, "C&onceptos contables", f(4), &FendaMaes::jConceptos),
-        screen("jPaises", tables, "&Países", f(5), &FendaMaes::jPaises),
-        screen("jMasas", tables, "&Masas patrimoniales", f(6), &FendaMaes::jMasas),
-        {"jPlanCuentas", accounts, "&Plan de cuentas", {f(2), shift::Shift}, 1, openAccounts, callAccounts, {Identity}},
+        screen("jCentros", tables, "&Centros de trabajo", key::F(2), &FendaMaes::jCentros),
+        screen("jDepartamentos", tables, "&Departamentos", key::F(3), &FendaMaes::jDepartamentos),
+        screen("jConceptos", tables, "C&onceptos contables", key::F(4), &FendaMaes::jConceptos),
+        screen("jPaises", tables, "&Países", key::F(5), &FendaMaes::jPaises),
+        screen("jMasas", tables, "&Masas patrimoniales", key::F(6), &FendaMaes::jMasas),
+        {"jPlanCuentas",
+         accounts,
+         "&Plan de cuentas",
+         {key::F(2), shift::Shift},
+         1,
+         openAccounts,
+         callAccounts,
+         {Identity}},
         {"CrearNuevaCuenta",
          accounts,
          "&Nueva cuenta",
-         {f(3), shift::Shift},
+         {key::F(3), shift::Shift},
          3,
          openNewAccount,
          callNewAccount,
@@ -139,7 +142,7 @@ const std::vector<Operation>& operations() {
         {"fnBuscarCuentas",
          accounts,
          "&Buscar una cuenta",
-         {f(11)},
+         {key::F(11)},
          3,
          openSearchAccounts,
          callSearchAccounts,
@@ -147,7 +150,7 @@ const std::vector<Operation>& operations() {
         {"fnBuscarConceptos",
          accounts,
          "Buscar un c&oncepto",
-         {f(12)},
+         {key::F(12)},
          1,
          openSearchConcepts,
          callSearchConcepts,
@@ -155,7 +158,7 @@ const std::vector<Operation>& operations() {
         {"msValidaCuentaPlan",
          accounts,
          "Comp&robar una cuenta",
-         {f(11), shift::Shift},
+         {key::F(11), shift::Shift},
          3,
          openCheckAccount,
          callCheckAccount,
@@ -163,17 +166,24 @@ const std::vector<Operation>& operations() {
         {"jNif",
          identifiers,
          "Ma&estro de Cif/Nif",
-         {f(9)},
+         {key::F(9)},
          1,
          [](FendaMaes& component) { component.jNif(); },
          callRegister,
          {}},
-        {"FnVerificarCif", identifiers, "Comprobar un &identificador", {f(7)}, 2, openVerify, callVerify, {Text, Flag}},
-        {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {f(8)}, 1, openLetter, callLetter, {}},
+        {"FnVerificarCif",
+         identifiers,
+         "Comprobar un &identificador",
+         {key::F(7)},
+         2,
+         openVerify,
+         callVerify,
+         {Text, Flag}},
+        {"Calcula_letra_NIF", identifiers, "&Letra de un NIF", {key::F(8)}, 1, openLetter, callLetter, {}},
         {"jCargaClavesRetencion",
          identifiers,
          "Claves de &retención",
-         {f(7), shift::Shift},
+         {key::F(7), shift::Shift},
          3,
          openKeys,
          callFillKeys,
@@ -181,7 +191,7 @@ const std::vector<Operation>& operations() {
         {"FnBuscaPoblacion",
          identifiers,
          "&Población de un código postal",
-         {f(8), shift::Shift},
+         {key::F(8), shift::Shift},
          2,
          openFindTown,
          callFindTown,

@@ -15,11 +15,14 @@ void VentanaDirecta::onKeyUp(int& code, int shift) {
 
 void VentanaDirecta::pulsar() {
     auto* button = dynamic_cast<CommandButton*>(activeControl());
-    for (Control* control : controls()) {
-        if (button) break;
-        button = dynamic_cast<CommandButton*>(control);
-    }
-    if (button && button->Click) button->Click();
+    if (!button) button = primerBoton();
+    if (button && canFocus(*button) && button->Click) button->Click();
+}
+
+CommandButton* VentanaDirecta::primerBoton() const {
+    for (Control* control : controls())
+        if (auto* button = dynamic_cast<CommandButton*>(control)) return button;
+    return nullptr;
 }
 
 }  // namespace FendaMaestros

@@ -13,6 +13,7 @@ protected:
 
 private:
     void pulsar();
+    CommandButton* primerBoton() const;
 
     bool enterPressed_ = false;
 };

@@ -1,12 +1,14 @@
 #include "app/frmIdentificador.h"
 
+#include "toolkit/Text.h"
+
 namespace FendaMaestros {
 
 frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule,
                                    std::string hint)
     : rule_(std::move(rule)),
-      hint_(std::move(hint)),
       Label1(std::move(fieldCaption)),
+      lblResultado(std::move(hint)),
       cmdComprobar(std::move(commandCaption)) {
     Caption = sTituloVentana = std::move(caption);
     add(Label1, "Label1");
@@ -14,6 +16,7 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
     add(lblResultado, "lblResultado");
     add(cmdComprobar, "cmdComprobar");
     add(cmdSalir, "cmdSalir");
+    Text1.MaxLength = 40;
     editField(Text1);
     cmdComprobar.Click = [this] { comprobar(); };
     cmdSalir.Click = [this] { unload(); };
@@ -21,14 +24,8 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
                             arrange::buttons({&cmdComprobar, &cmdSalir})}));
 }
 
-void frmIdentificador::onLoad() {
-    Pantalla::onLoad();
-    Text1.MaxLength = 40;
-    lblResultado.Caption = hint_;
-}
-
 void frmIdentificador::comprobar() {
-    lblResultado.Caption = rule_(Text1.Text);
+    lblResultado.Caption = rule_(text::trim(Text1.Text));
     setFocus(Text1);
 }
 

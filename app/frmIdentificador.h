@@ -7,7 +7,8 @@
 
 namespace FendaMaestros {
 
-/// Asks for one identifier and shows what a rule says of it, as often as the person likes. `hint` stands there before.
+/// Asks for one text (an identifier, an account, a postal code) and shows what a rule says of it, without the blanks
+/// around it, as often as the person likes. `hint` stands there before.
 class frmIdentificador final : public VentanaDirecta {
 public:
     using Rule = std::function<std::string(const std::string& typed)>;
@@ -15,14 +16,10 @@ public:
     frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule,
                      std::string hint = {});
 
-protected:
-    void onLoad() override;
-
 private:
     void comprobar();
 
     Rule rule_;
-    std::string hint_;
     Label Label1;
     TextBox Text1;
     Label lblResultado;

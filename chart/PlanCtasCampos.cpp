@@ -13,7 +13,7 @@ constexpr int nameLength = 140;
 constexpr int documentLength = 15;
 constexpr int identityLength = 100;
 
-/// What a code is typed with besides what the filter lets through for amounts.
+/// Of what the filter lets through for amounts, a code takes neither the minus sign nor Enter.
 void filterCode(int& ascii) {
     if (ascii == key::Enter || ascii == '-') ascii = 0;
 }

@@ -67,7 +67,7 @@ void frmPlanCtas::guardar() {
 }
 
 bool frmPlanCtas::existeCodigo() const {
-    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + Text1(0).Text + "'")->Eof();
+    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + insideQuotes(Text1(0).Text) + "'")->Eof();
 }
 
 void frmPlanCtas::rechazarRepetida() {
@@ -107,7 +107,7 @@ bool frmPlanCtas::estaGrabada(std::int64_t id) const {
     try {
         return !Ayuda.Conexion
                     ->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) + " AND PCta_Cta = '" +
-                              Text1(0).Text + "'")
+                              insideQuotes(Text1(0).Text) + "'")
                     ->Eof();
     } catch (const ErrorBd&) {
         return false;
@@ -164,8 +164,8 @@ std::int64_t frmPlanCtas::insertarCuenta() const {
     const std::int64_t id = Ayuda.Conexion->Execute("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
 
     // Another program may have taken the code since it was looked for; this one now waits its turn, and sees it.
-    const auto same =
-        Ayuda.Conexion->Execute("SELECT COUNT(PCta_Id) FROM PCta WHERE PCta_Cta = '" + Text1(0).Text + "'");
+    const auto same = Ayuda.Conexion->Execute("SELECT COUNT(PCta_Id) FROM PCta WHERE PCta_Cta = '" +
+                                              insideQuotes(Text1(0).Text) + "'");
     if (same->cell(0, 0).integer() > 1)
         throw ErrorBd(ErrorBd::Kind::Constraint, Text1(0).Text + ": acaba de crearse desde otro puesto.");
     return id;

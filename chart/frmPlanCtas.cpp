@@ -139,13 +139,13 @@ void frmPlanCtas::onActivate() {
 
 void frmPlanCtas::onKeyUp(int& code, int shift) {
     switch (code) {
-        case key::F1:
+        case key::F(1):
             return enBusqueda([this] { buscarConTecla(byCode); });
-        case key::F1 + 1:
+        case key::F(2):
             return enBusqueda([this] { buscarConTecla(byName); });
-        case key::F1 + 9:
+        case key::F(10):
             return enBusqueda([] { instanciaActual().fnBuscarCuentas(byCode, true, true); });
-        case key::F1 + 10:
+        case key::F(11):
             return enBusqueda([] { instanciaActual().fnBuscarCuentas(byName, true, true); });
         default:
             return Pantalla::onKeyUp(code, shift);

@@ -12,6 +12,8 @@
 
 namespace FendaMaestros {
 
+class Grabacion;
+
 /// The company's sub-accounts, table `PCta`: found by code or name, walked through, created, changed and deleted, with
 /// their links to other accounts and to a tax identity.
 class frmPlanCtas final : public Pantalla {
@@ -84,7 +86,7 @@ private:
     void grabar();
     /// False also when the database does not answer.
     bool estaGrabada(std::int64_t id) const;
-    void describirCuenta(class Grabacion& write) const;
+    void describirCuenta(Grabacion& write) const;
     void actualizarCuenta() const;
     /// Gives the identity of the new row.
     std::int64_t insertarCuenta() const;

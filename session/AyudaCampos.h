@@ -10,6 +10,7 @@
 namespace FendaMaestros {
 
 /// The helper of one screen: it paints the field that has the focus, filters the keys of numeric fields and searches.
+/// The arguments `text`, `work` and `fixed` belong to the interface and mean nothing here.
 class AyudaCampos {
 public:
     /// `desktop` must outlive the helper; the search dialog opens on it.

@@ -31,10 +31,10 @@ public:
 ///
 /// A write is described by Tabla, Reiniciar(0), Campos().Agregar(...) for each column and Condicion, and carried out by
 /// Actualizar, Insertar or Borrar. The three leave in `text` the statement carried out, and in `status` false when the
-/// session refuses it: no table, no column to write, an insert with a condition, an update or a delete without one, or
-/// a condition that is more than comparisons of columns with literals joined by AND. A refused statement does nothing
-/// and leaves the reason in `text`. Errors of the engine are thrown as ErrorBd. An update that matches no row is no
-/// failure.
+/// session refuses it: no table, no column to write, a table or column that is no plain name, a value that is not of
+/// its kind, an insert with a condition, an update or a delete without one, or a condition that is more than
+/// comparisons of columns with literals joined by AND. A refused statement does nothing and leaves the reason in
+/// `text`. Errors of the engine are thrown as ErrorBd. An update that matches no row is no failure.
 class SesionBd {
 public:
     virtual ~SesionBd() = default;

@@ -1,6 +1,8 @@
 #include "taxid/VerificarCif.h"
 
 #include "component/FendaMaes.h"
+#include "session/Condition.h"
+#include "taxid/NifRecord.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Text.h"
 
@@ -8,12 +10,10 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr std::int64_t documentNie = 2;
-
 bool isRegisteredAsNie(const std::string& document) {
     const auto rows = instanciaActual().sesion().Conexion()->Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
-                                                                     document + "'");
-    return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documentNie;
+                                                                     insideQuotes(document) + "'");
+    return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documento::Nie;
 }
 
 }  // namespace

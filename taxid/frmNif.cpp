@@ -380,16 +380,16 @@ void frmNif::onKeyUp(int& code, int shift) {
     Pantalla::onKeyUp(code, shift);
     const std::string& document = txtFields(campo::Documento).Text;
     switch (code) {
-        case key::F1:
+        case key::F(1):
             msBuscarCif(document, buscarPorDocumento);
             break;
-        case key::F1 + 1:
+        case key::F(2):
             msBuscarCif(document, buscarPorNombre);
             break;
-        case key::F1 + 4:
+        case key::F(5):
             guardarConTecla();
             break;
-        case key::F1 + 9:
+        case key::F(10):
             if (activeControl() == &txtFields(campo::Poblacion)) buscarPoblacionDir();
             break;
         default:

@@ -125,7 +125,7 @@ class OptionButton : public Control {
 public:
     std::string Caption;
     std::function<void()> Click;
-    /// The others of its group, itself included; filled by the form.
+    /// All members of its group, itself included; filled by the form.
     std::vector<OptionButton*> Group;
 
     bool Value() const { return value_; }

@@ -281,10 +281,8 @@ void Form::edit(TextBox& box, std::string text) {
     });
 }
 
-void Form::typeAhead(ComboBox& combo, char32_t character) {
+void Form::typeOn(ComboBox& combo, char32_t character) {
     gestureOn(combo, [&] {
-        if (typedOn_ != &combo) typing_.forget();
-        typedOn_ = &combo;
         const int index = typing_.next(combo, combo.ListIndex(), character);
         if (index >= 0) combo.setListIndex(index);
     });
@@ -292,13 +290,6 @@ void Form::typeAhead(ComboBox& combo, char32_t character) {
 
 void Form::focus(Control& control) {
     gestureOn(control, [] {});
-}
-
-void Form::tab(bool backwards) {
-    gesture([&] {
-        if (!Enabled) return;
-        if (Control* next = nextInTabOrder(active_, backwards)) moveFocus(*next);
-    });
 }
 
 void Form::press(CommandButton& button) {
@@ -426,7 +417,6 @@ bool Form::listKey(ListView& list, int code) {
 bool Form::comboKey(ComboBox& combo, int code) {
     const int index = rowAfterKey(code, combo.ListIndex(), combo.ListCount());
     if (index < 0) return false;
-    typing_.forget();
     if (index != combo.ListIndex()) combo.setListIndex(index);
     return true;
 }

@@ -86,9 +86,8 @@ public:
     /// A person has changed the text of a text box; what is too long is cut.
     void edit(TextBox& box, std::string text);
     /// A character typed on a combo box chooses the item that it leads to: see ListTyping.
-    void typeAhead(ComboBox& combo, char32_t character);
+    void typeOn(ComboBox& combo, char32_t character);
     void focus(Control& control);
-    void tab(bool backwards);
     void press(CommandButton& button);
     void toggle(CheckBox& check);
     void pick(OptionButton& option);
@@ -162,7 +161,6 @@ private:
     int interruptions_ = 0;
     int abandonedGestures_ = 0;
     ListTyping typing_;
-    const ComboBox* typedOn_ = nullptr;
 };
 
 }  // namespace FendaMaestros

@@ -18,8 +18,11 @@ inline constexpr int Up = 38;
 inline constexpr int Right = 39;
 inline constexpr int Down = 40;
 inline constexpr int Delete = 46;
-inline constexpr int F1 = 112;     ///< F2 to F12 follow
+inline constexpr int F1 = 112;
 inline constexpr int Other = 229;  ///< any key without a code of its own
+
+/// F1 to F12.
+inline constexpr int F(int number) { return F1 + number - 1; }
 
 /// The key that types a character: letters and digits have their own, the rest are Other.
 inline constexpr int ofCharacter(char32_t character) {

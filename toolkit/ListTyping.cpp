@@ -1,5 +1,7 @@
 #include "toolkit/ListTyping.h"
 
+#include <algorithm>
+
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -35,14 +37,17 @@ int ListTyping::next(const ComboBox& list, int current, char32_t character) {
     text::append(letter, character);
     letter = text::folded(letter);
     const auto now = std::chrono::steady_clock::now();
-    if (now - last_ >= pause) forget();
+    if (&list != list_ || current != reached_ || now - last_ >= pause) typed_.clear();
+    list_ = &list;
     last_ = now;
 
     const bool goesOn = !typed_.empty();
     typed_ += letter;
-    const int found = beginningWith(list, goesOn ? std::max(current, 0) : current + 1, typed_);
-    if (found >= 0 || !goesOn) return found;
-    return typed_.ends_with(letter + letter) ? beginningWith(list, current + 1, letter) : -1;
+    int found = beginningWith(list, goesOn ? std::max(current, 0) : current + 1, typed_);
+    const bool onlyThis = text::replaced(typed_, letter, "").empty();
+    if (found < 0 && goesOn && onlyThis) found = beginningWith(list, current + 1, letter);
+    reached_ = found >= 0 ? found : current;
+    return found;
 }
 
 }  // namespace FendaMaestros

@@ -7,18 +7,19 @@
 
 namespace FendaMaestros {
 
-/// What a person types on a list to get at an item. Characters less than a second apart belong together.
+/// What a person types on a list to get at an item. Characters less than a second apart belong together, unless another
+/// list or another item has been chosen in between.
 class ListTyping {
 public:
     /// The item that a further character leads to, with `current` (-1 for none) chosen now; -1 when none begins so. An
     /// item begins with its code or, behind " - ", with its name; case and accents do not count. One character again
     /// and again goes from each item that begins with it to the next.
     int next(const ComboBox& list, int current, char32_t character);
-    /// Whatever comes next begins anew.
-    void forget() { typed_.clear(); }
 
 private:
     std::string typed_;
+    const ComboBox* list_ = nullptr;
+    int reached_ = -1;
     std::chrono::steady_clock::time_point last_;
 };
 

@@ -10,6 +10,7 @@ namespace FendaMaestros::text {
 std::size_t length(std::string_view utf8);
 /// The first `characters` characters.
 std::string left(std::string_view utf8, std::size_t characters);
+/// Without the blanks, tabs and line ends around it.
 std::string trim(std::string_view utf8);
 std::string trimEnd(std::string_view utf8);
 /// Capitals of Latin letters, those with accents and ñ included.
@@ -33,6 +34,7 @@ constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 std::u32string oneLine(const std::u32string& pasted);
 /// True for one or more digits 0 to 9 and nothing else.
 bool isNumericCode(std::string_view utf8);
+/// ASCII letters alone: "Á" and "á" differ.
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 /// All occurrences of `what` replaced by `by`; `what` must not be empty.
 std::string replaced(std::string_view utf8, std::string_view what, std::string_view by);

@@ -24,7 +24,7 @@ bool isPrintable(int code) {
 }  // namespace
 
 void HeadlessGestures::insert(Form& form, char32_t character) {
-    if (auto* combo = dynamic_cast<ComboBox*>(form.activeControl())) return form.typeAhead(*combo, character);
+    if (auto* combo = dynamic_cast<ComboBox*>(form.activeControl())) return form.typeOn(*combo, character);
     editor_.follow(form);
     editor_.type(form, character);
 }

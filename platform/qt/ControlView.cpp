@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <stdexcept>
 
 #include "platform/qt/FormWindow.h"

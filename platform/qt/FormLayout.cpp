@@ -28,7 +28,8 @@ bool isTall(const Control* control) {
            dynamic_cast<const PageView*>(control);
 }
 
-/// Turns the nodes of an arrangement into layouts. Fields of one width of labels line up over the whole window.
+/// Turns the nodes of an arrangement into layouts. All labels of fields get one width, so that the fields line up over
+/// the whole window.
 class Builder {
 public:
     explicit Builder(FormWindow& window) : window_(window) {}
@@ -85,9 +86,9 @@ private:
                 box.addWidget(framed(node), stretch);
                 break;
             case Kind::Buttons:
-                if (box.direction() == QBoxLayout::TopToBottom) box.addSpacing(airOverButtons);
+                box.addSpacing(airOverButtons);
                 box.addLayout(buttons(node.children), stretch);
-                if (box.direction() == QBoxLayout::TopToBottom) box.addStrut(widthOf(node.children));
+                box.addStrut(widthOf(node.children));
                 break;
             case Kind::Filling:
             case Kind::Plain:
@@ -232,8 +233,9 @@ std::vector<Arrangement> leftOut(const Form& form, const Frame* container, const
     return nodes;
 }
 
-/// Frames that are placed and hold controls that are not.
-std::vector<Arrangement> leftOut(const Form& form, const std::set<const Control*>& placed) {
+/// Everything that the arrangement leaves out: first what stands outside frames, then what is in frames that are
+/// placed.
+std::vector<Arrangement> allLeftOut(const Form& form, const std::set<const Control*>& placed) {
     std::vector<Arrangement> nodes = leftOut(form, nullptr, placed);
     for (Control* control : form.controls()) {
         const auto* frame = dynamic_cast<Frame*>(control);
@@ -273,7 +275,7 @@ void layOutForm(const Form& form, FormWindow& window) {
     std::vector<Arrangement> nodes;
     const bool isBare = form.arrangement().children.empty() && !form.arrangement().control;
     if (!isBare) nodes.push_back(form.arrangement());
-    std::ranges::move(leftOut(form, placed), std::back_inserter(nodes));
+    std::ranges::move(allLeftOut(form, placed), std::back_inserter(nodes));
 
     Builder builder(window);
     auto* const contents = new QWidget;

@@ -19,12 +19,12 @@ quint32 placeOf(const QKeyEvent& event) {
     return event.nativeScanCode() ? scanned | event.nativeScanCode() : static_cast<quint32>(event.key());
 }
 
-/// Opens the list, or goes to the next item that begins with the character typed.
+/// Opens the list, or lets the character lead to an item.
 void comboKey(FormWindow& window, ComboBox& combo, KeyStroke stroke, const QString& typed) {
-    const bool opens = stroke.code == key::F1 + 3 || (stroke.code == key::Down && stroke.shift == shift::Alt);
+    const bool opens = stroke.code == key::F(4) || (stroke.code == key::Down && stroke.shift == shift::Alt);
     if (opens) return static_cast<QComboBox&>(window.viewOf(combo).widget()).showPopup();
     if (stroke.shift > shift::Shift || typed.isEmpty() || !typed.front().isPrint()) return;
-    window.hand([&] { window.form().typeAhead(combo, typed.toStdU32String().front()); });
+    window.hand([&] { window.form().typeOn(combo, typed.toStdU32String().front()); });
 }
 
 /// The widget would put nothing in the place of what is selected.

@@ -205,7 +205,7 @@ TEST_F(RegisterOfIdentities, LeavingTheDocumentByAClickOnSaveAsksAndSavesNothing
     person.visits.push_back([&](Form& form) {
         for (const auto& save :
              {std::function<void()>([&] { person.press(form, "cmdSalvar"); }), std::function<void()>([&] {
-                  person.hands.key(form, {key::F1 + 4, shift::None});
+                  person.hands.key(form, {key::F(5), shift::None});
               })}) {
             person.answers = {Answer::No};
             person.fill(form, "txtFields(5)", "Z");
@@ -219,7 +219,7 @@ TEST_F(RegisterOfIdentities, LeavingTheDocumentByAClickOnSaveAsksAndSavesNothing
 }
 
 TEST_F(RegisterOfIdentities, TheKeyThatSavesGoesOnWithANewDocumentAndStopsAtAnotherEntry) {
-    const KeyStroke saves{key::F1 + 4, shift::None};
+    const KeyStroke saves{key::F(5), shift::None};
     person.visits.push_back([&](Form& form) {
         person.answers = {Answer::Yes, Answer::Ok};
         person.fill(form, "txtFields(5)", "C00000003");

@@ -207,10 +207,10 @@ TEST_F(SubAccounts, AnAccountThatAnotherProgramHasChangedOrDeletedIsNotWrittenOv
 TEST_F(SubAccounts, ASearchLeavesWhatIsHalfTypedAlone) {
     person.visits.push_back([&](Form& form) {
         person.fill(form, "Text1(2)", "70");
-        person.hands.key(form, {key::F1 + 9, shift::None});
+        person.hands.key(form, {key::F(10), shift::None});
         EXPECT_EQ(person.text(form, "Text1(2)"), "70");
         EXPECT_EQ(form.activeControl(), &ScriptedPerson::control(form, "Text1(2)"));
-        person.hands.key(form, {key::F1, shift::None});
+        person.hands.key(form, {key::F(1), shift::None});
         EXPECT_EQ(person.text(form, "Text1(2)"), "43000001");
     });
     person.visits.push_back([&](Form& plan) { person.escape(plan); });
