@@ -1,5 +1,6 @@
 #include "app/AccountOperations.h"
 
+#include "app/YesOrNo.h"
 #include "app/frmBusqueda.h"
 #include "app/frmClaves.h"
 #include "app/frmIdentificador.h"
@@ -13,13 +14,9 @@ constexpr std::int16_t byCode = 1;
 constexpr std::int16_t byName = 2;
 constexpr const char* spain = "011";
 
-std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
+std::int16_t fiscalYear(const FendaMaes& component) { return ejercicioActivo(component.sesion().Parametros()); }
 
-std::int16_t fiscalYear(const FendaMaes& component) {
-    return static_cast<std::int16_t>(component.sesion().Parametros().Item("Par_Ejercicio").Value.integer());
-}
-
-std::int16_t plan(const FendaMaes& component) { return static_cast<std::int16_t>(planEnVigor(fiscalYear(component))); }
+std::int16_t planOf(const FendaMaes& component) { return planEnVigor(fiscalYear(component)); }
 
 constexpr const char* onlyDigits = "Solo cifras, sin espacios ni comas.";
 
@@ -53,8 +50,8 @@ Outcome callSearchConcepts(FendaMaes& component, const Arguments& arguments) {
 }
 
 Outcome callCheckAccount(FendaMaes& component, const Arguments& arguments) {
-    const std::int16_t year = arguments.number(1, plan(component));
-    return {yesOrNo(component.msValidaCuentaPlan(arguments.text(0), year, arguments.flag(2, true))), {}};
+    const std::int16_t plan = arguments.number(1, planOf(component));
+    return {yesOrNo(component.msValidaCuentaPlan(arguments.text(0), plan, arguments.flag(2, true))), {}};
 }
 
 Outcome callFillKeys(FendaMaes& component, const Arguments& arguments) {
@@ -78,9 +75,8 @@ void openAccounts(FendaMaes& component) { component.jPlanCuentas(); }
 void openNewAccount(FendaMaes& component) {
     frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
         if (!text::isNumericCode(code)) return std::string(onlyDigits);
-        const auto digits = component.sesion().Parametros().Item("Par_CtaNum").Value.integer();
         component.Cuenta.clear();
-        const bool isGroup = static_cast<std::int64_t>(code.size()) < digits;
+        const bool isGroup = code.size() < digitosSubcuenta(component.sesion().Parametros());
         const std::string saved = component.CrearNuevaCuenta(code, 0, isGroup);
         return saved.empty() ? std::string("No se ha creado ninguna cuenta.") : "Cuenta " + saved;
     }).show();
@@ -113,9 +109,9 @@ void openSearchConcepts(FendaMaes& component) {
 void openCheckAccount(FendaMaes& component) {
     frmIdentificador("Comprobar una cuenta", "Cuenta", "&Comprobar", [&component](std::string code) {
         if (!text::isNumericCode(code)) return std::string(onlyDigits);
-        const std::int16_t year = plan(component);
-        return "La cuenta " + code + (component.msValidaCuentaPlan(code, year) ? " vale" : " no vale") +
-               " para el plan " + std::to_string(year) + ".";
+        const std::int16_t plan = planOf(component);
+        return "La cuenta " + code + (component.msValidaCuentaPlan(code, plan) ? " vale" : " no vale") +
+               " para el plan " + std::to_string(plan) + ".";
     }).show();
 }
 

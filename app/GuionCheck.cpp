@@ -7,6 +7,7 @@
 
 #include "app/GuionOperator.h"
 #include "app/PublicProperties.h"
+#include "app/YesOrNo.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -91,8 +92,6 @@ std::string focused(const GuionOperator& person) {
     const Control* const active = person.top().activeControl();
     return active ? active->Name : "ninguno";
 }
-
-std::string yesOrNo(bool value) { return guion::yesOrNo(value); }
 
 const TextBox& field(const GuionOperator& person, const Arguments& arguments) {
     return person.control<TextBox>(arguments[0].text, "un campo");

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "app/YesOrNo.h"
 #include "toolkit/Keys.h"
 #include "toolkit/Text.h"
 
@@ -160,8 +161,7 @@ int Words::number(std::string_view what) {
 
 bool Words::yesOrNo(std::string_view what) {
     const std::string word = keyword(what);
-    if (word == "si" || word == "true" || word == "verdadero" || word == "1") return true;
-    if (word == "no" || word == "false" || word == "falso" || word == "0") return false;
+    if (const auto value = readYesOrNo(word)) return *value;
     fail("\"" + word + "\" no es sí ni no");
 }
 

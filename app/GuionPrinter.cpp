@@ -9,6 +9,7 @@
 #include <memory>
 #include <typeinfo>
 
+#include "app/YesOrNo.h"
 #include "toolkit/Document.h"
 #include "toolkit/Text.h"
 
@@ -157,8 +158,6 @@ std::string literalOf(const Variant& value) {
     if (value.isNull()) return "NULL";
     return std::holds_alternative<std::string>(value.storage()) ? literal(value.text()) : value.text();
 }
-
-std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 
 std::string formName(const Form& form) {
     const char* const mangled = typeid(form).name();

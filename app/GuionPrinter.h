@@ -13,7 +13,6 @@ namespace FendaMaestros::guion {
 std::string literal(std::string_view text);
 /// NULL, a number's digits, or a quoted text.
 std::string literalOf(const Variant& value);
-std::string yesOrNo(bool value);
 
 /// The class of a screen: "frmCentros".
 std::string formName(const Form& form);

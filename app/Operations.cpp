@@ -5,14 +5,13 @@
 #include <stdexcept>
 
 #include "app/AccountOperations.h"
+#include "app/YesOrNo.h"
 #include "app/frmIdentificador.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
 namespace {
-
-std::string yesOrNo(bool value) { return value ? "sí" : "no"; }
 
 Operation screen(std::string name, std::string group, std::string caption, int keyCode, void (FendaMaes::*show)()) {
     return {.name = std::move(name),
@@ -85,9 +84,7 @@ std::string Arguments::text(std::size_t index, std::string absent) const {
 
 bool Arguments::flag(std::size_t index, bool absent) const {
     if (index >= texts_.size()) return absent;
-    const std::string word = text::folded(texts_[index]);
-    if (word == "si" || word == "1") return true;
-    if (word == "no" || word == "0") return false;
+    if (const auto value = readYesOrNo(texts_[index])) return *value;
     throw std::invalid_argument("Se esperaba sí o no, y no «" + texts_[index] + "».");
 }
 

@@ -5,18 +5,12 @@
 #include <optional>
 #include <stdexcept>
 
+#include "app/YesOrNo.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
 namespace {
-
-std::optional<bool> yesOrNo(const std::string& value) {
-    const std::string word = text::folded(value);
-    if (word == "si" || word == "true" || word == "verdadero" || word == "1") return true;
-    if (word == "no" || word == "false" || word == "falso" || word == "0") return false;
-    return std::nullopt;
-}
 
 bool isSession(const std::string& value) { return text::folded(value) == "sesion"; }
 
@@ -30,9 +24,9 @@ using Value = const std::string&;
 constexpr std::array<PublicProperty, 5> all{{
     {"Cuenta", [](Value) { return true; }, [](Component c) { return Variant(c.Cuenta); },
      [](FendaMaes& c, SesionBd*, Value v) { c.Cuenta = v; }},
-    {"bFactu", [](Value v) { return yesOrNo(v).has_value(); },
-     [](Component c) { return Variant(c.bFactu ? "sí" : "no"); },
-     [](FendaMaes& c, SesionBd*, Value v) { c.bFactu = *yesOrNo(v); }},
+    {"bFactu", [](Value v) { return readYesOrNo(v).has_value(); },
+     [](Component c) { return Variant(yesOrNo(c.bFactu)); },
+     [](FendaMaes& c, SesionBd*, Value v) { c.bFactu = *readYesOrNo(v); }},
     {"Plan", [](Value v) { return text::isNumericCode(v) && v.size() <= 4; },
      [](Component c) { return Variant(c.Plan); },
      [](FendaMaes& c, SesionBd*, Value v) { c.Plan = static_cast<std::int16_t>(std::stoi(v)); }},

@@ -7,7 +7,7 @@
 
 int main() {
     const unsigned seed = std::random_device()();
-    const FendaMaestros::testing::KilledClerks killed(170, seed);
+    const auto killed = FendaMaestros::testing::KilledClerks(170).work(seed);
     for (const auto& fault : killed.faults) std::printf("FALLO %s\n", fault.c_str());
     std::printf(
         "%d cortes en %d altas y cambios, %d de ellos entre dos grabaciones que van juntas, %zu fallos (semilla %u)\n",

@@ -27,9 +27,7 @@ std::int32_t search(const std::string& sql, const std::string& searchColumn, Sho
 /// `Plan`, from the active fiscal year when it is not known yet.
 int knownPlan() {
     FendaMaes& component = instanciaActual();
-    if (component.Plan == 0)
-        component.Plan = static_cast<std::int16_t>(
-            planEnVigor(component.sesion().Parametros().Item("Par_Ejercicio").Value.integer()));
+    if (component.Plan == 0) component.Plan = planEnVigor(ejercicioActivo(component.sesion().Parametros()));
     return component.Plan;
 }
 

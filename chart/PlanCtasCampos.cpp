@@ -2,6 +2,7 @@
 #include "chart/frmPlanCtas.h"
 #include "component/FendaMaes.h"
 #include "session/ErrorBd.h"
+#include "toolkit/Raised.h"
 #include "toolkit/Text.h"
 
 /// The fields of the sub-account screen: what is typed into them and what happens when they are left.
@@ -21,21 +22,28 @@ void filterCode(int& ascii) {
 }  // namespace
 
 void frmPlanCtas::prepararCampos() {
-    for (const int field : {1, 3, 7}) Text1(field).MaxLength = nameLength;
-    Text1(4).MaxLength = documentLength;
-    Text1(5).MaxLength = identityLength;
-    Text1(4).Tag = "Nif";
-    for (const int field : {3, 5, 7}) {
-        Text1(field).Locked = true;
-        Text1(field).TabStop = false;
-    }
-    for (const auto& [index, field] : Text1.elements()) {
+    for (const int field : {Nombre, NombreAsociada, NombreIrpf}) Text1(field).MaxLength = nameLength;
+    Text1(Documento).MaxLength = documentLength;
+    Text1(NombreNif).MaxLength = identityLength;
+    for (const auto& [index, field] : Text1.elements())
         field->KeyPress = [](int& ascii) {
             if (ascii == key::Enter) ascii = 0;
         };
-        editField(*field);
+    editField(Text1(Nombre));
+    prepararCodigos();
+
+    Text1(Documento).Tag = "Nif";
+    editField(
+        Text1(Documento), [this] { dejarNif(); }, [this] { sNifAnterior = Text1(Documento).Text; });
+    for (const int field : {NombreAsociada, NombreNif, NombreIrpf}) {
+        Text1(field).Locked = true;
+        Text1(field).TabStop = false;
+        editField(Text1(field));
     }
-    for (const int index : {0, 2, 6}) {
+}
+
+void frmPlanCtas::prepararCodigos() {
+    for (const int index : {Codigo, Asociada, Irpf}) {
         TextBox& field = Text1(index);
         field.Tag = "Cuentas";
         field.TextAlignment = Alignment::Center;
@@ -49,20 +57,9 @@ void frmPlanCtas::prepararCampos() {
             mostrarEstado(index);
         };
     }
-
-    editField(Text1(0), [this] { dejarCodigo(); });
-    Text1(0).GotFocus = [this] {
-        Ayuda.EntrarCampo(Text1(0), {}, 0);
-        cmdNueva.Visible = false;
-        cmdGuardar.Enabled = false;
-    };
-    editField(Text1(2), [this] { dejarCuentaAsociada(2); });
-    editField(Text1(6), [this] { dejarCuentaAsociada(6); });
-    editField(Text1(4), [this] { dejarNif(); });
-    Text1(4).GotFocus = [this] {
-        Ayuda.EntrarCampo(Text1(4), {}, 0);
-        sNifAnterior = Text1(4).Text;
-    };
+    editField(
+        Text1(Codigo), [this] { dejarCodigo(); }, [this] { cmdNueva.Visible = cmdGuardar.Enabled = false; });
+    for (const int index : {Asociada, Irpf}) editField(Text1(index), [this, index] { dejarCuentaAsociada(index); });
 }
 
 void frmPlanCtas::mostrarEstado(int field) {
@@ -84,7 +81,7 @@ void frmPlanCtas::quitarEstado() {
 std::string frmPlanCtas::textoEstado(int field) const {
     const std::string& typed = Text1(field).Text;
     std::string code = completedCode(typed, digitos());
-    if (field == 0 && asksForNextCode(typed)) {
+    if (field == Codigo && asksForNextCode(typed)) {
         const std::string prefix = typed.substr(0, typed.size() - 1);
         code = nextCode(Ayuda.Conexion->Execute(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
     }
@@ -97,7 +94,7 @@ std::string frmPlanCtas::textoEstado(int field) const {
 
 void frmPlanCtas::dejarCodigo() {
     quitarEstado();
-    const std::string typed = Text1(0).Text;
+    const std::string typed = Text1(Codigo).Text;
     if (typed.empty()) return;
     if (asksForNextCode(typed)) {
         std::string prefix = typed.substr(0, typed.size() - 1);
@@ -105,24 +102,24 @@ void frmPlanCtas::dejarCodigo() {
     }
 
     std::string code = completedCode(typed, digitos());
-    Text1(0).Text = code;
+    Text1(Codigo).Text = code;
     const bool accepted = text::trim(code).empty() || msValidaCuentaPlan(code, nPlan, true);
     if (awaitsRelease()) Tag = "E";
-    if (!accepted) return setFocus(Text1(0));
+    if (!accepted) return setFocus(Text1(Codigo));
     if (cmdNueva.Visible) return;
-    if (CargarCuenta(0, 0, code, 0) != Hallazgo::NoEncontrada) return;
+    if (CargarCuenta(0, Codigo, code, 0) != Hallazgo::NoEncontrada) return;
     Tag = "E";
     if (confirmar("Código de cuenta no existe, desea crear una nueva cuenta"))
         msNuevaCuenta(code, 0, false);
     else
-        setFocus(Text1(0));
+        setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::dejarCuentaAsociada(int field) {
     quitarEstado();
     TextBox& account = Text1(field);
     if (account.Text.empty()) {
-        if (field == 2) nIdCtaAso = 0;
+        if (field == Asociada) nIdCtaAso = 0;
         return;
     }
     account.Text = completedCode(account.Text, digitos());
@@ -131,7 +128,7 @@ void frmPlanCtas::dejarCuentaAsociada(int field) {
 }
 
 void frmPlanCtas::dejarNif() {
-    const std::string typed = Text1(4).Text;
+    const std::string typed = Text1(Documento).Text;
     if (typed.empty()) {
         nIdNif = 0;
         return;
@@ -145,18 +142,14 @@ void frmPlanCtas::dejarNif() {
     const bool wanted = ask("Nif no encontrado, desea crearlo",
                             message::YesNo + message::Question + message::SecondIsDefault, {}) == Answer::Yes;
     if (!wanted) {
-        Text1(4).Text.clear();
-        return setFocus(Text1(4));
+        Text1(Documento).Text.clear();
+        return setFocus(Text1(Documento));
     }
-    bEnFichaNif = true;
-    try {
-        instanciaActual().jNif(Text1(4).Text);
-    } catch (...) {
-        bEnFichaNif = false;
-        throw;
+    {
+        const Raised inRecord(bEnFichaNif);
+        instanciaActual().jNif(Text1(Documento).Text);
     }
-    bEnFichaNif = false;
-    setFocus(Text1(4));
+    setFocus(Text1(Documento));
 }
 
 }  // namespace FendaMaestros

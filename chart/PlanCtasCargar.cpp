@@ -1,7 +1,9 @@
 #include "chart/frmPlanCtas.h"
 #include "component/FendaMaes.h"
 #include "session/Condition.h"
+#include "taxid/BuscarNif.h"
 #include "taxid/ExpresionNombre.h"
+#include "taxid/Validacion.h"
 #include "toolkit/Text.h"
 
 /// How the sub-account screen finds and shows accounts and tax identities.
@@ -29,11 +31,11 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
         Ayuda.Conexion->Execute("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = '" + insideQuotes(found) + "'");
     const bool unused = lines->cell(0, 0).integer() == 0;
     // An account found for another field may take the delete from the one shown, but not give it.
-    cmdBorrar.Enabled = unused && (field == 0 || cmdBorrar.Enabled);
+    cmdBorrar.Enabled = unused && (field == Codigo || cmdBorrar.Enabled);
     Text1(field).Text = found;
     Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
-    if (field == 2) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
-    if (field == 0) mostrarCuenta();
+    if (field == Asociada) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
+    if (field == Codigo) mostrarCuenta();
     return Hallazgo::Encontrada;
 }
 
@@ -55,14 +57,14 @@ void frmPlanCtas::mostrarCuenta() {
 }
 
 void frmPlanCtas::mostrarAsociada() {
-    Text1(2).Text.clear();
-    Text1(3).Text.clear();
+    Text1(Asociada).Text.clear();
+    Text1(NombreAsociada).Text.clear();
     if (nIdCtaAso > 0) {
         const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Id = " +
                                                      std::to_string(nIdCtaAso));
         if (!account->Eof()) {
-            Text1(2).Text = account->Fields("pcta_cta").Value.text();
-            Text1(3).Text = account->Fields("PCta_Des").Value.text();
+            Text1(Asociada).Text = account->Fields("pcta_cta").Value.text();
+            Text1(NombreAsociada).Text = account->Fields("PCta_Des").Value.text();
             return;
         }
     }
@@ -70,38 +72,33 @@ void frmPlanCtas::mostrarAsociada() {
 }
 
 void frmPlanCtas::mostrarIrpf() {
-    Text1(6).Text.clear();
-    Text1(7).Text.clear();
+    Text1(Irpf).Text.clear();
+    Text1(NombreIrpf).Text.clear();
     const Variant code = rsCuenta->Fields("PCta_CtaIrpfAso").Value;
     if (code.isNull()) return;
     const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = '" +
                                                  insideQuotes(code.text()) + "'");
     if (account->Eof()) return;
-    Text1(6).Text = account->Fields("pcta_cta").Value.text();
-    Text1(7).Text = account->Fields("PCta_Des").Value.text();
+    Text1(Irpf).Text = account->Fields("pcta_cta").Value.text();
+    Text1(NombreIrpf).Text = account->Fields("PCta_Des").Value.text();
 }
 
 void frmPlanCtas::mostrarNif() {
-    Text1(4).Text.clear();
-    Text1(5).Text.clear();
+    Text1(Documento).Text.clear();
+    Text1(NombreNif).Text.clear();
     const auto identity = Ayuda.Conexion->Execute("SELECT Nif_Doc AS Doc," + fnExpresionNombre() +
                                                   " FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdNif));
     if (identity->Eof()) {
         nIdNif = 0;
         return;
     }
-    Text1(4).Text = identity->Fields("Doc").Value.text();
-    Text1(5).Text = identity->Fields("nombre").Value.text();
+    Text1(Documento).Text = identity->Fields("Doc").Value.text();
+    Text1(NombreNif).Text = identity->Fields("nombre").Value.text();
 }
 
 std::int64_t frmPlanCtas::BuscarNif(std::string document) {
-    std::string number = text::upper(text::trim(document));
-    if (!number.empty() && text::isDigit(number.front())) {
-        const std::u32string typed = text::characters(number);
-        if (!(typed.back() >= U'0' && typed.back() <= U'9')) number = text::left(number, typed.size() - 1);
-        document = number + instanciaActual().Calcula_letra_NIF(number);
-        Text1(4).Text = document;
-    }
+    const std::string number = text::upper(text::trim(document));
+    if (!number.empty() && text::isDigit(number.front())) Text1(Documento).Text = document = conLetra(number);
     nOrigen = 0;
     return msBuscaNifGeneral(document);
 }
@@ -109,10 +106,7 @@ std::int64_t frmPlanCtas::BuscarNif(std::string document) {
 std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
     std::int64_t id = 0;
     if (document.empty()) {
-        std::string chosen;
-        Ayuda.Buscar("Select Nif_Id," + fnExpresionNombre() + " , Nif_Doc FROM KXComun.dbo.Nif ORDER BY Nombre",
-                     "Nombre", "Nif", "Razon Social/Nombre", "Búsqueda de Nif albabética", 5600, 2400, 0, chosen);
-        id = AyudaCampos::chosenId(chosen);
+        id = buscarNifPorNombre(Ayuda, {.nombre = "Nif", .titulo = "Búsqueda de Nif albabética"});
         if (id == 0) return 0;
     }
     const auto identity = Ayuda.Conexion->Execute(
@@ -120,8 +114,8 @@ std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
         (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = '" + insideQuotes(document) + "'"));
     if (identity->Eof()) return -1;
     nIdNif = identity->Fields("Nif_Id").Value.integer();
-    Text1(4).Text = identity->Fields("Nif_Doc").Value.text();
-    Text1(5).Text = identity->Fields("nombre").Value.text();
+    Text1(Documento).Text = identity->Fields("Nif_Doc").Value.text();
+    Text1(NombreNif).Text = identity->Fields("nombre").Value.text();
     return nIdNif;
 }
 

@@ -20,9 +20,6 @@ constexpr std::array<std::string_view, 5> groupsWithIdentity{"430", "440", "410"
 /// The fiscal year whose journal lines receive centres and departments.
 constexpr const char* assignedYear = "2009";
 
-/// The session has refused the insert (the component's error 999): the save ends without a message.
-struct InsertRefused {};
-
 /// Gives one column of the account to the lines of its journal in the assigned year.
 void assignToJournal(ConexionBd& connection, const char* sql, const char* from, const char* to) {
     const auto accounts = connection.Execute(sql);
@@ -46,7 +43,7 @@ bool frmPlanCtas::intentar(Step&& step) {
     try {
         step();
         return true;
-    } catch (const InsertRefused&) {
+    } catch (const GrabacionRechazada&) {
         return false;
     } catch (const std::exception& error) {
         avisarGrabacion("Error en la grabación de la cuenta " + std::string(error.what()));
@@ -55,19 +52,21 @@ bool frmPlanCtas::intentar(Step&& step) {
 }
 
 void frmPlanCtas::guardar() {
-    if (!text::isNumericCode(text::trim(Text1(0).Text))) return avisarGrabacion("Debe indicar un codigo de cuenta");
+    if (!text::isNumericCode(text::trim(Text1(Codigo).Text)))
+        return avisarGrabacion("Debe indicar un codigo de cuenta");
     bool repeated = false;
     if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return;
     if (repeated) return rechazarRepetida();
     if (faltaNif()) {
         avisarGrabacion("No ha indicado el Nif asociado");
-        return setFocus(Text1(4));
+        return setFocus(Text1(Documento));
     }
     if (intentar([this] { grabar(); })) terminarGrabacion();
 }
 
 bool frmPlanCtas::existeCodigo() const {
-    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + insideQuotes(Text1(0).Text) + "'")->Eof();
+    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + insideQuotes(Text1(Codigo).Text) + "'")
+                ->Eof();
 }
 
 void frmPlanCtas::rechazarRepetida() {
@@ -75,13 +74,13 @@ void frmPlanCtas::rechazarRepetida() {
     if (bModoCrear) return cerrarConCuenta();
     LimpiarPantalla();
     cmdNueva.Visible = false;
-    setFocus(Text1(0));
+    setFocus(Text1(Codigo));
 }
 
 bool frmPlanCtas::faltaNif() const {
-    const std::string group = text::left(Text1(0).Text, 3);
+    const std::string group = text::left(Text1(Codigo).Text, 3);
     if (std::ranges::find(groupsWithIdentity, group) == groupsWithIdentity.end()) return false;
-    return text::trim(Text1(4).Text).empty() || nIdNif == 0;
+    return text::trim(Text1(Documento).Text).empty() || nIdNif == 0;
 }
 
 void frmPlanCtas::grabar() {
@@ -107,7 +106,7 @@ bool frmPlanCtas::estaGrabada(std::int64_t id) const {
     try {
         return !Ayuda.Conexion
                     ->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) + " AND PCta_Cta = '" +
-                              insideQuotes(Text1(0).Text) + "'")
+                              insideQuotes(Text1(Codigo).Text) + "'")
                     ->Eof();
     } catch (const ErrorBd&) {
         return false;
@@ -118,16 +117,16 @@ void frmPlanCtas::describirCuenta(Grabacion& write) const {
     const auto code = [&](const char* column, const std::string& account) {
         write.campo(column, account.empty() ? valor::Nulo : valor::Texto, account.empty() ? "Null" : account);
     };
-    const std::string associated = text::trim(Text1(2).Text);
-    write.campo("PCta_Cta", valor::Texto, Text1(0).Text);
-    write.campo("PCta_Des", valor::Texto, text::trim(Text1(1).Text));
+    const std::string associated = text::trim(Text1(Asociada).Text);
+    write.campo("PCta_Cta", valor::Texto, Text1(Codigo).Text);
+    write.campo("PCta_Des", valor::Texto, text::trim(Text1(Nombre).Text));
     write.campo("PCta_IdMasa", valor::Numero, cboMasas.idElegido());
     write.campo("PCta_IdCen", valor::Numero, cboCentro.idElegido());
     write.campo("PCta_IdDpto", valor::Numero, cboDepar.idElegido());
     write.campo("Pcta_IdNif", valor::Numero, nIdNif);
     code("PCta_CtaAso", associated);
     write.campo("PCta_IdCtaAso", valor::Numero, associated.empty() ? 0 : nIdCtaAso);
-    code("PCta_CtaIrpfAso", text::trim(Text1(6).Text));
+    code("PCta_CtaIrpfAso", text::trim(Text1(Irpf).Text));
     write.campo("PCta_SubCuenta", valor::Entero, 1);
     write.campo("Pcta_Origen", valor::Entero, nOrigen);
     write.campo("Pcta_IdOrigen", valor::Numero, nIdOrigen);
@@ -145,7 +144,7 @@ void frmPlanCtas::actualizarCuenta() const {
     describirCuenta(account);
     account.actualizar(" WHERE PCta_Id = " + id);
 
-    const std::string name = text::trim(Text1(1).Text);
+    const std::string name = text::trim(Text1(Nombre).Text);
     if (name.empty()) return;
     Grabacion lines(session, "Apu");
     lines.campo("Apu_CtaDes", valor::Texto, name);
@@ -153,21 +152,11 @@ void frmPlanCtas::actualizarCuenta() const {
 }
 
 std::int64_t frmPlanCtas::insertarCuenta() const {
-    SesionBd& session = instanciaActual().sesion();
-    Grabacion account(session, "PCta");
+    Grabacion account(instanciaActual().sesion(), "PCta");
     describirCuenta(account);
-    session.Condicion("");
-    std::string statement;
-    bool status = false;
-    session.Insertar(statement, status);
-    if (!status) throw InsertRefused{};
+    callandoRechazo([&] { account.insertar(); });
     const std::int64_t id = Ayuda.Conexion->Execute("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
-
-    // Another program may have taken the code since it was looked for; this one now waits its turn, and sees it.
-    const auto same = Ayuda.Conexion->Execute("SELECT COUNT(PCta_Id) FROM PCta WHERE PCta_Cta = '" +
-                                              insideQuotes(Text1(0).Text) + "'");
-    if (same->cell(0, 0).integer() > 1)
-        throw ErrorBd(ErrorBd::Kind::Constraint, Text1(0).Text + ": acaba de crearse desde otro puesto.");
+    exigirUnico(*Ayuda.Conexion, "PCta", "PCta_Cta", Text1(Codigo).Text);
     return id;
 }
 
@@ -177,29 +166,23 @@ void frmPlanCtas::terminarGrabacion() {
     if (bModoCrear || nIdInicial > 0) return cerrarConCuenta();
     LimpiarPantalla();
     cmdNueva.Visible = false;
-    setFocus(Text1(0));
+    setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::cerrarConCuenta() {
-    instanciaActual().Cuenta = Text1(0).Text;
+    instanciaActual().Cuenta = Text1(Codigo).Text;
     unload();
 }
 
 void frmPlanCtas::borrar() {
-    if (text::trim(Text1(0).Text).empty()) return;
+    if (text::trim(Text1(Codigo).Text).empty()) return;
     if (!confirmarEnSitio("Desea eliminar la cuenta indicada", message::Question, sTituloVentana)) return;
     if (!confirmarEnSitio("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
                           sTituloVentana))
         return;
-    SesionBd& session = instanciaActual().sesion();
-    session.Tabla("PCta");
-    session.Condicion(" WHERE PCta_Id = '" + std::to_string(nIdActual) + "'");
-    std::string statement;
-    bool status = false;
-    session.Borrar(statement, status);
-    if (!status) throw ErrorBd(ErrorBd::Kind::Refused, "No se ha podido borrar: " + statement);
+    borrarFilas(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = '" + std::to_string(nIdActual) + "'");
     LimpiarPantalla();
-    setFocus(Text1(0));
+    setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::asignarCentros() {

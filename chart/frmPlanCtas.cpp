@@ -1,11 +1,11 @@
 #include "chart/frmPlanCtas.h"
 
 #include <array>
-#include <stdexcept>
 
 #include "chart/CodigosCuenta.h"
 #include "component/FendaMaes.h"
 #include "session/Condition.h"
+#include "toolkit/Raised.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -26,13 +26,21 @@ constexpr int byName = 2;
 
 /// Which account a step leads to; `current` is the code shown, null when there is none.
 std::string destination(Paso step, const std::string* current) {
-    constexpr const char* first = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta ASC";
-    constexpr const char* last = " WHERE PCta_Subcuenta=1 ORDER BY PCta_Cta DESC";
-    if (step == Paso::Primero || (step == Paso::Anterior && !current)) return first;
-    if (step == Paso::Ultimo || !current) return last;
-    return step == Paso::Anterior
-               ? " WHERE PCta_Subcuenta=1 AND PCta_Cta < '" + insideQuotes(*current) + "' order by PCta_Cta desc"
-               : " WHERE PCta_Subcuenta=1 AND PCta_Cta > '" + insideQuotes(*current) + "' order by PCta_Cta ASC";
+    const auto beyond = [current](const char* comparison) {
+        return " AND PCta_Cta " + std::string(comparison) + " '" + insideQuotes(*current) + "'";
+    };
+    const std::string where = " WHERE PCta_Subcuenta=1";
+    switch (current ? step : desdeNada(step)) {
+        case Paso::Primero:
+            return where + " ORDER BY PCta_Cta ASC";
+        case Paso::Anterior:
+            return where + beyond("<") + " order by PCta_Cta desc";
+        case Paso::Siguiente:
+            return where + beyond(">") + " order by PCta_Cta ASC";
+        case Paso::Ultimo:
+            break;
+    }
+    return where + " ORDER BY PCta_Cta DESC";
 }
 
 }  // namespace
@@ -83,11 +91,11 @@ void frmPlanCtas::componer() {
     };
     layOut(column({
         fields({
-            field(Label1(0), Text1(0)),
-            field(Label1(1), Text1(1)),
-            field(Label1(2), {plain(Text1(2)), plain(Text1(3))}),
-            field(Label1(3), {plain(Text1(4)), plain(Text1(5))}),
-            field(Label1(4), {plain(Text1(6)), plain(Text1(7))}),
+            field(Label1(0), Text1(Codigo)),
+            field(Label1(1), Text1(Nombre)),
+            field(Label1(2), {plain(Text1(Asociada)), plain(Text1(NombreAsociada))}),
+            field(Label1(3), {plain(Text1(Documento)), plain(Text1(NombreNif))}),
+            field(Label1(4), {plain(Text1(Irpf)), plain(Text1(NombreIrpf))}),
             list(Label1(5), cboCentro),
             list(Label1(6), cboDepar),
             list(Label1(7), cboMasas),
@@ -103,24 +111,17 @@ void frmPlanCtas::componer() {
     }));
 }
 
-std::size_t frmPlanCtas::digitos() const {
-    constexpr int most = 20;
-    const Variant digits = instanciaActual().sesion().Parametros().Item("Par_CtaNum").Value;
-    if (digits.integer() < 1 || digits.integer() > most)
-        throw std::runtime_error("Los dígitos de una subcuenta (Par_CtaNum) no pueden ser «" + digits.text() + "».");
-    return static_cast<std::size_t>(digits.integer());
-}
+std::size_t frmPlanCtas::digitos() { return digitosSubcuenta(instanciaActual().sesion().Parametros()); }
 
 void frmPlanCtas::onLoad() {
     Pantalla::onLoad();
-    const SesionBd& session = instanciaActual().sesion();
-    nPlan = static_cast<std::int16_t>(planEnVigor(session.Parametros().Item("Par_Ejercicio").Value.integer()));
+    nPlan = planEnVigor(ejercicioActivo(instanciaActual().sesion().Parametros()));
     sTituloVentana = " Plan de Cuentas";
     Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + versionComponente() + ")";
-    for (const int field : {0, 2, 6}) Text1(field).MaxLength = static_cast<int>(digitos());
+    for (const int field : {Codigo, Asociada, Irpf}) Text1(field).MaxLength = static_cast<int>(digitos());
     cargarListas();
     rsCuenta = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = -1");
-    if (nIdInicial > 0) CargarCuenta(0, 0, {}, nIdInicial);
+    if (nIdInicial > 0) CargarCuenta(0, Codigo, {}, nIdInicial);
 }
 
 void frmPlanCtas::cargarListas() {
@@ -134,7 +135,7 @@ void frmPlanCtas::cargarListas() {
 
 void frmPlanCtas::onActivate() {
     bActivada = true;
-    if (!bEnFichaNif && !bEnBusqueda && (bModoCrear || nIdInicial > 0)) setFocus(Text1(1));
+    if (!bEnFichaNif && !bEnBusqueda && (bModoCrear || nIdInicial > 0)) setFocus(Text1(Nombre));
 }
 
 void frmPlanCtas::onKeyUp(int& code, int shift) {
@@ -153,14 +154,7 @@ void frmPlanCtas::onKeyUp(int& code, int shift) {
 }
 
 void frmPlanCtas::enBusqueda(const std::function<void()>& search) {
-    struct Searching {
-        bool& flag;
-        explicit Searching(bool& searching) : flag(searching) { flag = true; }
-        Searching(const Searching&) = delete;
-        Searching& operator=(const Searching&) = delete;
-        ~Searching() { flag = false; }
-    };
-    const Searching searching(bEnBusqueda);
+    const Raised searching(bEnBusqueda);
     Tag = "e";
     search();
     // The release of the key that chose has stayed in the search: no Enter is to be held back here.
@@ -205,7 +199,7 @@ void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bC
     load();
     navegacion.marco.Enabled = false;
     bModoCrear = true;
-    Text1(0).Text = sCta;
+    Text1(Codigo).Text = sCta;
     msNuevaCuenta(sCta, nNif, bCalcula);
 }
 
@@ -226,8 +220,8 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
         else
             ask(next.refusal, message::Exclamation, sTituloVentana);
     }
-    Text1(0).Text = sCta;
-    if (!bCalcula && bActivada) setFocus(Text1(1));
+    Text1(Codigo).Text = sCta;
+    if (!bCalcula && bActivada) setFocus(Text1(Nombre));
     nOrigen = 0;
 }
 
@@ -239,9 +233,9 @@ void frmPlanCtas::navegar(Paso step) {
         Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
     if (found->Eof()) return;
     const std::string code = found->Fields("pcta_cta").Value.text();
-    Text1(0).Text = code;
+    Text1(Codigo).Text = code;
     // Without a code and an identity a search would open.
-    CargarCuenta(0, 0, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
+    CargarCuenta(0, Codigo, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
 }
 
 void frmPlanCtas::cancelarNueva() {
@@ -249,11 +243,11 @@ void frmPlanCtas::cancelarNueva() {
     cmdNueva.Visible = false;
     if (bModoCrear) return unload();
     cmdGuardar.Enabled = false;
-    setFocus(Text1(0));
+    setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::verFicha() {
-    if (!rsCuenta->Eof()) instanciaActual().jNif(Text1(4).Text);
+    if (!rsCuenta->Eof()) instanciaActual().jNif(Text1(Documento).Text);
 }
 
 }  // namespace FendaMaestros

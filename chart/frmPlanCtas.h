@@ -31,6 +31,8 @@ public:
     void msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalcula);
 
 private:
+    /// The elements of Text1; each code, and the document, has its name in the next.
+    enum Campo { Codigo, Nombre, Asociada, NombreAsociada, Documento, NombreNif, Irpf, NombreIrpf };
     enum class Hallazgo { NoEncontrada = -1, NadaBuscado = 0, Encontrada = 1 };
 
     void componer();
@@ -46,11 +48,11 @@ private:
     void navegar(Paso step);
     void cancelarNueva();
     void verFicha();
-    /// Throws std::runtime_error when the company's parameter makes no sense.
-    std::size_t digitos() const;
+    static std::size_t digitos();
 
     // --- leaving fields (PlanCtasCampos.cpp)
     void prepararCampos();
+    void prepararCodigos();
     /// A code being typed with a comma: shows what it will become and where it hangs from.
     void mostrarEstado(int field);
     std::string textoEstado(int field) const;

@@ -11,7 +11,7 @@ namespace {
 
 /// "2008" or "1990", worked out anew each time: the fiscal year is the session's.
 std::string planEnVigorTexto() {
-    return std::to_string(planEnVigor(instanciaActual().sesion().Parametros().Item("Par_Ejercicio").Value.integer()));
+    return std::to_string(planEnVigor(ejercicioActivo(instanciaActual().sesion().Parametros())));
 }
 
 }  // namespace

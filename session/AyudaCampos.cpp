@@ -1,5 +1,7 @@
 #include "session/AyudaCampos.h"
 
+#include <algorithm>
+
 #include "session/TypedText.h"
 #include "session/frmBuscar.h"
 #include "toolkit/Format.h"
@@ -49,9 +51,18 @@ void AyudaCampos::Buscar(const std::string& sql, const std::string& searchColumn
     result = dialog.result();
 }
 
+std::vector<std::string> AyudaCampos::values(const std::string& result) {
+    std::vector<std::string> found;
+    for (std::size_t begin = 0; !result.empty() && begin <= result.size();) {
+        const std::size_t end = std::min(result.find(frmBuscar::separator, begin), result.size());
+        found.push_back(result.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return found;
+}
+
 std::int64_t AyudaCampos::chosenId(const std::string& result) {
-    if (text::length(result) <= 2) return 0;
-    return Variant(result.substr(0, result.find('\x01'))).integer();
+    return text::length(result) <= 2 ? 0 : Variant(values(result).front()).integer();
 }
 
 }  // namespace FendaMaestros

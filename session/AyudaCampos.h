@@ -2,12 +2,17 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "session/ConexionBd.h"
 #include "toolkit/Controls.h"
 #include "toolkit/Desktop.h"
 
 namespace FendaMaestros {
+
+/// The field that has the focus is yellow, the others are white.
+inline constexpr Color colorFoco = 65535;
+inline constexpr Color colorNormal = 16777215;
 
 /// The helper of one screen: it paints the field that has the focus, filters the keys of numeric fields and searches.
 /// The arguments `text`, `work` and `fixed` belong to the interface and mean nothing here.
@@ -18,8 +23,8 @@ public:
 
     /// Must be set before Buscar.
     std::shared_ptr<ConexionBd> Conexion;
-    Color ColorNormal = 16777215;
-    Color ColorFoco = 16777215;
+    Color ColorNormal = colorNormal;
+    Color ColorFoco = colorNormal;
 
     /// A field receives the focus: painted with ColorFoco, its whole text selected so that typing replaces it.
     void EntrarCampo(TextBox& field, const std::string& text, int work);
@@ -37,6 +42,8 @@ public:
                 const std::string& caption2, const std::string& title, Twips width1, Twips width2, int fixed,
                 std::string& result);
 
+    /// The values of a result of Buscar, one a column; none when nothing was chosen.
+    static std::vector<std::string> values(const std::string& result);
     /// The id in a result of Buscar: 0 for one of 2 characters or fewer.
     static std::int64_t chosenId(const std::string& result);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -28,6 +30,12 @@ private:
 
 /// The general accounting plan in force in a fiscal year: 2008 (Real Decreto 1514/2007) from 2008 on, before 1990
 /// (Real Decreto 1643/1990).
-inline int planEnVigor(std::int64_t ejercicio) { return ejercicio >= 2008 ? 2008 : 1990; }
+constexpr std::int16_t planEnVigor(std::int16_t ejercicio) { return ejercicio >= 2008 ? 2008 : 1990; }
+
+/// The active fiscal year, `Par_Ejercicio`. Errors as ParametrosEmpresa::Item.
+std::int16_t ejercicioActivo(const ParametrosEmpresa& parameters);
+/// The digits of a sub-account's code, `Par_CtaNum`, 1 to 20. Throws std::runtime_error, in Spanish, when the parameter
+/// makes no sense; else errors as ParametrosEmpresa::Item.
+std::size_t digitosSubcuenta(const ParametrosEmpresa& parameters);
 
 }  // namespace FendaMaestros

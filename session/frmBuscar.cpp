@@ -9,7 +9,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr Color focusColor = 65535;
 constexpr int rowsOfAPage = 10;
 
 int searchColumnOf(const Recordset& rows, std::string_view name) {
@@ -26,7 +25,7 @@ frmBuscar::frmBuscar(Desktop& desktop, std::shared_ptr<Recordset> rows, std::str
       allRows_(rows->rowCount()),
       shown_(std::move(shown)),
       found_(std::make_shared<FoundRows>(rows, searchColumnOf(*rows, searchColumn))) {
-    ayuda_.ColorFoco = focusColor;
+    ayuda_.ColorFoco = colorFoco;
 }
 
 void frmBuscar::onLoad() {
@@ -110,7 +109,7 @@ void frmBuscar::choose() {
     const int row = found_->currentRow();
     if (row < 0) return;
     for (int column = 0; column < found_->columnCount(); ++column) {
-        if (column > 0) result_ += '\x01';
+        if (column > 0) result_ += separator;
         result_ += found_->cell(row, column).text();
     }
     unload();

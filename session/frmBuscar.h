@@ -15,6 +15,9 @@ namespace FendaMaestros {
 /// the list wherever the focus is; Enter or a double click chooses, Esc leaves.
 class frmBuscar final : public Form {
 public:
+    /// Stands between the values of a result.
+    static constexpr char separator = '\x01';
+
     struct ShownColumn {
         std::string caption;
         Twips width;
@@ -25,7 +28,7 @@ public:
     frmBuscar(Desktop& desktop, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
               std::array<ShownColumn, 2> shown);
 
-    /// The values of the chosen row joined by the character with code 1; empty when none was chosen.
+    /// The values of the chosen row joined by the separator; empty when none was chosen.
     const std::string& result() const { return result_; }
 
 protected:

@@ -118,6 +118,13 @@ std::string letraNif(std::string_view valor, std::string* mensaje) {
     return std::string(1, nifLetters[*remainder]);
 }
 
+std::string conLetra(std::string_view number) {
+    const std::size_t length = text::length(number);
+    const bool endsInDigit = length > 0 && isDigit(number.back());
+    const std::string digits = endsInDigit || length == 0 ? std::string(number) : text::left(number, length - 1);
+    return digits + letraNif(digits);
+}
+
 void normalizarIdentificador(std::string& sValor) {
     const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
     const auto stays = [form](char c) { return form(c) == c && c != 0; };

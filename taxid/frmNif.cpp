@@ -20,26 +20,11 @@ namespace FendaMaestros {
 
 namespace {
 
-/// Indexes of txtFields that have rules of their own.
-namespace campo {
-constexpr int Nombre = 1;
-constexpr int Apellido1 = 2;
-constexpr int Apellido2 = 3;
-constexpr int NombreComercial = 4;
-constexpr int Documento = 5;
-constexpr int Provincia = 10;
-constexpr int CodigoPostal = 49;
-constexpr int Poblacion = 50;
-}  // namespace campo
-
 constexpr int buscarPorDocumento = 1;
 constexpr int buscarPorNombre = 2;
 constexpr std::int64_t codigoPais = 11;
 constexpr std::int64_t provinciaExtranjera = 99;
 constexpr std::size_t cifrasCodigoPostal = 5;
-
-/// The session did not carry out the update: the save ends without a word.
-struct GrabacionRechazada {};
 
 /// The pointer of a wait, as long as it lives.
 class Espera {
@@ -66,14 +51,6 @@ std::optional<NifRecord> registrado(std::int64_t id) {
     return rows->Eof() ? std::nullopt : std::optional(leerNif(*rows));
 }
 
-/// Another program may have created the document since it was looked for.
-bool estaRepetido(const std::string& document) {
-    if (document.empty()) return false;
-    const auto same = conexion().Execute("SELECT COUNT(Nif_Id) FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
-                                         insideQuotes(document) + "'");
-    return same->cell(0, 0).integer() > 1;
-}
-
 }  // namespace
 
 frmNif::frmNif(const std::string& sNif)
@@ -93,15 +70,15 @@ void frmNif::onLoad() {
     sExpresionNombre_ = expresionNombre();
     cargarListas();
     jCargaClavesRetencion(cboClaveRetencion, "-", ejercicio(), false);
-    txtFields(0).Tag = "CODCLI";
-    if (bAbiertaConDocumento_) txtFields(campo::Documento).Text = sNifInicial_;
+    txtFields(Cliente).Tag = "CODCLI";
+    if (bAbiertaConDocumento_) txtFields(Documento).Text = sNifInicial_;
 }
 
 void frmNif::onActivate() {
     if (!bCargaPendiente_) return;
     bCargaPendiente_ = false;
-    salirCampo(campo::Documento);
-    if (nIdActual_ < 1) setFocus(txtFields(campo::Nombre));
+    salirCampo(Documento);
+    if (nIdActual_ < 1) setFocus(txtFields(Nombre));
 }
 
 void frmNif::cargarListas() {
@@ -129,9 +106,7 @@ void frmNif::cargarListas() {
     cboPais.setListIndex(nPaisPropio_);
 }
 
-std::int16_t frmNif::ejercicio() const {
-    return static_cast<std::int16_t>(instanciaActual().sesion().Parametros().Item("Par_Ejercicio").Value.integer());
-}
+std::int16_t frmNif::ejercicio() { return ejercicioActivo(instanciaActual().sesion().Parametros()); }
 
 // --- search, and what the screen shows
 
@@ -166,21 +141,8 @@ void frmNif::mostrar(const Ficha& ficha) {
     nifLeido_ = nif;
     sDocumentoTratado_ = nif.documento;
     for (const auto& [index, field] : txtFields.elements()) field->Text.clear();
-    txtFields(campo::Documento).Text = nif.documento;
-    txtFields(campo::Nombre).Text = nif.nombre;
-    txtFields(campo::Apellido1).Text = nif.apellido1;
-    txtFields(campo::Apellido2).Text = nif.apellido2;
-    txtFields(45).Text = nif.via;
-    txtFields(44).Text = nif.numero;
-    txtFields(43).Text = nif.escalera;
-    txtFields(46).Text = nif.piso;
-    txtFields(47).Text = nif.puerta;
-    txtFields(campo::CodigoPostal).Text = nif.codigoPostal;
-    txtFields(campo::Poblacion).Text = nif.poblacion;
-    txtFields(6).Text = nif.telefono;
-    txtFields(7).Text = nif.fax;
-    txtFields(8).Text = nif.movil;
-    txtFields(9).Text = nif.correo;
+    for (const auto& [index, member] : textos) txtFields(index).Text = nif.*member;
+    txtFields(Documento).Text = nif.documento;
 
     cboDocType.setListIndex(knownType ? nif.tipoDocumento : -1);
     cboTipoVia.setListIndex(lista::posicion(cboTipoVia, 2, nif.tipoVia));
@@ -189,7 +151,7 @@ void frmNif::mostrar(const Ficha& ficha) {
         const bool coded = Variant(text::left(nif.provincia, 2)).integer() > 0;
         cboProvincias.setListIndex(lista::posicion(cboProvincias, 2, coded ? nif.provincia : nif.codigoPostal));
     } else {
-        txtFields(campo::Provincia).Text = nif.provincia;
+        txtFields(Provincia).Text = nif.provincia;
     }
     cboClaveRetencion.setListIndex(std::max(0, lista::posicion(cboClaveRetencion, 1, nif.claveRetencion)));
     const int subkey = lista::posicion(cboSubclave, 2, nif.subclave);
@@ -199,9 +161,9 @@ void frmNif::mostrar(const Ficha& ficha) {
 
 /// The trade name is not stored, and goes on being that of the entry on the screen.
 void frmNif::mostrarInsertada(const Ficha& ficha) {
-    const std::string tradeName = txtFields(campo::NombreComercial).Text;
+    const std::string tradeName = txtFields(NombreComercial).Text;
     mostrar(ficha);
-    txtFields(campo::NombreComercial).Text = tradeName;
+    txtFields(NombreComercial).Text = tradeName;
 }
 
 void frmNif::vaciar() {
@@ -217,32 +179,21 @@ void frmNif::vaciar() {
 }
 
 NifRecord frmNif::enPantalla() const {
-    const auto typed = [this](int index) { return text::trim(txtFields(index).Text); };
-    return {
-        .id = nIdActual_,
-        .tipoDocumento = cboDocType.ListIndex(),
-        .documento = txtFields(campo::Documento).Text,
-        .nombre = typed(campo::Nombre),
-        .apellido1 = typed(campo::Apellido1),
-        .apellido2 = typed(campo::Apellido2),
-        .tipoVia = lista::codigo(cboTipoVia, 2),
-        .via = typed(45),
-        .numero = typed(44),
-        .escalera = typed(43),
-        .piso = typed(46),
-        .puerta = typed(47),
-        .codigoPostal = typed(campo::CodigoPostal),
-        .poblacion = typed(campo::Poblacion),
-        .provincia = paisPropio() ? lista::codigo(cboProvincias, 2) : txtFields(campo::Provincia).Text,
-        .pais = lista::codigo(cboPais, 3),
-        .telefono = typed(6),
-        .fax = typed(7),
-        .movil = typed(8),
-        .correo = typed(9),
-        // The first item of each list stands for none.
-        .claveRetencion = cboClaveRetencion.ListIndex() > 0 ? lista::codigo(cboClaveRetencion, 1) : "",
-        .subclave = cboSubclave.ListIndex() > 0 ? lista::codigo(cboSubclave, 2) : "",
+    // The first item of the lists of keys stands for none.
+    const auto chosenKey = [](const ComboBox& keys, std::size_t length) {
+        return keys.ListIndex() > 0 ? lista::codigo(keys, length) : std::string();
     };
+    NifRecord nif;
+    for (const auto& [index, member] : textos) nif.*member = text::trim(txtFields(index).Text);
+    nif.id = nIdActual_;
+    nif.tipoDocumento = cboDocType.ListIndex();
+    nif.documento = txtFields(Documento).Text;
+    nif.tipoVia = lista::codigo(cboTipoVia, 2);
+    nif.provincia = paisPropio() ? lista::codigo(cboProvincias, 2) : txtFields(Provincia).Text;
+    nif.pais = lista::codigo(cboPais, 3);
+    nif.claveRetencion = chosenKey(cboClaveRetencion, 1);
+    nif.subclave = chosenKey(cboSubclave, 2);
+    return nif;
 }
 
 // --- leaving fields, choosing
@@ -250,14 +201,14 @@ NifRecord frmNif::enPantalla() const {
 bool frmNif::salirCampo(int index) {
     txtFields(index).Text = text::trim(txtFields(index).Text);
     switch (index) {
-        case campo::Nombre:
-        case campo::Apellido1:
-        case campo::Apellido2:
+        case Nombre:
+        case Apellido1:
+        case Apellido2:
             componerNombreComercial(index);
             return true;
-        case campo::Documento:
+        case Documento:
             return salirDocumento();
-        case campo::CodigoPostal:
+        case CodigoPostal:
             salirCodigoPostal();
             return true;
         default:
@@ -267,10 +218,10 @@ bool frmNif::salirCampo(int index) {
 
 /// The trade name grows with each part of the name that is left, as long as the parts before it are there.
 void frmNif::componerNombreComercial(int index) {
-    TextBox& tradeName = txtFields(campo::NombreComercial);
-    if (txtFields(0).Enabled || (index == campo::Nombre && !tradeName.Text.empty())) return;
+    TextBox& tradeName = txtFields(NombreComercial);
+    if (txtFields(Cliente).Enabled || (index == Nombre && !tradeName.Text.empty())) return;
     std::string joined;
-    for (int part = campo::Nombre; part <= index; ++part) {
+    for (int part = Nombre; part <= index; ++part) {
         if (txtFields(part).Text.empty()) return;
         joined += (joined.empty() ? "" : " ") + txtFields(part).Text;
     }
@@ -278,7 +229,7 @@ void frmNif::componerNombreComercial(int index) {
 }
 
 bool frmNif::salirDocumento() {
-    TextBox& document = txtFields(campo::Documento);
+    TextBox& document = txtFields(Documento);
     if (document.Text.empty()) return true;
     document.Text = text::upper(document.Text);
     completarDocumento();
@@ -301,19 +252,16 @@ bool frmNif::salirDocumento() {
     return true;
 }
 
-/// A personal number gets its letter, whatever letter it had (Real Decreto 1065/2007, article 19).
 void frmNif::completarDocumento() {
-    std::string& document = txtFields(campo::Documento).Text;
+    std::string& document = txtFields(Documento).Text;
     if (cboDocType.ListIndex() == documento::Otros) return;
     if (text::isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
-    if (cboDocType.ListIndex() != documento::Nif) return;
-    if (!text::isDigit(document.back())) document = text::left(document, text::length(document) - 1);
-    document += letraNif(document);
+    if (cboDocType.ListIndex() == documento::Nif) document = conLetra(document);
 }
 
 void frmNif::salirCodigoPostal() {
-    const std::string postalCode = txtFields(campo::CodigoPostal).Text;
-    TextBox& town = txtFields(campo::Poblacion);
+    const std::string postalCode = txtFields(CodigoPostal).Text;
+    TextBox& town = txtFields(Poblacion);
     if (text::length(postalCode) != cifrasCodigoPostal || !town.Text.empty()) return;
     const std::string country = cboPais.Text();
     town.Text = FnBuscaPoblacion(country.substr(0, country.find(" - ")), postalCode);
@@ -322,12 +270,12 @@ void frmNif::salirCodigoPostal() {
 
 void frmNif::elegirTipoDocumento() {
     const bool person = cboDocType.ListIndex() != documento::Cif;
-    txtFields(campo::Apellido1).Enabled = txtFields(campo::Apellido2).Enabled = person;
+    txtFields(Apellido1).Enabled = txtFields(Apellido2).Enabled = person;
 }
 
 void frmNif::elegirPais() {
     cboProvincias.Visible = paisPropio();
-    txtFields(campo::Provincia).Visible = !paisPropio();
+    txtFields(Provincia).Visible = !paisPropio();
     if (!paisPropio()) cboProvincias.setListIndex(nProvincia99_);
 }
 
@@ -344,8 +292,8 @@ void frmNif::situarProvincia(const std::string& code) {
 void frmNif::buscarPoblacionDir() {
     const auto chosen = buscarPoblacion(Ayuda);
     if (!chosen) return;
-    TextBox& postalCode = txtFields(campo::CodigoPostal);
-    TextBox& town = txtFields(campo::Poblacion);
+    TextBox& postalCode = txtFields(CodigoPostal);
+    TextBox& town = txtFields(Poblacion);
     const bool taken = !postalCode.Text.empty() || !town.Text.empty();
     if (taken && !confirmarEnSitio("Existen datos en los campos C.P. y población, desea sustituirlos ?",
                                    message::Question, "Busqueda de poblaciones"))
@@ -363,22 +311,31 @@ void frmNif::navegar(Paso step) {
     if (!found->Eof()) msBuscarCif({}, 0, found->cell(0, 0).integer());
 }
 
-/// With no entry shown, the one before is the first and the one behind the last.
 std::string frmNif::destino(Paso step) const {
-    const bool shown = nIdActual_ > 0, back = step == Paso::Anterior;
-    if (step == Paso::Primero || (back && !shown)) return " ORDER BY Nif_Doc, Nif_Id";
-    if (step == Paso::Ultimo || !shown) return " ORDER BY Nif_Doc DESC, Nif_Id DESC";
-    const std::string document = insideQuotes(sDocumentoTratado_), beyond = back ? " < " : " > ";
-    return " WHERE Nif_Doc" + beyond + "'" + document + "' OR (Nif_Doc = '" + document + "' AND Nif_Id" + beyond +
-           std::to_string(nIdActual_) + ")" +
-           (back ? " ORDER BY Nif_Doc DESC, Nif_Id DESC" : " ORDER BY Nif_Doc, Nif_Id");
+    const auto beyond = [this](const std::string& comparison) {
+        const std::string document = "'" + insideQuotes(nifLeido_.documento) + "'";
+        return " WHERE Nif_Doc " + comparison + " " + document + " OR (Nif_Doc = " + document + " AND Nif_Id " +
+               comparison + " " + std::to_string(nIdActual_) + ")";
+    };
+    const std::string upwards = " ORDER BY Nif_Doc, Nif_Id", downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
+    switch (nIdActual_ > 0 ? step : desdeNada(step)) {
+        case Paso::Primero:
+            return upwards;
+        case Paso::Anterior:
+            return beyond("<") + downwards;
+        case Paso::Siguiente:
+            return beyond(">") + upwards;
+        case Paso::Ultimo:
+            break;
+    }
+    return downwards;
 }
 
 // --- keys
 
 void frmNif::onKeyUp(int& code, int shift) {
     Pantalla::onKeyUp(code, shift);
-    const std::string& document = txtFields(campo::Documento).Text;
+    const std::string& document = txtFields(Documento).Text;
     switch (code) {
         case key::F(1):
             msBuscarCif(document, buscarPorDocumento);
@@ -390,7 +347,7 @@ void frmNif::onKeyUp(int& code, int shift) {
             guardarConTecla();
             break;
         case key::F(10):
-            if (activeControl() == &txtFields(campo::Poblacion)) buscarPoblacionDir();
+            if (activeControl() == &txtFields(Poblacion)) buscarPoblacionDir();
             break;
         default:
             break;
@@ -442,8 +399,8 @@ frmNif::Ficha frmNif::insertar(Grabacion& write) const {
     write.insertar();
     const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
     Ficha inserted = leer("Nif_Id = " + newest.text()).value();
-    if (estaRepetido(inserted.nif.documento))
-        throw std::runtime_error(inserted.nif.documento + ": acaba de crearse desde otro puesto.");
+    if (const std::string& document = inserted.nif.documento; !document.empty())
+        exigirUnico(conexion(), "KXComun.dbo.Nif", "Nif_Doc", document);
     return inserted;
 }
 
@@ -452,26 +409,21 @@ void frmNif::actualizar(Grabacion& write) const {
     if (!stored) throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
     if (*stored != nifLeido_)
         throw std::runtime_error("Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
-    try {
-        write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_));
-    } catch (const ErrorBd& error) {
-        if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
-        throw;
-    }
+    callandoRechazo([&] { write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_)); });
 }
 
 void frmNif::borrar() {
     if (!confirmarEnSitio("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF"))
         return;
     try {
-        Grabacion(instanciaActual().sesion(), "KXComun.dbo.Nif")
-            .borrar(" WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = '" +
-                    insideQuotes(txtFields(campo::Documento).Text) + "'");
+        borrarFilas(instanciaActual().sesion(), "KXComun.dbo.Nif",
+                    " WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = '" +
+                        insideQuotes(txtFields(Documento).Text) + "'");
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
     vaciar();
-    setFocus(txtFields(campo::Documento));
+    setFocus(txtFields(Documento));
 }
 
 void frmNif::avisarFallo(const std::exception& error) {

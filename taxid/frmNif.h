@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "taxid/NifRecord.h"
 #include "ui/Navegacion.h"
@@ -26,6 +28,46 @@ public:
     std::int64_t msBuscarCif(const std::string& sDoc, int nModo = 0, std::int64_t nId = 0);
 
 private:
+    /// The elements of txtFields.
+    enum Campo {
+        Cliente = 0,
+        Nombre = 1,
+        Apellido1 = 2,
+        Apellido2 = 3,
+        NombreComercial = 4,
+        Documento = 5,
+        TelefonoFijo = 6,
+        Fax = 7,
+        TelefonoMovil = 8,
+        Correo = 9,
+        Provincia = 10,
+        Escalera = 43,
+        Numero = 44,
+        Via = 45,
+        Piso = 46,
+        Puerta = 47,
+        Bloque = 48,
+        CodigoPostal = 49,
+        Poblacion = 50
+    };
+    /// Those that show a column as it is and are stored without the blanks around them.
+    static constexpr std::array<std::pair<Campo, std::string NifRecord::*>, 14> textos{{
+        {Nombre, &NifRecord::nombre},
+        {Apellido1, &NifRecord::apellido1},
+        {Apellido2, &NifRecord::apellido2},
+        {Via, &NifRecord::via},
+        {Numero, &NifRecord::numero},
+        {Escalera, &NifRecord::escalera},
+        {Piso, &NifRecord::piso},
+        {Puerta, &NifRecord::puerta},
+        {CodigoPostal, &NifRecord::codigoPostal},
+        {Poblacion, &NifRecord::poblacion},
+        {TelefonoFijo, &NifRecord::telefono},
+        {Fax, &NifRecord::fax},
+        {TelefonoMovil, &NifRecord::movil},
+        {Correo, &NifRecord::correo},
+    }};
+
     /// What the register has on an entry, and whether a delete is allowed.
     struct Ficha {
         NifRecord nif;
@@ -40,7 +82,7 @@ private:
     void prepararMandos();
     void disponer();
     void cargarListas();
-    std::int16_t ejercicio() const;
+    static std::int16_t ejercicio();
 
     /// False when the field has brought another entry, or keeps the focus: what was to be done with the entry before
     /// is no longer meant.

@@ -3,46 +3,46 @@
 namespace FendaMaestros {
 
 void frmNif::prepararCampos() {
-    struct Campo {
+    struct TextoDe {
         int index;
         int maxLength;
         const char* caption;
     };
-    static constexpr Campo fields[] = {
-        {5, 100, "Documento"},
-        {1, 100, "Nombre o Razon Social"},
-        {2, 100, "Primer Apellido"},
-        {3, 100, "Segundo Apellido"},
-        {4, 100, "Nombre Comercial"},
-        {45, 100, "Nombre de la Via"},
-        {44, 4, "Numero"},
-        {43, 2, "Escal"},
-        {48, 3, "Bloque"},
-        {46, 2, "Piso"},
-        {47, 2, "Puerta"},
-        {49, 5, "C.P."},
-        {50, 100, "Población (F10 búsqueda)"},
-        {6, 15, "Telefono fijo"},
-        {8, 15, "Telefono movil"},
-        {7, 15, "Fax"},
-        {9, 50, "Correo electronico"},
+    static constexpr TextoDe fields[] = {
+        {Documento, 100, "Documento"},
+        {Nombre, 100, "Nombre o Razon Social"},
+        {Apellido1, 100, "Primer Apellido"},
+        {Apellido2, 100, "Segundo Apellido"},
+        {NombreComercial, 100, "Nombre Comercial"},
+        {Via, 100, "Nombre de la Via"},
+        {Numero, 4, "Numero"},
+        {Escalera, 2, "Escal"},
+        {Bloque, 3, "Bloque"},
+        {Piso, 2, "Piso"},
+        {Puerta, 2, "Puerta"},
+        {CodigoPostal, 5, "C.P."},
+        {Poblacion, 100, "Población (F10 búsqueda)"},
+        {TelefonoFijo, 15, "Telefono fijo"},
+        {TelefonoMovil, 15, "Telefono movil"},
+        {Fax, 15, "Fax"},
+        {Correo, 50, "Correo electronico"},
     };
-    for (const Campo& field : fields) {
+    for (const TextoDe& field : fields) {
         lblFields(field.index).Caption = field.caption;
         txtFields(field.index).MaxLength = field.maxLength;
     }
-    txtFields(10).MaxLength = 50;
-    txtFields(0).MaxLength = 8;
-    txtFields(0).Visible = txtFields(10).Visible = false;
-    for (const int index : {0, 4, 48}) txtFields(index).Enabled = false;
+    txtFields(Provincia).MaxLength = 50;
+    txtFields(Cliente).MaxLength = 8;
+    txtFields(Cliente).Visible = txtFields(Provincia).Visible = false;
+    for (const int index : {Cliente, NombreComercial, Bloque}) txtFields(index).Enabled = false;
     for (const auto& [index, field] : txtFields.elements())
         editField(*field, [this, number = index] { salirCampo(number); });
 
-    TextBox& document = txtFields(5);
+    TextBox& document = txtFields(Documento);
     document.KeyPress = [this, &document](int& ascii) {
         if (cboDocType.ListIndex() == documento::Nif) Ayuda.FiltrarTecla(document, ascii, false, 0);
     };
-    TextBox& postalCode = txtFields(49);
+    TextBox& postalCode = txtFields(CodigoPostal);
     postalCode.KeyPress = [this, &postalCode](int& ascii) { Ayuda.FiltrarTecla(postalCode, ascii, false, 0); };
 }
 
@@ -83,26 +83,27 @@ void frmNif::disponer() {
     };
 
     add(fraIdentificacion, "fraIdentificacion");
-    add(txtFields(0), "txtFields(0)", &fraIdentificacion);
+    add(txtFields(Cliente), "txtFields(0)", &fraIdentificacion);
     Frame& who = fraIdentificacion;
     std::vector<Arrangement> identity;
-    identity.push_back(line({text(5, who), list(lblDocType, cboDocType, "DocType", &who)}));
-    identity.push_back(text(1, who));
-    identity.push_back(line({text(2, who), text(3, who)}));
-    identity.push_back(text(4, who));
+    identity.push_back(line({text(Documento, who), list(lblDocType, cboDocType, "DocType", &who)}));
+    identity.push_back(text(Nombre, who));
+    identity.push_back(line({text(Apellido1, who), text(Apellido2, who)}));
+    identity.push_back(text(NombreComercial, who));
 
     add(fraDireccion, "fraDireccion");
     Frame& where = fraDireccion;
     std::vector<Arrangement> address;
-    address.push_back(line({list(lblTipoVia, cboTipoVia, "TipoVia", &where), text(45, where)}));
-    address.push_back(line({text(44, where), text(43, where), text(48, where), text(46, where), text(47, where)}));
-    address.push_back(line({text(49, where), text(50, where)}));
+    address.push_back(line({list(lblTipoVia, cboTipoVia, "TipoVia", &where), text(Via, where)}));
+    address.push_back(line(
+        {text(Numero, where), text(Escalera, where), text(Bloque, where), text(Piso, where), text(Puerta, where)}));
+    address.push_back(line({text(CodigoPostal, where), text(Poblacion, where)}));
     Arrangement province = list(lblProvincias, cboProvincias, "Provincias", &where);
-    add(txtFields(10), "txtFields(10)", &where);
+    add(txtFields(Provincia), "txtFields(10)", &where);
     address.push_back(
-        line({std::move(province), arrange::plain(txtFields(10)), list(lblPais, cboPais, "Pais", &where)}));
-    address.push_back(line({text(6, where), text(8, where), text(7, where)}));
-    address.push_back(text(9, where));
+        line({std::move(province), arrange::plain(txtFields(Provincia)), list(lblPais, cboPais, "Pais", &where)}));
+    address.push_back(line({text(TelefonoFijo, where), text(TelefonoMovil, where), text(Fax, where)}));
+    address.push_back(text(Correo, where));
 
     std::vector<Arrangement> withholding;
     withholding.push_back(list(lblClaveRetencion, cboClaveRetencion, "ClaveRetencion", nullptr));

@@ -3,23 +3,12 @@
 #include <algorithm>
 #include <iterator>
 
+#include "toolkit/Raised.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
 namespace {
-
-/// Sets a flag for as long as it lives.
-class Raised {
-public:
-    explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-    ~Raised() { flag_ = false; }
-
-private:
-    bool& flag_;
-};
 
 void raise(const std::function<void()>& event) {
     if (event) event();
@@ -31,6 +20,23 @@ int acceleratorOf(std::string_view caption) {
     if (mark == std::string_view::npos || mark + 1 == caption.size()) return 0;
     const unsigned char letter = static_cast<unsigned char>(caption[mark + 1]);
     return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
+}
+
+/// Of what can be pressed; "" for every other control.
+std::string captionOf(const Control& control) {
+    if (const auto* button = dynamic_cast<const CommandButton*>(&control)) return button->Caption;
+    if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return check->Caption;
+    if (const auto* option = dynamic_cast<const OptionButton*>(&control)) return option->Caption;
+    return {};
+}
+
+/// Presses, ticks or chooses a control that was seen under a caption. Leaving another one may have given it another
+/// meaning meanwhile: then nothing is done.
+void actOn(Control& control, const std::string& seen) {
+    if (captionOf(control) != seen) return;
+    if (auto* button = dynamic_cast<CommandButton*>(&control)) return raise(button->Click);
+    if (auto* check = dynamic_cast<CheckBox*>(&control)) return check->setValue(!check->Value());
+    if (auto* option = dynamic_cast<OptionButton*>(&control)) option->setValue(true);
 }
 
 /// A click on the header of the n-th visible column, from 0.
@@ -293,19 +299,15 @@ void Form::focus(Control& control) {
 }
 
 void Form::press(CommandButton& button) {
-    const std::string pressed = button.Caption;
-    gestureOn(button, [&] {
-        // Leaving the old control may have given the button another meaning than the one the person saw.
-        if (button.Caption == pressed) raise(button.Click);
-    });
+    gestureOn(button, [&, seen = button.Caption] { actOn(button, seen); });
 }
 
 void Form::toggle(CheckBox& check) {
-    gestureOn(check, [&] { check.setValue(!check.Value()); });
+    gestureOn(check, [&] { actOn(check, check.Caption); });
 }
 
 void Form::pick(OptionButton& option) {
-    gestureOn(option, [&] { option.setValue(true); });
+    gestureOn(option, [&] { actOn(option, option.Caption); });
 }
 
 void Form::choose(ComboBox& combo, int index) {
@@ -365,12 +367,8 @@ bool Form::defaultKey(KeyStroke stroke) {
         if (box->KeyPress) box->KeyPress(ascii);
         return true;
     }
-    if (auto* button = dynamic_cast<CommandButton*>(active_)) {
-        if (stroke.code == key::Space) raise(button->Click);
-        return true;
-    }
-    if (auto* check = dynamic_cast<CheckBox*>(active_)) {
-        if (stroke.code == key::Space) check->setValue(!check->Value());
+    if (dynamic_cast<CommandButton*>(active_) || dynamic_cast<CheckBox*>(active_)) {
+        if (stroke.code == key::Space) actOn(*active_, captionOf(*active_));
         return true;
     }
     if (auto* option = dynamic_cast<OptionButton*>(active_)) return optionKey(*option, stroke.code);
@@ -382,20 +380,9 @@ bool Form::defaultKey(KeyStroke stroke) {
 
 bool Form::pressAccelerator(int letter) {
     for (Control* control : controls_) {
-        if (!canFocus(*control)) continue;
-        auto* button = dynamic_cast<CommandButton*>(control);
-        auto* check = dynamic_cast<CheckBox*>(control);
-        auto* option = dynamic_cast<OptionButton*>(control);
-        const std::string_view caption = button   ? std::string_view(button->Caption)
-                                         : check  ? std::string_view(check->Caption)
-                                         : option ? std::string_view(option->Caption)
-                                                  : std::string_view();
-        if (acceleratorOf(caption) != letter) continue;
-
-        if (!arrive(*control)) return true;
-        if (button) raise(button->Click);
-        if (check) check->setValue(!check->Value());
-        if (option) option->setValue(true);
+        const std::string caption = captionOf(*control);
+        if (acceleratorOf(caption) != letter || !canFocus(*control)) continue;
+        if (arrive(*control) && canFocus(*control)) actOn(*control, caption);
         return true;
     }
     return false;

@@ -1,23 +1,40 @@
 #include "ui/Grabacion.h"
 
-#include "session/ErrorBd.h"
+#include "session/Condition.h"
 
 namespace FendaMaestros {
 
 namespace {
 
-void requireCarriedOut(bool status, const std::string& reason) {
-    if (!status) throw ErrorBd(ErrorBd::Kind::Refused, "No se ha podido grabar: " + reason);
+void requireCarriedOut(bool status, const char* what, const std::string& reason) {
+    if (!status) throw ErrorBd(ErrorBd::Kind::Refused, std::string("No se ha podido ") + what + ": " + reason);
 }
 
 }  // namespace
+
+void exigirUnico(ConexionBd& connection, const std::string& table, const std::string& column,
+                 const std::string& value) {
+    const auto same =
+        connection.Execute("SELECT COUNT(*) FROM " + table + " WHERE " + column + " = '" + insideQuotes(value) + "'");
+    if (same->cell(0, 0).integer() > 1)
+        throw ErrorBd(ErrorBd::Kind::Constraint, value + ": acaba de crearse desde otro puesto.");
+}
+
+void borrarFilas(SesionBd& session, std::string_view table, std::string_view where) {
+    session.Tabla(table);
+    session.Condicion(where);
+    std::string text;
+    bool status = false;
+    session.Borrar(text, status);
+    requireCarriedOut(status, "borrar", text);
+}
 
 void Grabacion::actualizar(std::string_view where) {
     session_.Condicion(where);
     std::string text;
     bool status = false;
     session_.Actualizar(text, status);
-    requireCarriedOut(status, text);
+    requireCarriedOut(status, "grabar", text);
 }
 
 void Grabacion::insertar() {
@@ -25,15 +42,7 @@ void Grabacion::insertar() {
     std::string text;
     bool status = false;
     session_.Insertar(text, status);
-    requireCarriedOut(status, text);
-}
-
-void Grabacion::borrar(std::string_view where) {
-    session_.Condicion(where);
-    std::string text;
-    bool status = false;
-    session_.Borrar(text, status);
-    requireCarriedOut(status, text);
+    requireCarriedOut(status, "grabar", text);
 }
 
 }  // namespace FendaMaestros

@@ -3,12 +3,36 @@
 #include <string>
 #include <string_view>
 
+#include "session/ErrorBd.h"
 #include "session/SesionBd.h"
 
 namespace FendaMaestros {
 
-/// One write, described and carried out in the order that the session wants: table, columns, then actualizar(),
-/// insertar() or, without columns, borrar().
+/// The session has refused the statement of a save that then ends without a word (the component's error 999). Not a
+/// std::exception, so that no handler shows it.
+struct GrabacionRechazada {};
+
+/// Carries out one write of such a save.
+template <class Write>
+void callandoRechazo(Write&& write) {
+    try {
+        write();
+    } catch (const ErrorBd& error) {
+        if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
+        throw;
+    }
+}
+
+/// Throws ErrorBd (Constraint), with a sentence for the person, when more than one row of `table` has that value in
+/// `column`: asked behind an insert and in its transaction, it finds what another program has inserted since this one
+/// looked.
+void exigirUnico(ConexionBd& connection, const std::string& table, const std::string& column, const std::string& value);
+
+/// Deletes the rows under a condition; arguments and errors as Grabacion::actualizar().
+void borrarFilas(SesionBd& session, std::string_view table, std::string_view where);
+
+/// One write, described and carried out in the order that the session wants: table, columns, then actualizar() or
+/// insertar().
 class Grabacion {
 public:
     Grabacion(SesionBd& session, std::string_view table) : session_(session) {
@@ -26,8 +50,6 @@ public:
     void actualizar(std::string_view where);
     /// Errors as actualizar().
     void insertar();
-    /// Arguments and errors as actualizar().
-    void borrar(std::string_view where);
 
 private:
     SesionBd& session_;

@@ -6,8 +6,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr Color focusColor = 65535;
-constexpr Color normalColor = 16777215;
 constexpr int busyPointer = 13;
 constexpr int defaultPointer = 0;
 
@@ -17,8 +15,8 @@ Pantalla::Pantalla() : Pantalla(instanciaActual().desktop()) {}
 
 void Pantalla::onLoad() {
     Ayuda.Conexion = instanciaActual().sesion().Conexion();
-    Ayuda.ColorFoco = focusColor;
-    Ayuda.ColorNormal = normalColor;
+    Ayuda.ColorFoco = colorFoco;
+    Ayuda.ColorNormal = colorNormal;
 }
 
 void Pantalla::onKeyUp(int& code, int /*shift*/) {
@@ -33,8 +31,11 @@ void Pantalla::onKeyUp(int& code, int /*shift*/) {
     desktop().processPending();
 }
 
-void Pantalla::editField(TextBox& field, std::function<void()> left) {
-    field.GotFocus = [this, &field] { Ayuda.EntrarCampo(field, {}, 0); };
+void Pantalla::editField(TextBox& field, std::function<void()> left, std::function<void()> entered) {
+    field.GotFocus = [this, &field, entered = std::move(entered)] {
+        Ayuda.EntrarCampo(field, {}, 0);
+        if (entered) entered();
+    };
     field.LostFocus = [this, &field, left = std::move(left)] {
         Ayuda.SalirCampo(field, {}, 0);
         if (left) left();

@@ -27,8 +27,9 @@ protected:
     void onLoad() override;
     void onKeyUp(int& code, int shift) override;
 
-    /// Highlights the field while it has the focus. What a screen does itself on leaving the field goes in `left`.
-    void editField(TextBox& field, std::function<void()> left = {});
+    /// Highlights the field while it has the focus. What a screen does itself on leaving the field goes in `left`, what
+    /// it does on entering it in `entered`.
+    void editField(TextBox& field, std::function<void()> left = {}, std::function<void()> entered = {});
 
     /// Sets the mark, shows a message with an OK button and puts the focus on the field at fault.
     void avisar(const std::string& text, Control& field, int style = message::Exclamation);

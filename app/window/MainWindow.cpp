@@ -68,8 +68,7 @@ MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Ope
 
 void MainWindow::openCompany(const std::string& company) {
     auto opened = std::make_unique<OpenCompany>(desktop_, open_(company));
-    opened->component().Plan =
-        static_cast<std::int16_t>(planEnVigor(opened->session().Parametros().Item("Par_Ejercicio").Value.integer()));
+    opened->component().Plan = planEnVigor(ejercicioActivo(opened->session().Parametros()));
     company_ = std::move(opened);
     showCompany(company);
 }
@@ -186,7 +185,7 @@ void MainWindow::guarded(const QString& title, const QString& what, const std::f
 void MainWindow::showCompany(const std::string& name) {
     const QString shown = QString::fromStdString(name);
     const ParametrosEmpresa& parameters = company_->session().Parametros();
-    const std::int64_t year = parameters.Item("Par_Ejercicio").Value.integer();
+    const std::int16_t year = ejercicioActivo(parameters);
     const QString digits = QString::fromStdString(parameters.Item("Par_CtaNum").Value.text());
     companyName_->setText(shown);
     companyFacts_->setText(QString("Ejercicio %1   ·   Plan contable de %2   ·   Subcuentas de %3 dígitos")

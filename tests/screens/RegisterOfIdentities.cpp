@@ -3,6 +3,7 @@
 #include "component/FendaMaes.h"
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
+#include "tests/support/Company.h"
 #include "tests/support/RivalConexion.h"
 #include "tests/support/ScriptedPerson.h"
 #include "toolkit/Text.h"
@@ -50,25 +51,7 @@ protected:
                          {document, "Sociedad", "011"}});
     }
 
-    /// Every value of every entry.
-    std::string entries() {
-        std::string found;
-        const auto rows = memory->Execute("SELECT * FROM KXComun.dbo.Nif ORDER BY Nif_Id");
-        for (int row = 0; row < rows->rowCount(); ++row) {
-            for (int column = 0; column < rows->columnCount(); ++column) found += rows->cell(row, column).text() + "|";
-            found += "\n";
-        }
-        return found;
-    }
-
-    bool noTransactionIsOpen() {
-        try {
-            memory->CommitTrans();
-        } catch (const std::exception&) {
-            return true;
-        }
-        return false;
-    }
+    std::string entries() { return contents(*memory, {"KXComun.dbo.Nif"}); }
 
     /// Fails each statement of what the button starts, in turn, until it goes through; `prepare` brings the screen to
     /// where the button is pressed, and each time finds the register as `before` says.
@@ -97,7 +80,7 @@ protected:
                 EXPECT_EQ(person.messages.back().text, "Fallo provocado") << statement;
                 EXPECT_EQ(person.messages.back().style, message::Ok);
                 EXPECT_EQ(entries(), before) << statement;
-                EXPECT_TRUE(noTransactionIsOpen()) << statement;
+                EXPECT_FALSE(hasOpenTransaction(*memory)) << statement;
                 EXPECT_TRUE(form.isOpen());
                 EXPECT_EQ(person.text(form, "txtFields(5)"), document);
                 EXPECT_EQ(person.text(form, "txtFields(1)"), name);
@@ -165,7 +148,7 @@ TEST_F(RegisterOfIdentities, AnUpdateThatTheSessionRefusesEndsWithoutAWord) {
     maes.jNif();
     EXPECT_TRUE(person.messages.empty());
     EXPECT_EQ(entries(), before);
-    EXPECT_TRUE(noTransactionIsOpen());
+    EXPECT_FALSE(hasOpenTransaction(*memory));
 }
 
 TEST_F(RegisterOfIdentities, WhateverIsTypedChangesItsOwnRowAndNothingElse) {

@@ -8,7 +8,9 @@ namespace FendaMaestros::testing {
 namespace {
 
 TEST(Reliability, AKilledClerkLeavesEverySaveWholeOrAbsentAndNothingInTheWay) {
-    const KilledClerks killed(20, std::random_device()());
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const KillReport killed = KilledClerks(20).work(seed);
     EXPECT_EQ(killed.faults, std::vector<std::string>());
     EXPECT_GE(killed.saves, 60);
     EXPECT_GE(killed.kills, 3);
@@ -33,7 +35,7 @@ TEST(Reliability, TwoClerksInOneGroupNeverGiveACodeTwiceAndLoseNoSaveInSilence) 
     office.open()->Conexion()->run(
         {"INSERT INTO KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Nom) VALUES (3, 'A', 'A')", {}});
     const auto work = [&](const std::string& who) {
-        return [&office, who](const Apart::Tell& tell) {
+        return [&office, who](const ChildProcess::Tell& tell) {
             Clerk clerk(office, std::chrono::seconds(20), [](std::shared_ptr<ConexionBd> connection) {
                 return std::make_shared<Hesitating>(std::move(connection));
             });
@@ -47,7 +49,7 @@ TEST(Reliability, TwoClerksInOneGroupNeverGiveACodeTwiceAndLoseNoSaveInSilence) 
             }
         };
     };
-    Apart first(work("Ana ")), second(work("Luis "));
+    ChildProcess first(work("Ana ")), second(work("Luis "));
     auto told = first.end(false);
     for (const auto& line : second.end(false)) told.push_back(line);
 

@@ -4,6 +4,7 @@
 #include "platform/sqlite/Session.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+#include "tests/support/Company.h"
 #include "tests/support/RivalConexion.h"
 #include "tests/support/ScriptedPerson.h"
 
@@ -19,15 +20,6 @@ ParametrosEmpresa parameters() {
     made.set("Par_CtaNum", 8);
     made.set("PAR_ORCONTANOM", 0);
     return made;
-}
-
-bool hasOpenTransaction(ConexionBd& connection) {
-    try {
-        connection.CommitTrans();
-        return true;
-    } catch (const ErrorBd&) {
-        return false;
-    }
 }
 
 /// A company in memory with four accounts of the plan, two sub-accounts, an identity and two journal lines.
@@ -57,16 +49,7 @@ protected:
         return read("SELECT PCta_Id FROM PCta WHERE PCta_Cta = '" + code + "'").integer();
     }
 
-    std::string everything() {
-        std::string found;
-        for (const char* table : {"PCta", "Apu", "KXComun.dbo.Nif"}) {
-            const auto rows = memory->Execute(std::string("SELECT * FROM ") + table);
-            for (int row = 0; row < rows->rowCount(); ++row, found += '\n')
-                for (int column = 0; column < rows->columnCount(); ++column)
-                    found += rows->cell(row, column).text() + "|";
-        }
-        return found;
-    }
+    std::string everything() { return contents(*memory, {"PCta", "Apu", "KXComun.dbo.Nif"}); }
 
     /// On the accounts' screen: saves again and again, the n-th statement of `connection` made to fail, until none is
     /// left. Each time the person is told and the screen keeps its texts; `check` looks at the data.

@@ -109,11 +109,7 @@ public:
     std::string saveCustomer(const std::string& name, const std::string& document) {
         const auto found =
             connection().Execute("SELECT Nif_Id FROM KXComun.dbo.Nif WHERE Nif_Doc = '" + document + "'");
-        person_.visits.push_back([&](Form& form) {
-            person_.fill(form, "Text1(1)", name);
-            person_.press(form, "cmdGuardar");
-            if (form.isOpen()) person_.escape(form);
-        });
+        nameAndSave(name);
         std::string code = "430";
         const std::string saved =
             maes_.CrearNuevaCuenta(code, static_cast<std::int32_t>(found->cell(0, 0).integer()), true);
@@ -124,11 +120,7 @@ public:
     /// Gives an account, and its journal lines with it, another name.
     void rename(const std::string& code, const std::string& name) {
         const auto found = connection().Execute("SELECT PCta_Id FROM PCta WHERE PCta_Cta = '" + code + "'");
-        person_.visits.push_back([&](Form& form) {
-            person_.fill(form, "Text1(1)", name);
-            person_.press(form, "cmdGuardar");
-            if (form.isOpen()) person_.escape(form);
-        });
+        nameAndSave(name);
         maes_.jPlanCuentas(static_cast<std::int32_t>(found->cell(0, 0).integer()));
         expectLast("Grabación finalizada");
     }
@@ -140,6 +132,14 @@ private:
             return ScriptedPerson::answer(message);
         }
     };
+
+    void nameAndSave(const std::string& name) {
+        person_.visits.push_back([this, name](Form& form) {
+            person_.fill(form, "Text1(1)", name);
+            person_.press(form, "cmdGuardar");
+            if (form.isOpen()) person_.escape(form);
+        });
+    }
 
     void expectLast(const std::string& text) {
         const std::string last = person_.messages.empty() ? "no message" : person_.messages.back().text;
@@ -155,12 +155,12 @@ private:
 };
 
 /// A process that works apart and tells lines of text.
-class Apart {
+class ChildProcess {
 public:
     using Tell = std::function<void(const std::string& line)>;
 
     /// An exception of `work` is told as its last line, behind "!".
-    explicit Apart(const std::function<void(const Tell&)>& work) {
+    explicit ChildProcess(const std::function<void(const Tell&)>& work) {
         int ends[2];
         if (pipe(ends) != 0) throw std::runtime_error("no pipe");
         child_ = fork();
@@ -180,9 +180,9 @@ public:
         }
         _exit(0);
     }
-    Apart(const Apart&) = delete;
-    Apart& operator=(const Apart&) = delete;
-    ~Apart() {
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess() {
         if (child_ > 0) end(true);
     }
 
@@ -214,43 +214,49 @@ private:
     std::string told_;
 };
 
-/// Clerks who save identities, customers and names of banks, one after the other, until they are killed.
-class KilledClerks {
-public:
-    /// `rounds` of three saves each are done in the end; on the way a clerk is killed again and again, at a random
-    /// moment of one of the first six saves, and another one goes on.
-    KilledClerks(int rounds, unsigned seed) : office_(rounds + 1), wanted_(rounds) {
-        std::chrono::duration<double> round{};
-        {
-            Clerk first(office_, std::chrono::seconds(5));
-            const auto start = std::chrono::steady_clock::now();
-            doRound(first, ++done_, [](const std::string&) {});
-            round = std::chrono::steady_clock::now() - start;
-        }
-        std::mt19937 random(seed);
-        std::uniform_int_distribution<int> before(0, 5);
-        std::uniform_real_distribution<double> moment(0, round.count() / savesOfARound);
-        while (done_ < wanted_ && faults.empty())
-            clerkIsKilled(before(random), std::chrono::duration<double>(moment(random)));
-    }
-
+struct KillReport {
     /// What was found wrong, in words; empty when all is well.
     std::vector<std::string> faults;
     int kills = 0;
     /// Saves that went through, those of the checks included.
-    int saves = savesOfARound;
+    int saves = 0;
     /// Rounds of which the kill left some saves done and others not.
     int cutRounds = 0;
+};
+
+/// Clerks who save identities, customers and names of banks, one after the other, until they are killed.
+class KilledClerks {
+public:
+    explicit KilledClerks(int rounds) : office_(rounds + 1), wanted_(rounds) {}
+
+    /// Rounds of three saves each until all are done; on the way a clerk is killed again and again, at a random moment
+    /// of one of the first six saves, and another one goes on. Ends at the first fault.
+    KillReport work(unsigned seed) {
+        std::mt19937 random(seed);
+        std::uniform_int_distribution<int> before(0, 5);
+        std::uniform_real_distribution<double> moment(0, measuredRound().count() / savesOfARound);
+        while (done_ < wanted_ && report_.faults.empty())
+            clerkIsKilled(before(random), std::chrono::duration<double>(moment(random)));
+        return report_;
+    }
 
 private:
     static constexpr int savesOfARound = 3;
 
+    std::chrono::duration<double> measuredRound() {
+        Clerk clerk(office_, std::chrono::seconds(5));
+        const auto start = std::chrono::steady_clock::now();
+        doRound(clerk, ++done_, [](const std::string&) {});
+        report_.saves += savesOfARound;
+        return std::chrono::steady_clock::now() - start;
+    }
+
     void expect(bool holds, const std::string& fault) {
-        if (!holds) faults.push_back("kill " + std::to_string(kills) + ": " + fault);
+        if (!holds) report_.faults.push_back("kill " + std::to_string(report_.kills) + ": " + fault);
     }
     static std::string document(int round) { return "K" + std::to_string(round); }
 
-    static void doRound(Clerk& clerk, int round, const Apart::Tell& tell) {
+    static void doRound(Clerk& clerk, int round, const ChildProcess::Tell& tell) {
         clerk.saveIdentity(document(round));
         tell("identity");
         clerk.saveCustomer("Cuenta " + document(round), document(round));
@@ -261,7 +267,7 @@ private:
 
     /// After `before` saves and a little more.
     void clerkIsKilled(int before, std::chrono::duration<double> behind) {
-        Apart clerk([&](const Apart::Tell& tell) {
+        ChildProcess clerk([&](const ChildProcess::Tell& tell) {
             Clerk working(office_, std::chrono::seconds(5));
             tell("ready");
             for (int round = done_ + 1; round <= wanted_; ++round) doRound(working, round, tell);
@@ -269,7 +275,7 @@ private:
         for (int line = 0; line <= before; ++line) clerk.awaitLine();
         std::this_thread::sleep_for(behind);
         const auto told = clerk.end(true);
-        ++kills;
+        ++report_.kills;
         if (!told.empty() && told.back().front() == '!') expect(false, told.back());
         check(static_cast<int>(told.size()) - 1);
     }
@@ -298,13 +304,13 @@ private:
         const int now = identities + customers + banks;
         expect(now - savesOfARound * done_ == told || now - savesOfARound * done_ == told + 1,
                "told " + std::to_string(told) + " saves, found " + std::to_string(now - savesOfARound * done_));
-        if (faults.empty()) finish(next, now - savesOfARound * done_);
+        if (report_.faults.empty()) finish(next, now - savesOfARound * done_);
     }
 
     /// The next clerk does what is missing of the round, or a whole one.
     void finish(Clerk& next, int found) {
         const int open = found % savesOfARound, round = done_ + found / savesOfARound + 1;
-        if (open > 0) ++cutRounds;
+        if (open > 0) ++report_.cutRounds;
         try {
             if (open == 0) next.saveIdentity(document(round));
             if (open < 2) next.saveCustomer("Cuenta " + document(round), document(round));
@@ -312,7 +318,7 @@ private:
         } catch (const std::exception& error) {
             expect(false, std::string("the next save: ") + error.what());
         }
-        saves += savesOfARound * (round - done_);
+        report_.saves += savesOfARound * (round - done_);
         done_ = round;
         expect(office_.leftovers() == 0, "a journal is left");
     }
@@ -320,6 +326,7 @@ private:
     Office office_;
     int wanted_;
     int done_ = 0;
+    KillReport report_;
 };
 
 }  // namespace FendaMaestros::testing
