@@ -26,21 +26,6 @@ constexpr std::int64_t codigoPais = 11;
 constexpr std::int64_t provinciaExtranjera = 99;
 constexpr std::size_t cifrasCodigoPostal = 5;
 
-/// The pointer of a wait, as long as it lives.
-class Espera {
-public:
-    explicit Espera(Desktop& desktop) : desktop_(desktop) {
-        desktop_.setPointer(13);
-        desktop_.processPending();
-    }
-    Espera(const Espera&) = delete;
-    Espera& operator=(const Espera&) = delete;
-    ~Espera() { desktop_.setPointer(0); }
-
-private:
-    Desktop& desktop_;
-};
-
 std::string dosCifras(std::int64_t code) { return format(code, "00"); }
 
 ConexionBd& conexion() { return *instanciaActual().sesion().Conexion(); }

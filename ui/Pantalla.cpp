@@ -59,6 +59,13 @@ bool Pantalla::confirmarEnSitio(const std::string& text, int icon, const std::st
     return yes;
 }
 
+Espera::Espera(Desktop& desktop) : desktop_(desktop) {
+    desktop_.setPointer(busyPointer);
+    desktop_.processPending();
+}
+
+Espera::~Espera() { desktop_.setPointer(defaultPointer); }
+
 Ocupado::Ocupado(Form& form, bool hourglass) : form_(form), hourglass_(hourglass) {
     form_.Enabled = false;
     if (hourglass_) form_.desktop().setPointer(busyPointer);

@@ -39,6 +39,18 @@ protected:
     bool confirmarEnSitio(const std::string& text, int icon, const std::string& title);
 };
 
+/// Shows the busy pointer as long as it lives, from when the screen has been painted.
+class Espera {
+public:
+    explicit Espera(Desktop& desktop);
+    Espera(const Espera&) = delete;
+    Espera& operator=(const Espera&) = delete;
+    ~Espera();
+
+private:
+    Desktop& desktop_;
+};
+
 /// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when
 /// an exception ends it, the screen is enabled, the pointer the default one, and what was waiting is handled.
 class Ocupado {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <map>
 #include <string>
-#include <string_view>
+#include <utility>
 
 #include "toolkit/Operator.h"
 
@@ -10,8 +12,8 @@ namespace FendaMaestros {
 class TextBox;
 
 /// What the editing keys do to the text box with the focus: a caret and a selection in it, and a clipboard. Caret and
-/// selection last while the box keeps the focus; in one that has just got it, the whole text is selected if the box
-/// says so, and else the caret stands at the end.
+/// selection last while the box keeps the focus, also below a form that comes on top; in one that has just got it, the
+/// whole text is selected if the box says so, and else the caret stands at the end.
 class TextEditor {
 public:
     /// To be called before each gesture and after it: takes note of where the focus is.
@@ -22,9 +24,19 @@ public:
     bool key(Form& form, KeyStroke stroke);
 
 private:
-    std::size_t start() const { return caret_ < anchor_ ? caret_ : anchor_; }
-    std::size_t end() const { return caret_ < anchor_ ? anchor_ : caret_; }
-    bool hasSelection() const { return caret_ != anchor_; }
+    /// Where a person is on one form.
+    struct Place {
+        TextBox* box = nullptr;
+        /// The text as the last gesture left it.
+        std::u32string text;
+        /// In characters. What lies between both is selected.
+        std::size_t anchor = 0;
+        std::size_t caret = 0;
+    };
+
+    std::size_t start() const { return std::min(at_.caret, at_.anchor); }
+    std::size_t end() const { return std::max(at_.caret, at_.anchor); }
+    bool hasSelection() const { return at_.caret != at_.anchor; }
 
     bool motion(KeyStroke stroke);
     bool erasure(Form& form, KeyStroke stroke);
@@ -35,12 +47,10 @@ private:
     /// Puts a text in place of the characters from `from` to `to`, and the caret behind it.
     void replace(Form& form, std::size_t from, std::size_t to, const std::u32string& by);
 
-    TextBox* box_ = nullptr;
-    /// The text as the last gesture left it.
-    std::u32string text_;
-    /// In characters. What lies between both is selected.
-    std::size_t anchor_ = 0;
-    std::size_t caret_ = 0;
+    Place at_;
+    const Form* form_ = nullptr;
+    /// Of the forms that others have come on top of. A form that is gone is never looked at, only its address compared.
+    std::map<const Form*, Place> below_;
     std::u32string clipboard_;
 };
 
