@@ -302,7 +302,8 @@ std::string frmNif::destino(Paso step) const {
         return " WHERE Nif_Doc " + comparison + " " + document + " OR (Nif_Doc = " + document + " AND Nif_Id " +
                comparison + " " + std::to_string(nIdActual_) + ")";
     };
-    const std::string upwards = " ORDER BY Nif_Doc, Nif_Id", downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
+    constexpr const char* upwards = " ORDER BY Nif_Doc, Nif_Id";
+    constexpr const char* downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
     switch (nIdActual_ > 0 ? step : desdeNada(step)) {
         case Paso::Primero:
             return upwards;
