@@ -19,6 +19,8 @@ using guion::literalOf;
 
 namespace {
 
+constexpr const char* interrupted = "nota un mensaje ha interrumpido el gesto, que no llega a hacerse\n";
+
 template <class T>
 T takeFirst(std::deque<T>& queue) {
     T first = std::move(queue.front());
@@ -99,6 +101,8 @@ void GuionOperator::carryOut(const Command& command) {
     line_ = command.line;
     acted_ = command.acts;
     if (echo_) out_ << "> " << command.text << "\n";
+    // However fast lines are carried out, each is a person's gesture of its own.
+    if (Form* form = host_->desktop().activeForm()) form->pauseTyping();
     try {
         goOn();
         command.run(*this);
@@ -289,8 +293,7 @@ void GuionOperator::act(Gesture&& gesture) {
     Form& form = top();
     const int before = form.abandonedGestures();
     gesture(form, host_->gestures());
-    if (form.isOpen() && form.abandonedGestures() != before)
-        out_ << "nota un mensaje ha interrumpido el gesto, que no llega a hacerse\n";
+    if (form.isOpen() && form.abandonedGestures() != before) out_ << interrupted;
 }
 
 void GuionOperator::type(const std::string& text) {
@@ -318,7 +321,10 @@ void GuionOperator::go(const std::string& name) {
     if (dynamic_cast<CheckBox*>(&target)) fail(name + " es una casilla: con el ratón se marca (marcar, desmarcar)");
     if (dynamic_cast<OptionButton*>(&target)) fail(name + " es una opción: con el ratón se elige (elegir)");
     if (top().activeControl() == &target) return;
-    if (reaches(top(), target)) act([&](Form& form, Gestures& hands) { hands.click(form, target); });
+    if (!reaches(top(), target)) return;
+    Form& form = top();
+    host_->gestures().click(form, target);
+    if (form.isOpen() && form.activeControl() != &target) out_ << interrupted;
 }
 
 void GuionOperator::press(const std::string& name) {

@@ -1,6 +1,6 @@
 #include "app/NewCompany.h"
 
-#include <chrono>
+#include <ctime>
 #include <stdexcept>
 
 #include "toolkit/Text.h"
@@ -35,8 +35,8 @@ std::string validName(const std::string& typed) {
 }
 
 int currentYear() {
-    const std::chrono::year_month_day today(std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()));
-    return static_cast<int>(today.year());
+    const std::time_t now = std::time(nullptr);
+    return std::localtime(&now)->tm_year + 1900;
 }
 
 int fiscalYear(const std::string& typed) {

@@ -27,6 +27,7 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
 void frmIdentificador::comprobar() {
     lblResultado.Caption = rule_(text::trim(Text1.Text));
     setFocus(Text1);
+    Text1.AllSelected = true;
 }
 
 }  // namespace FendaMaestros

@@ -52,7 +52,7 @@ bool frmPlanCtas::intentar(Step&& step) {
 }
 
 void frmPlanCtas::guardar() {
-    if (!text::isNumericCode(text::trim(Text1(Codigo).Text)))
+    if (!text::isNumericCode(text::trimEnd(Text1(Codigo).Text)))
         return avisarGrabacion("Debe indicar un codigo de cuenta");
     bool repeated = false;
     if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return;
@@ -61,7 +61,7 @@ void frmPlanCtas::guardar() {
         avisarGrabacion("No ha indicado el Nif asociado");
         return setFocus(Text1(Documento));
     }
-    if (intentar([this] { grabar(); })) terminarGrabacion();
+    if (intentar([this] { conPaciencia([this] { grabar(); }); })) terminarGrabacion();
 }
 
 bool frmPlanCtas::existeCodigo() const {
@@ -92,6 +92,8 @@ void frmPlanCtas::grabar() {
         else
             id = insertarCuenta();
         transaction.confirmarBd();
+        // Whatever the second commit does, the row may by now be another than the one read.
+        rsMostrada.reset();
         transaction.confirmarOrigen();
     } catch (...) {
         // The first of the two commits may have stored the new row: a save tried again must then update it, and must
@@ -133,11 +135,15 @@ void frmPlanCtas::describirCuenta(Grabacion& write) const {
     write.campo("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
 }
 
-void frmPlanCtas::actualizarCuenta() const {
+void frmPlanCtas::actualizarCuenta() {
     SesionBd& session = instanciaActual().sesion();
     const std::string id = std::to_string(nIdActual);
     const auto stored = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = " + id);
-    if (stored->Eof()) throw std::runtime_error("Otro programa ha eliminado la cuenta.");
+    if (stored->Eof()) {
+        nIdActual = 0;
+        cmdBorrar.Enabled = false;
+        throw std::runtime_error("Otro programa ha eliminado la cuenta. Si la guarda otra vez, se crea de nuevo.");
+    }
     if (rsMostrada && !stored->sameContents(*rsMostrada))
         throw std::runtime_error("Otro programa ha cambiado la cuenta. Vuelva a buscarla para ver cómo está ahora.");
     Grabacion account(session, "PCta");

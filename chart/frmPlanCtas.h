@@ -89,7 +89,8 @@ private:
     /// False also when the database does not answer.
     bool estaGrabada(std::int64_t id) const;
     void describirCuenta(Grabacion& write) const;
-    void actualizarCuenta() const;
+    /// Throws std::runtime_error when another program has changed the account, or has deleted it: then it is a new one.
+    void actualizarCuenta();
     /// Gives the identity of the new row.
     std::int64_t insertarCuenta() const;
     void terminarGrabacion();

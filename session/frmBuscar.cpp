@@ -10,6 +10,7 @@ namespace FendaMaestros {
 namespace {
 
 constexpr int rowsOfAPage = 10;
+constexpr Twips sliver = 100;
 
 int searchColumnOf(const Recordset& rows, std::string_view name) {
     const int named = rows.columnIndex(name);
@@ -59,8 +60,8 @@ void frmBuscar::showRows(std::shared_ptr<FoundRows> rows) {
     const int last = std::min(found_->columnCount() - 1, static_cast<int>(shown_.size()));
     for (int column = 1; column <= last; ++column) {
         const ShownColumn& shown = shown_[static_cast<std::size_t>(column - 1)];
-        // A column without a caption is there for the code that reads the result.
-        if (column > 1 && shown.caption.empty()) continue;
+        // A sliver without a caption is there for the code that reads the result.
+        if (column > 1 && shown.caption.empty() && shown.width <= sliver) continue;
         dbgBuscar.Columns.push_back(
             {.Caption = shown.caption, .SourceColumn = column, .Width = shown.width, .NumberFormat = {}});
     }

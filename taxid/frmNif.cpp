@@ -352,7 +352,7 @@ void frmNif::guardarConTecla() {
 
 void frmNif::guardar() {
     try {
-        if (const auto inserted = grabar()) mostrarInsertada(*inserted);
+        if (const auto inserted = conPaciencia([this] { return grabar(); })) mostrarInsertada(*inserted);
     } catch (const GrabacionRechazada&) {
         return;
     } catch (const std::exception& error) {
@@ -390,11 +390,18 @@ frmNif::Ficha frmNif::insertar(Grabacion& write) const {
     return inserted;
 }
 
-void frmNif::actualizar(Grabacion& write) const {
+void frmNif::actualizar(Grabacion& write) {
     const auto stored = registrado(nIdActual_);
-    if (!stored) throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
-    if (*stored != nifLeido_)
-        throw std::runtime_error("Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
+    if (stored != nifLeido_) {
+        // Leaving the document again reads it again.
+        sDocumentoTratado_.clear();
+        if (stored)
+            throw std::runtime_error(
+                "Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
+        nIdActual_ = 0;
+        cmdBorrar.Enabled = false;
+        throw std::runtime_error("Otro programa ha eliminado este CIF/NIF. Si lo guarda otra vez, se crea de nuevo.");
+    }
     callandoRechazo([&] { write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_)); });
 }
 

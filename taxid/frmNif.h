@@ -112,7 +112,8 @@ private:
     /// Inserts or updates in a transaction. What has been inserted comes back as the register has it.
     std::optional<Ficha> grabar();
     Ficha insertar(Grabacion& write) const;
-    void actualizar(Grabacion& write) const;
+    /// Throws std::runtime_error when another program has changed the entry, or has deleted it: then it is a new one.
+    void actualizar(Grabacion& write);
     void borrar();
     void avisarFallo(const std::exception& error);
 

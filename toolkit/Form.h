@@ -87,6 +87,8 @@ public:
     void edit(TextBox& box, std::string text);
     /// A character typed on a combo box chooses the item that it leads to: see ListTyping.
     void typeOn(ComboBox& combo, char32_t character);
+    /// The person pauses: what is typed on a list from now on begins anew.
+    void pauseTyping() { typing_ = {}; }
     void focus(Control& control);
     void press(CommandButton& button);
     void toggle(CheckBox& check);

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <exception>
 #include <memory>
+#include <thread>
 
 #include "session/ConexionBd.h"
+#include "session/ErrorBd.h"
 
 namespace FendaMaestros {
 
@@ -35,5 +38,22 @@ private:
     std::shared_ptr<ConexionBd> connection_;
     bool open_ = true;
 };
+
+/// Carries out a save, its transactions included, and again while another program keeps the data busy, for five seconds
+/// at most: an engine may turn away at once, instead of letting it wait, a transaction that reads before it writes.
+template <class Save>
+auto conPaciencia(Save&& save) {
+    constexpr std::chrono::seconds patience(5);
+    constexpr std::chrono::milliseconds breath(10);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    for (;;) {
+        try {
+            return save();
+        } catch (const ErrorBd& error) {
+            if (error.kind() != ErrorBd::Kind::Busy || std::chrono::steady_clock::now() >= end) throw;
+        }
+        std::this_thread::sleep_for(breath);
+    }
+}
 
 }  // namespace FendaMaestros

@@ -78,7 +78,7 @@ TEST_F(LookupScreens, AnAccountOutsideThePlanIsAskedForOverItsScreen) {
         person.fill(form, "Text1", "99900001");
         person.enter(form);
         EXPECT_EQ(result(form), "La cuenta 99900001 vale para el plan 2008.");
-        person.fill(form, "Text1", "'or'1");
+        person.hands.type(form, "'or'1");
         person.press(form, "cmdComprobar");
         EXPECT_EQ(result(form), "Solo cifras, sin espacios ni comas.");
         person.escape(form);

@@ -247,8 +247,9 @@ TEST_F(RegisterOfIdentities, WhatAnotherProgramHasChangedMeanwhileIsNotWrittenOv
                   "Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
         EXPECT_EQ(person.text(form, "txtFields(1)"), "Nuestra");
         EXPECT_EQ(entries().find("Nuestra"), std::string::npos);
-        person.press(form, "cmdNav(0)");
-        EXPECT_EQ(person.text(form, "txtFields(45)"), "Suya");
+        person.fill(form, "txtFields(5)", "A00000001");
+        person.enter(form);
+        EXPECT_EQ(person.text(form, "txtFields(45)"), "Suya") << "typed again, it is read again";
         for (const char* name : {"Una", "Otra"}) {
             person.fill(form, "txtFields(1)", name);
             person.press(form, "cmdSalvar");
@@ -258,6 +259,19 @@ TEST_F(RegisterOfIdentities, WhatAnotherProgramHasChangedMeanwhileIsNotWrittenOv
     });
     maes.jNif();
     EXPECT_NE(entries().find("|Otra|"), std::string::npos);
+
+    person.answers = {Answer::Ok, Answer::Ok};
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "txtFields(5)", "B00000002");
+        person.fill(form, "txtFields(1)", "Renacida");
+        failing->rival = {"DELETE FROM KXComun.dbo.Nif WHERE Nif_Doc = 'B00000002'", {}};
+        person.press(form, "cmdSalvar");
+        EXPECT_EQ(person.messages.back().text,
+                  "Otro programa ha eliminado este CIF/NIF. Si lo guarda otra vez, se crea de nuevo.");
+        person.press(form, "cmdSalvar");
+    });
+    maes.jNif();
+    EXPECT_NE(entries().find("|B00000002|Renacida|"), std::string::npos);
 }
 
 TEST_F(RegisterOfIdentities, ADocumentThatAnotherProgramHasJustCreatedIsNotStoredTwice) {

@@ -77,5 +77,23 @@ TEST(Reliability, TwoClerksInOneGroupNeverGiveACodeTwiceAndLoseNoSaveInSilence) 
     EXPECT_GT(saved.size(), static_cast<std::size_t>(attempts) / 2);
 }
 
+TEST(Reliability, ClerksWhoChangeDifferentRowsWaitForEachOther) {
+    constexpr int changes = 12;
+    const Office office(2, 50);
+    const auto work = [&](int account) {
+        return [&office, account](const ChildProcess::Tell& tell) {
+            Clerk clerk(office, std::chrono::seconds(5));
+            for (int change = 1; change <= changes; ++change) {
+                clerk.rename(Office::bankCode(account), "Banco " + std::to_string(change));
+                tell("saved");
+            }
+        };
+    };
+    ChildProcess first(work(1)), second(work(2));
+    const std::vector<std::string> all(changes, "saved");
+    EXPECT_EQ(first.end(false), all);
+    EXPECT_EQ(second.end(false), all);
+}
+
 }  // namespace
 }  // namespace FendaMaestros::testing

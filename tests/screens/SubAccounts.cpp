@@ -125,6 +125,19 @@ TEST_F(SubAccounts, AFailureOfTheSecondSessionNeverInsertsTwice) {
     EXPECT_EQ(read("SELECT COUNT(*) FROM PCta WHERE PCta_Des = 'Banco'"), Variant(1));
 }
 
+TEST_F(SubAccounts, AChangeOfWhichTheSecondCommitFailedIsSavedAgain) {
+    maes.MyBdorigen = &other;
+    saveWithFailures(
+        *otherFailing,
+        [&](Form& form) {
+            person.fill(form, "Text1(0)", "43000001");
+            person.hands.key(form, {key::Tab, shift::None});
+            person.fill(form, "Text1(1)", "Nueva");
+        },
+        [](int) {});
+    EXPECT_EQ(read("SELECT PCta_Des FROM PCta WHERE PCta_Cta = '43000001'"), Variant("Nueva"));
+}
+
 TEST_F(SubAccounts, TwoWrappersOfOneConnectionLeaveNoTraceOfASaveThatTheLastCommitLost) {
     const auto second = std::make_shared<FailingConexion>(memory);
     SesionSql same(second, parameters());
@@ -181,7 +194,8 @@ TEST_F(SubAccounts, AnAccountThatAnotherProgramHasChangedOrDeletedIsNotWrittenOv
         failing->rival = {"DELETE FROM PCta WHERE PCta_Cta = '57200000'", {}};
         person.press(form, "cmdGuardar");
         EXPECT_EQ(person.messages.back().text,
-                  "Error en la grabación de la cuenta Otro programa ha eliminado la cuenta.");
+                  "Error en la grabación de la cuenta Otro programa ha eliminado la cuenta. Si la guarda otra vez, se "
+                  "crea de nuevo.");
         EXPECT_EQ(person.text(form, "Text1(1)"), "Nombre nuevo");
     });
     maes.jPlanCuentas(static_cast<std::int32_t>(idOf("57200000")));
