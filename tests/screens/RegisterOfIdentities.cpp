@@ -11,14 +11,6 @@
 namespace FendaMaestros::testing {
 namespace {
 
-ParametrosEmpresa parameters() {
-    ParametrosEmpresa made;
-    made.set("Par_Ejercicio", 2010);
-    made.set("Par_Provincia", 28);
-    made.set("PAR_ORCONTANOM", 0);
-    return made;
-}
-
 /// A session that will not carry out updates.
 class Unwilling final : public SesionBd {
 public:
@@ -96,7 +88,7 @@ protected:
     RegistroComponentes components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);
-    SesionSql session{failing, parameters()};
+    SesionSql session{failing, parameters(2010)};
     FendaMaes maes{desktop, components};
 };
 

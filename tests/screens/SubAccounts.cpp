@@ -14,14 +14,6 @@ namespace {
 constexpr const char* failure = "Error en la grabación de la cuenta Fallo provocado";
 constexpr const char* done = "Grabación finalizada";
 
-ParametrosEmpresa parameters() {
-    ParametrosEmpresa made;
-    made.set("Par_Ejercicio", 2026);
-    made.set("Par_CtaNum", 8);
-    made.set("PAR_ORCONTANOM", 0);
-    return made;
-}
-
 /// A company in memory with four accounts of the plan, two sub-accounts, an identity and two journal lines.
 class SubAccounts : public ::testing::Test {
 protected:
@@ -89,8 +81,8 @@ protected:
     std::shared_ptr<ConexionBd> otherMemory = sqlite::openMemory();
     std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);
     std::shared_ptr<FailingConexion> otherFailing = std::make_shared<FailingConexion>(otherMemory);
-    SesionSql session{failing, parameters()};
-    SesionSql other{otherFailing, parameters()};
+    SesionSql session{failing, parameters(2026)};
+    SesionSql other{otherFailing, parameters(2026)};
     FendaMaes maes{desktop, components};
 };
 
@@ -140,7 +132,7 @@ TEST_F(SubAccounts, AChangeOfWhichTheSecondCommitFailedIsSavedAgain) {
 
 TEST_F(SubAccounts, TwoWrappersOfOneConnectionLeaveNoTraceOfASaveThatTheLastCommitLost) {
     const auto second = std::make_shared<FailingConexion>(memory);
-    SesionSql same(second, parameters());
+    SesionSql same(second, parameters(2026));
     maes.MyBdorigen = &same;
     const std::string before = everything();
     saveWithFailures(
@@ -337,7 +329,7 @@ TEST_F(SubAccounts, ACodeIsTypedOnTheNumberKeysAndAHintNeverWaitsTwice) {
     maes.jPlanCuentas();
 
     for (const Variant& digits : {Variant(-3), Variant(0), Variant(std::int64_t{1} << 62), Variant()}) {
-        ParametrosEmpresa wrong = parameters();
+        ParametrosEmpresa wrong = parameters(2026);
         wrong.set("Par_CtaNum", digits);
         SesionSql odd(failing, wrong);
         maes.MyBd = &odd;

@@ -5,9 +5,20 @@
 
 #include "session/ConexionBd.h"
 #include "session/ErrorBd.h"
+#include "session/ParametrosEmpresa.h"
 
 /// What tests of the screens look at in a company.
 namespace FendaMaestros::testing {
+
+/// Of a company in Madrid with sub-accounts of eight digits, where names come before surnames.
+inline ParametrosEmpresa parameters(int fiscalYear) {
+    ParametrosEmpresa made;
+    made.set("Par_Ejercicio", fiscalYear);
+    made.set("Par_CtaNum", 8);
+    made.set("Par_Provincia", 28);
+    made.set("PAR_ORCONTANOM", 0);
+    return made;
+}
 
 inline bool hasOpenTransaction(ConexionBd& connection) {
     try {
