@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "session/AyudaCampos.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
@@ -18,6 +18,7 @@ std::int32_t BuscadorCuentas::fnBuscarCuentas(std::int16_t mode, bool bTodas) {
     const std::string active = bTodas ? "" : " AND PCta_bActiva = 1";
     AyudaCampos help(desktop_);
     help.Conexion = MyBd->Conexion();
+    help.ColorFoco = focusColor;
     std::string chosen;
     help.Buscar(
         "SELECT PCta_Id, PCta_Cta, PCta_Des FROM PCta WHERE PCta_Subcuenta = 1" + active + " ORDER BY " + column,

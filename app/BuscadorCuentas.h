@@ -1,12 +1,12 @@
 #pragma once
 
 #include "toolkit/Desktop.h"
-#include "ui/Componentes.h"
+#include "ui/ExternalComponents.h"
 
 namespace FendaMaestros {
 
 /// The program's own account search: the sub-accounts of the open company, those that are inactive only on request.
-class BuscadorCuentas final : public DatosFenda {
+class BuscadorCuentas final : public HostApplication {
 public:
     /// `desktop` must outlive the component.
     explicit BuscadorCuentas(Desktop& desktop) : desktop_(desktop) {}

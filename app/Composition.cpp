@@ -1,6 +1,7 @@
 #include "app/Composition.h"
 
 #include "app/BuscadorCuentas.h"
+
 #ifdef FENDA_WITH_REPORTS
 #include "platform/reports/FendaRep.h"
 #endif
@@ -10,19 +11,19 @@
 
 namespace FendaMaestros {
 
-void registrarComponentes(RegistroComponentes& components, Desktop& desktop) {
-    components.registrar(DatosFenda::ProgId, [&desktop] { return std::make_unique<BuscadorCuentas>(desktop); });
+void registerComponents(ComponentRegistry& components, Desktop& desktop) {
+    components.add(HostApplication::ProgId, [&desktop] { return std::make_unique<BuscadorCuentas>(desktop); });
 #ifdef FENDA_WITH_REPORTS
-    registrarFendaRep(components, desktop);
+    registerFendaRep(components, desktop);
 #endif
 #ifdef FENDA_WITH_XLSX
-    registrarKOffice(components, desktop);
+    registerKOffice(components, desktop);
 #endif
 }
 
 OpenCompany::OpenCompany(Desktop& desktop, std::unique_ptr<SesionBd> session)
     : session_(std::move(session)), component_(desktop, components_) {
-    registrarComponentes(components_, desktop);
+    registerComponents(components_, desktop);
     component_.MyBd = session_.get();
     component_.MyBdorigen = session_.get();
 }

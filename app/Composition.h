@@ -8,7 +8,7 @@ namespace FendaMaestros {
 
 /// Registers the external components that were built: spreadsheets, the report printer and the host's account search.
 /// `desktop` must outlive the registry.
-void registrarComponentes(RegistroComponentes& components, Desktop& desktop);
+void registerComponents(ComponentRegistry& components, Desktop& desktop);
 
 /// A company that is open: its session, and the component that works on it. While it lives it is the one that screens
 /// work with, unless a newer one is made.
@@ -22,7 +22,7 @@ public:
 
 private:
     std::unique_ptr<SesionBd> session_;
-    RegistroComponentes components_;
+    ComponentRegistry components_;
     FendaMaes component_;
 };
 

@@ -1,11 +1,11 @@
 #include "app/GuionProgram.h"
 
-#include <stdexcept>
-
 #include <stdlib.h>
+#include <stdexcept>
 
 #include "app/Composition.h"
 #include "app/PublicProperties.h"
+
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/DataFolder.h"
 #endif
@@ -30,7 +30,7 @@ GuionProgram::GuionProgram(GuionDesktop desktop, TraceSink trace, const std::opt
     : desktop_(std::move(desktop)), trace_(std::move(trace)) {
     if (!folder) temporary_.emplace();
     folder_ = folder ? *folder : temporary_->path();
-    registrarComponentes(components_, *desktop_.desktop);
+    registerComponents(components_, *desktop_.desktop);
     renewObject();
 }
 

@@ -57,7 +57,7 @@ private:
     GuionDesktop desktop_;
     TraceSink trace_;
     bool tracing_ = false;
-    RegistroComponentes components_;
+    ComponentRegistry components_;
     std::unique_ptr<SesionBd> session_;
     std::unique_ptr<FendaMaes> component_;
 };

@@ -8,7 +8,7 @@ void VentanaDirecta::onKeyDown(int& code, int /*shift*/) { enterPressed_ = code 
 
 /// An Enter that was pressed elsewhere, to open this window or to answer a message over it, presses nothing here.
 void VentanaDirecta::onKeyUp(int& code, int shift) {
-    if (code != key::Enter) return Pantalla::onKeyUp(code, shift);
+    if (code != key::Enter) return Screen::onKeyUp(code, shift);
     code = 0;
     if (std::exchange(enterPressed_, false)) pulsar();
 }

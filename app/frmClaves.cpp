@@ -1,7 +1,8 @@
 #include "app/frmClaves.h"
 
-#include "component/FendaMaes.h"
+#include "taxid/ClavesRetencion.h"
 #include "toolkit/Text.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -27,15 +28,15 @@ frmClaves::frmClaves() {
 }
 
 void frmClaves::onLoad() {
-    Pantalla::onLoad();
+    Screen::onLoad();
     Text1.Text = instanciaActual().sesion().Parametros().Item("Par_Ejercicio").Value.text();
     mostrarClaves();
 }
 
-void frmClaves::mostrarClaves() { instanciaActual().jCargaClavesRetencion(cboClave, "-", ejercicio(), false); }
+void frmClaves::mostrarClaves() { jCargaClavesRetencion(cboClave, "-", ejercicio(), false); }
 
 void frmClaves::mostrarSubclaves() {
-    instanciaActual().jCargaClavesRetencion(cboSubclave, text::left(cboClave.Text(), 1), ejercicio(), false);
+    jCargaClavesRetencion(cboSubclave, text::left(cboClave.Text(), 1), ejercicio(), false);
 }
 
 std::int16_t frmClaves::ejercicio() const { return static_cast<std::int16_t>(Variant(Text1.Text).integer()); }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
 /// Shows the withholding keys of a fiscal year and the sub-keys of the one chosen.
-class frmClaves final : public Pantalla {
+class frmClaves final : public Screen {
 public:
     frmClaves();
 

@@ -118,7 +118,7 @@ private:
 public:
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     FendaMaes maes{desktop, components};
 };
 

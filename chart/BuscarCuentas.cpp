@@ -1,8 +1,8 @@
 #include "chart/BuscarCuentas.h"
 
-#include "component/FendaMaes.h"
-#include "session/AyudaCampos.h"
-#include "session/ParametrosEmpresa.h"
+#include "ui/Screen.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -17,16 +17,14 @@ struct ShownColumn {
 
 std::int32_t search(const std::string& sql, const std::string& searchColumn, ShownColumn first, ShownColumn second,
                     const std::string& title) {
-    AyudaCampos help(instanciaActual().desktop());
-    help.Conexion = instanciaActual().sesion().Conexion();
     std::string chosen;
-    help.Buscar(sql, searchColumn, first.caption, second.caption, title, first.width, second.width, 0, chosen);
+    searchHelp().Buscar(sql, searchColumn, first.caption, second.caption, title, first.width, second.width, 0, chosen);
     return static_cast<std::int32_t>(AyudaCampos::chosenId(chosen));
 }
 
 /// `Plan`, from the active fiscal year when it is not known yet.
 int knownPlan() {
-    FendaMaes& component = instanciaActual();
+    WorkContext& component = instanciaActual();
     if (component.Plan == 0) component.Plan = planEnVigor(ejercicioActivo(component.sesion().Parametros()));
     return component.Plan;
 }

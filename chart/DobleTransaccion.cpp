@@ -1,10 +1,10 @@
 #include "chart/DobleTransaccion.h"
 
-#include "component/FendaMaes.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
-DobleTransaccion::DobleTransaccion(const FendaMaes& component) {
+DobleTransaccion::DobleTransaccion(const WorkContext& component) {
     bd_.emplace(component.sesion().Conexion());
     origen_.emplace(component.sesionOrigen().Conexion());
 }

@@ -1,9 +1,10 @@
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
-#include "component/FendaMaes.h"
 #include "session/ErrorBd.h"
+#include "taxid/frmNif.h"
 #include "toolkit/Raised.h"
 #include "toolkit/Text.h"
+#include "ui/SessionAccess.h"
 
 /// The fields of the sub-account screen: what is typed into them and what happens when they are left.
 namespace FendaMaestros {
@@ -83,7 +84,7 @@ std::string frmPlanCtas::textoEstado(int field) const {
     std::string code = completedCode(typed, digitos());
     if (field == Codigo && asksForNextCode(typed)) {
         const std::string prefix = typed.substr(0, typed.size() - 1);
-        code = nextCode(Ayuda.Conexion->Execute(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
+        code = nextCode(read(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
     }
     if (code.empty()) return {};
     const auto plan = planAccount(code, nPlan);
@@ -104,12 +105,12 @@ void frmPlanCtas::dejarCodigo() {
     std::string code = completedCode(typed, digitos());
     Text1(Codigo).Text = code;
     const bool accepted = text::trim(code).empty() || msValidaCuentaPlan(code, nPlan, true);
-    if (awaitsRelease()) Tag = "E";
+    if (awaitsRelease()) markPendingMessage('E');
     if (!accepted) return setFocus(Text1(Codigo));
     if (cmdNueva.Visible) return;
     if (CargarCuenta(0, Codigo, code, 0) != Hallazgo::NoEncontrada) return;
-    Tag = "E";
-    if (confirmar("Código de cuenta no existe, desea crear una nueva cuenta"))
+    markPendingMessage('E');
+    if (confirm("Código de cuenta no existe, desea crear una nueva cuenta"))
         msNuevaCuenta(code, 0, false);
     else
         setFocus(Text1(Codigo));
@@ -123,8 +124,7 @@ void frmPlanCtas::dejarCuentaAsociada(int field) {
         return;
     }
     account.Text = completedCode(account.Text, digitos());
-    if (CargarCuenta(0, field, account.Text, 0) == Hallazgo::NoEncontrada)
-        avisar("Código de cuenta no existe", account);
+    if (CargarCuenta(0, field, account.Text, 0) == Hallazgo::NoEncontrada) warn("Código de cuenta no existe", account);
 }
 
 void frmPlanCtas::dejarNif() {
@@ -138,7 +138,7 @@ void frmPlanCtas::dejarNif() {
     if (nIdNif >= 0) return;
 
     nIdNif = 0;
-    Tag = "3";
+    markPendingMessage('3');
     const bool wanted = ask("Nif no encontrado, desea crearlo",
                             message::YesNo + message::Question + message::SecondIsDefault, {}) == Answer::Yes;
     if (!wanted) {
@@ -147,7 +147,7 @@ void frmPlanCtas::dejarNif() {
     }
     {
         const Raised inRecord(bEnFichaNif);
-        instanciaActual().jNif(Text1(Documento).Text);
+        frmNif(Text1(Documento).Text).show();
     }
     setFocus(Text1(Documento));
 }

@@ -1,24 +1,24 @@
+#include "chart/BuscarCuentas.h"
 #include "chart/frmPlanCtas.h"
-#include "component/FendaMaes.h"
-#include "session/Condition.h"
+#include "session/Literal.h"
 #include "taxid/BuscarNif.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Text.h"
+#include "ui/SessionAccess.h"
 
 /// How the sub-account screen finds and shows accounts and tax identities.
 namespace FendaMaestros {
 
 frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
-    if (code.empty() && id == 0) id = instanciaActual().fnBuscarCuentas(static_cast<std::int16_t>(mode), false, false);
+    if (code.empty() && id == 0) id = fnBuscarCuentas(static_cast<std::int16_t>(mode), false, false);
     if (id < 1 && code.empty()) {
         nIdActual = 0;
         cmdBorrar.Enabled = false;
         return Hallazgo::NadaBuscado;
     }
-    rsCuenta = Ayuda.Conexion->Execute(
-        "SELECT * FROM PCta WHERE PCta_Subcuenta = 1 " +
-        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = '" + insideQuotes(code) + "'"));
+    rsCuenta = read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 " +
+                    (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + quoted(code)));
     if (rsCuenta->Eof()) {
         nIdActual = nIdOrigen = nIdCtaAso = 0;
         cmdBorrar.Enabled = false;
@@ -27,8 +27,7 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
 
     cmdGuardar.Enabled = true;
     const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
-    const auto lines =
-        Ayuda.Conexion->Execute("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = '" + insideQuotes(found) + "'");
+    const auto lines = read("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = " + quoted(found));
     const bool unused = lines->cell(0, 0).integer() == 0;
     // An account found for another field may take the delete from the one shown, but not give it.
     cmdBorrar.Enabled = unused && (field == Codigo || cmdBorrar.Enabled);
@@ -50,9 +49,9 @@ void frmPlanCtas::mostrarCuenta() {
     (number("Pcta_bActiva") != 0 ? Option1 : Option2).setValue(true);
     mostrarAsociada();
     mostrarIrpf();
-    cboDepar.elegir(number("Pcta_IdDpto"));
-    cboCentro.elegir(number("Pcta_IdCen"));
-    cboMasas.elegir(number("PCta_IdMasa"));
+    cboDepar.choose(number("Pcta_IdDpto"));
+    cboCentro.choose(number("Pcta_IdCen"));
+    cboMasas.choose(number("PCta_IdMasa"));
     mostrarNif();
 }
 
@@ -60,8 +59,8 @@ void frmPlanCtas::mostrarAsociada() {
     Text1(Asociada).Text.clear();
     Text1(NombreAsociada).Text.clear();
     if (nIdCtaAso > 0) {
-        const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Id = " +
-                                                     std::to_string(nIdCtaAso));
+        const auto account =
+            read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Id = " + std::to_string(nIdCtaAso));
         if (!account->Eof()) {
             Text1(Asociada).Text = account->Fields("pcta_cta").Value.text();
             Text1(NombreAsociada).Text = account->Fields("PCta_Des").Value.text();
@@ -76,8 +75,7 @@ void frmPlanCtas::mostrarIrpf() {
     Text1(NombreIrpf).Text.clear();
     const Variant code = rsCuenta->Fields("PCta_CtaIrpfAso").Value;
     if (code.isNull()) return;
-    const auto account = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = '" +
-                                                 insideQuotes(code.text()) + "'");
+    const auto account = read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = " + quoted(code.text()));
     if (account->Eof()) return;
     Text1(Irpf).Text = account->Fields("pcta_cta").Value.text();
     Text1(NombreIrpf).Text = account->Fields("PCta_Des").Value.text();
@@ -86,8 +84,8 @@ void frmPlanCtas::mostrarIrpf() {
 void frmPlanCtas::mostrarNif() {
     Text1(Documento).Text.clear();
     Text1(NombreNif).Text.clear();
-    const auto identity = Ayuda.Conexion->Execute("SELECT Nif_Doc AS Doc," + fnExpresionNombre() +
-                                                  " FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdNif));
+    const auto identity = read("SELECT Nif_Doc AS Doc," + fnExpresionNombre() +
+                               " FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(nIdNif));
     if (identity->Eof()) {
         nIdNif = 0;
         return;
@@ -109,9 +107,8 @@ std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
         id = buscarNifPorNombre(Ayuda, {.nombre = "Nif", .titulo = "Búsqueda de Nif albabética"});
         if (id == 0) return 0;
     }
-    const auto identity = Ayuda.Conexion->Execute(
-        "SELECT *," + fnExpresionNombre() + " FROM KXComun.dbo.Nif WHERE " +
-        (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = '" + insideQuotes(document) + "'"));
+    const auto identity = read("SELECT *," + fnExpresionNombre() + " FROM KXComun.dbo.Nif WHERE " +
+                               (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = " + quoted(document)));
     if (identity->Eof()) return -1;
     nIdNif = identity->Fields("Nif_Id").Value.integer();
     Text1(Documento).Text = identity->Fields("Nif_Doc").Value.text();

@@ -4,11 +4,12 @@
 
 #include "chart/DobleTransaccion.h"
 #include "chart/frmPlanCtas.h"
-#include "component/FendaMaes.h"
-#include "session/Condition.h"
 #include "session/ErrorBd.h"
+#include "session/Literal.h"
 #include "toolkit/Text.h"
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
 
 /// The commands of the sub-account screen that write.
 namespace FendaMaestros {
@@ -24,17 +25,17 @@ constexpr const char* assignedYear = "2009";
 void assignToJournal(ConexionBd& connection, const char* sql, const char* from, const char* to) {
     const auto accounts = connection.Execute(sql);
     for (; !accounts->Eof(); accounts->MoveNext()) {
-        Grabacion write(instanciaActual().sesion(), "Apu");
-        write.campo(to, valor::Numero, accounts->Fields(from).Value);
-        write.actualizar(" WHERE Apu_Cta = '" + insideQuotes(accounts->Fields("pcta_cta").Value.text()) +
-                         "' AND Apu_Eje = " + assignedYear);
+        RowWrite write(instanciaActual().sesion(), "Apu");
+        write.column(to, valor::Numero, accounts->Fields(from).Value);
+        write.update(" WHERE Apu_Cta = " + quoted(accounts->Fields("pcta_cta").Value.text()) +
+                     " AND Apu_Eje = " + assignedYear);
     }
 }
 
 }  // namespace
 
 void frmPlanCtas::avisarGrabacion(const std::string& text) {
-    Tag = "E";
+    markPendingMessage('E');
     ask(text, message::Ok, {});
 }
 
@@ -43,7 +44,7 @@ bool frmPlanCtas::intentar(Step&& step) {
     try {
         step();
         return true;
-    } catch (const GrabacionRechazada&) {
+    } catch (const SilentRefusal&) {
         return false;
     } catch (const std::exception& error) {
         avisarGrabacion("Error en la grabación de la cuenta " + std::string(error.what()));
@@ -61,12 +62,11 @@ void frmPlanCtas::guardar() {
         avisarGrabacion("No ha indicado el Nif asociado");
         return setFocus(Text1(Documento));
     }
-    if (intentar([this] { conPaciencia([this] { grabar(); }); })) terminarGrabacion();
+    if (intentar([this] { withPatience([this] { grabar(); }); })) terminarGrabacion();
 }
 
 bool frmPlanCtas::existeCodigo() const {
-    return !Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Cta = '" + insideQuotes(Text1(Codigo).Text) + "'")
-                ->Eof();
+    return !read("SELECT * FROM PCta WHERE PCta_Cta = " + quoted(Text1(Codigo).Text))->Eof();
 }
 
 void frmPlanCtas::rechazarRepetida() {
@@ -91,10 +91,10 @@ void frmPlanCtas::grabar() {
             actualizarCuenta();
         else
             id = insertarCuenta();
-        transaction.confirmarBd();
+        transaction.commitBd();
         // Whatever the second commit does, the row may by now be another than the one read.
         rsMostrada.reset();
-        transaction.confirmarOrigen();
+        transaction.commitOrigin();
     } catch (...) {
         // The first of the two commits may have stored the new row: a save tried again must then update it, and must
         // insert it when it has gone with the second.
@@ -106,39 +106,38 @@ void frmPlanCtas::grabar() {
 
 bool frmPlanCtas::estaGrabada(std::int64_t id) const {
     try {
-        return !Ayuda.Conexion
-                    ->Execute("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) + " AND PCta_Cta = '" +
-                              insideQuotes(Text1(Codigo).Text) + "'")
+        return !read("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) +
+                     " AND PCta_Cta = " + quoted(Text1(Codigo).Text))
                     ->Eof();
     } catch (const ErrorBd&) {
         return false;
     }
 }
 
-void frmPlanCtas::describirCuenta(Grabacion& write) const {
+void frmPlanCtas::describirCuenta(RowWrite& write) const {
     const auto code = [&](const char* column, const std::string& account) {
-        write.campo(column, account.empty() ? valor::Nulo : valor::Texto, account.empty() ? "Null" : account);
+        write.column(column, account.empty() ? valor::Nulo : valor::Texto, account.empty() ? "Null" : account);
     };
     const std::string associated = text::trim(Text1(Asociada).Text);
-    write.campo("PCta_Cta", valor::Texto, Text1(Codigo).Text);
-    write.campo("PCta_Des", valor::Texto, text::trim(Text1(Nombre).Text));
-    write.campo("PCta_IdMasa", valor::Numero, cboMasas.idElegido());
-    write.campo("PCta_IdCen", valor::Numero, cboCentro.idElegido());
-    write.campo("PCta_IdDpto", valor::Numero, cboDepar.idElegido());
-    write.campo("Pcta_IdNif", valor::Numero, nIdNif);
+    write.column("PCta_Cta", valor::Texto, Text1(Codigo).Text);
+    write.column("PCta_Des", valor::Texto, text::trim(Text1(Nombre).Text));
+    write.column("PCta_IdMasa", valor::Numero, cboMasas.chosenId());
+    write.column("PCta_IdCen", valor::Numero, cboCentro.chosenId());
+    write.column("PCta_IdDpto", valor::Numero, cboDepar.chosenId());
+    write.column("Pcta_IdNif", valor::Numero, nIdNif);
     code("PCta_CtaAso", associated);
-    write.campo("PCta_IdCtaAso", valor::Numero, associated.empty() ? 0 : nIdCtaAso);
+    write.column("PCta_IdCtaAso", valor::Numero, associated.empty() ? 0 : nIdCtaAso);
     code("PCta_CtaIrpfAso", text::trim(Text1(Irpf).Text));
-    write.campo("PCta_SubCuenta", valor::Entero, 1);
-    write.campo("Pcta_Origen", valor::Entero, nOrigen);
-    write.campo("Pcta_IdOrigen", valor::Numero, nIdOrigen);
-    write.campo("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
+    write.column("PCta_SubCuenta", valor::Entero, 1);
+    write.column("Pcta_Origen", valor::Entero, nOrigen);
+    write.column("Pcta_IdOrigen", valor::Numero, nIdOrigen);
+    write.column("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
 }
 
 void frmPlanCtas::actualizarCuenta() {
     SesionBd& session = instanciaActual().sesion();
     const std::string id = std::to_string(nIdActual);
-    const auto stored = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = " + id);
+    const auto stored = read("SELECT * FROM PCta WHERE PCta_Id = " + id);
     if (stored->Eof()) {
         nIdActual = 0;
         cmdBorrar.Enabled = false;
@@ -146,28 +145,28 @@ void frmPlanCtas::actualizarCuenta() {
     }
     if (rsMostrada && !stored->sameContents(*rsMostrada))
         throw std::runtime_error("Otro programa ha cambiado la cuenta. Vuelva a buscarla para ver cómo está ahora.");
-    Grabacion account(session, "PCta");
+    RowWrite account(session, "PCta");
     describirCuenta(account);
-    account.actualizar(" WHERE PCta_Id = " + id);
+    account.update(" WHERE PCta_Id = " + id);
 
     const std::string name = text::trim(Text1(Nombre).Text);
     if (name.empty()) return;
-    Grabacion lines(session, "Apu");
-    lines.campo("Apu_CtaDes", valor::Texto, name);
-    lines.actualizar(" WHERE Apu_IdCta = " + id + " AND Apu_CtaDes=''");
+    RowWrite lines(session, "Apu");
+    lines.column("Apu_CtaDes", valor::Texto, name);
+    lines.update(" WHERE Apu_IdCta = " + id + " AND Apu_CtaDes=''");
 }
 
 std::int64_t frmPlanCtas::insertarCuenta() const {
-    Grabacion account(instanciaActual().sesion(), "PCta");
+    RowWrite account(instanciaActual().sesion(), "PCta");
     describirCuenta(account);
-    callandoRechazo([&] { account.insertar(); });
-    const std::int64_t id = Ayuda.Conexion->Execute("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
-    exigirUnico(*Ayuda.Conexion, "PCta", "PCta_Cta", Text1(Codigo).Text);
+    refusingSilently([&] { account.insert(); });
+    const std::int64_t id = read("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
+    requireUnique(*Ayuda.Conexion, "PCta", "PCta_Cta", Text1(Codigo).Text);
     return id;
 }
 
 void frmPlanCtas::terminarGrabacion() {
-    Tag = "e";
+    markPendingMessage();
     ask("Grabación finalizada", message::Information, sTituloVentana);
     if (bModoCrear || nIdInicial > 0) return cerrarConCuenta();
     LimpiarPantalla();
@@ -182,18 +181,18 @@ void frmPlanCtas::cerrarConCuenta() {
 
 void frmPlanCtas::borrar() {
     if (text::trim(Text1(Codigo).Text).empty()) return;
-    if (!confirmarEnSitio("Desea eliminar la cuenta indicada", message::Question, sTituloVentana)) return;
-    if (!confirmarEnSitio("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
-                          sTituloVentana))
+    if (!confirmInPlace("Desea eliminar la cuenta indicada", message::Question, sTituloVentana)) return;
+    if (!confirmInPlace("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
+                        sTituloVentana))
         return;
-    borrarFilas(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = '" + std::to_string(nIdActual) + "'");
+    deleteRows(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = " + quoted(std::to_string(nIdActual)));
     LimpiarPantalla();
     setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::asignarCentros() {
     {
-        const Ocupado busy(*this);
+        const BusyGuard busy(*this);
         assignToJournal(
             *Ayuda.Conexion,
             "SELECT PCta_Cta,Pcta_IdCen FROM PCta WHERE PCta_subcuenta=1 and pcta_Idcen<>0 order by pcta_cta",

@@ -2,11 +2,14 @@
 
 #include <array>
 
+#include "chart/BuscarCuentas.h"
 #include "chart/CodigosCuenta.h"
-#include "component/FendaMaes.h"
-#include "session/Condition.h"
+#include "session/Literal.h"
+#include "taxid/frmNif.h"
 #include "toolkit/Raised.h"
+#include "ui/SessionAccess.h"
 #include "ui/Version.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -25,19 +28,19 @@ constexpr int byCode = 1;
 constexpr int byName = 2;
 
 /// Which account a step leads to; `current` is the code shown, null when there is none.
-std::string destination(Paso step, const std::string* current) {
+std::string destination(Step step, const std::string* current) {
     const auto beyond = [current](const char* comparison) {
-        return " AND PCta_Cta " + std::string(comparison) + " '" + insideQuotes(*current) + "'";
+        return " AND PCta_Cta " + std::string(comparison) + " " + quoted(*current);
     };
     const std::string where = " WHERE PCta_Subcuenta=1";
-    switch (current ? step : desdeNada(step)) {
-        case Paso::Primero:
+    switch (current ? step : fromNothing(step)) {
+        case Step::First:
             return where + " ORDER BY PCta_Cta ASC";
-        case Paso::Anterior:
+        case Step::Previous:
             return where + beyond("<") + " order by PCta_Cta desc";
-        case Paso::Siguiente:
+        case Step::Next:
             return where + beyond(">") + " order by PCta_Cta ASC";
-        case Paso::Ultimo:
+        case Step::Last:
             break;
     }
     return where + " ORDER BY PCta_Cta DESC";
@@ -67,14 +70,14 @@ frmPlanCtas::frmPlanCtas() {
 void frmPlanCtas::componer() {
     add(Label1);
     add(Text1);
-    add(cboCentro.controles());
-    add(cboDepar.controles());
-    add(cboMasas.controles());
+    add(cboCentro.controls());
+    add(cboDepar.controls());
+    add(cboMasas.controls());
     add(Frame2, "Frame2");
     add(Option1, "Option1", &Frame2);
     add(Option2, "Option2", &Frame2);
-    add(navegacion.marco, "Frame1");
-    add(navegacion.cmdNav, &navegacion.marco);
+    add(navegacion.frame, "Frame1");
+    add(navegacion.cmdNav, &navegacion.frame);
     add(lblAyuda, "lblAyuda");
     add(lblTeclas, "lblTeclas");
     add(cmdGuardar, "cmdGuardar");
@@ -86,8 +89,8 @@ void frmPlanCtas::componer() {
     add(lblEstado, "lblEstado");
 
     using namespace arrange;
-    const auto list = [](Label& label, ListaPareja& pair) {
-        return field(label, {plain(pair.controles()(0)), plain(pair.controles()(1))});
+    const auto list = [](Label& label, ListPair& pair) {
+        return field(label, {plain(pair.controls()(0)), plain(pair.controls()(1))});
     };
     layOut(column({
         fields({
@@ -102,7 +105,7 @@ void frmPlanCtas::componer() {
         }),
         row({
             framed(Frame2, {row({plain(Option1), plain(Option2)})}),
-            navegacion.disposicion(),
+            navegacion.arrangement(),
         }),
         plain(lblAyuda),
         plain(lblTeclas),
@@ -114,23 +117,22 @@ void frmPlanCtas::componer() {
 std::size_t frmPlanCtas::digitos() { return digitosSubcuenta(instanciaActual().sesion().Parametros()); }
 
 void frmPlanCtas::onLoad() {
-    Pantalla::onLoad();
-    nPlan = planEnVigor(ejercicioActivo(instanciaActual().sesion().Parametros()));
+    Screen::onLoad();
+    nPlan = planEnVigor();
     sTituloVentana = " Plan de Cuentas";
-    Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + versionComponente() + ")";
+    Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + componentVersion() + ")";
     for (const int field : {Codigo, Asociada, Irpf}) Text1(field).MaxLength = static_cast<int>(digitos());
     cargarListas();
-    rsCuenta = Ayuda.Conexion->Execute("SELECT * FROM PCta WHERE PCta_Id = -1");
+    rsCuenta = read("SELECT * FROM PCta WHERE PCta_Id = -1");
     if (nIdInicial > 0) CargarCuenta(0, Codigo, {}, nIdInicial);
 }
 
 void frmPlanCtas::cargarListas() {
-    const auto read = [this](const char* sql) { return Ayuda.Conexion->Execute(sql); };
-    cboCentro.cargar("Sin centro", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
-    cboDepar.cargar("Sin departamento", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
-    cboMasas.cargar("Sin Masa patrimonial",
-                    *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
-                    "mASAS_Id");
+    cboCentro.load("Sin centro", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
+    cboDepar.load("Sin departamento", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
+    cboMasas.load("Sin Masa patrimonial",
+                  *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
+                  "mASAS_Id");
 }
 
 void frmPlanCtas::onActivate() {
@@ -145,20 +147,20 @@ void frmPlanCtas::onKeyUp(int& code, int shift) {
         case key::F(2):
             return enBusqueda([this] { buscarConTecla(byName); });
         case key::F(10):
-            return enBusqueda([] { instanciaActual().fnBuscarCuentas(byCode, true, true); });
+            return enBusqueda([] { fnBuscarCuentas(byCode, true, true); });
         case key::F(11):
-            return enBusqueda([] { instanciaActual().fnBuscarCuentas(byName, true, true); });
+            return enBusqueda([] { fnBuscarCuentas(byName, true, true); });
         default:
-            return Pantalla::onKeyUp(code, shift);
+            return Screen::onKeyUp(code, shift);
     }
 }
 
 void frmPlanCtas::enBusqueda(const std::function<void()>& search) {
     const Raised searching(bEnBusqueda);
-    Tag = "e";
+    markPendingMessage();
     search();
     // The release of the key that chose has stayed in the search: no Enter is to be held back here.
-    if (!awaitsRelease()) Tag.clear();
+    unmarkUnlessAwaited();
 }
 
 void frmPlanCtas::buscarConTecla(int mode) {
@@ -189,7 +191,7 @@ void frmPlanCtas::mostrarTeclas() {
 
 void frmPlanCtas::LimpiarPantalla() {
     for (const auto& [index, field] : Text1.elements()) field->Text.clear();
-    for (ListaPareja* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->elegirPrimera();
+    for (ListPair* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->chooseFirst();
     nIdActual = nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
     rsMostrada.reset();
     cmdBorrar.Enabled = false;
@@ -197,7 +199,7 @@ void frmPlanCtas::LimpiarPantalla() {
 
 void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
     load();
-    navegacion.marco.Enabled = false;
+    navegacion.frame.Enabled = false;
     bModoCrear = true;
     Text1(Codigo).Text = sCta;
     msNuevaCuenta(sCta, nNif, bCalcula);
@@ -211,9 +213,9 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
     // The caller's word counts even for an identity that the register does not have.
     nIdNif = nNif;
     cmdGuardar.Enabled = true;
-    Tag = "e";
+    markPendingMessage();
     if (bCalcula) {
-        const auto highest = Ayuda.Conexion->Execute(highestCodeSql(sCta));
+        const auto highest = read(highestCodeSql(sCta));
         const NextCode next = nextCode(highest->cell(0, 0), sCta, digitos());
         if (next.refusal.empty())
             sCta = next.code;
@@ -225,12 +227,11 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
     nOrigen = 0;
 }
 
-void frmPlanCtas::navegar(Paso step) {
-    const Ocupado busy(*this);
+void frmPlanCtas::navegar(Step step) {
+    const BusyGuard busy(*this);
     const bool shown = !rsCuenta->Eof() && !rsCuenta->Bof();
     const std::string current = shown ? rsCuenta->Fields("pcta_cta").Value.text() : std::string();
-    const auto found =
-        Ayuda.Conexion->Execute("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
+    const auto found = read("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
     if (found->Eof()) return;
     const std::string code = found->Fields("pcta_cta").Value.text();
     Text1(Codigo).Text = code;
@@ -247,7 +248,7 @@ void frmPlanCtas::cancelarNueva() {
 }
 
 void frmPlanCtas::verFicha() {
-    if (!rsCuenta->Eof()) instanciaActual().jNif(Text1(Documento).Text);
+    if (!rsCuenta->Eof()) frmNif(Text1(Documento).Text).show();
 }
 
 }  // namespace FendaMaestros

@@ -5,18 +5,18 @@
 #include <memory>
 #include <string>
 
-#include "chart/ListaPareja.h"
 #include "session/Recordset.h"
-#include "ui/Navegacion.h"
-#include "ui/Pantalla.h"
+#include "ui/ListPair.h"
+#include "ui/NavigationButtons.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
-class Grabacion;
+class RowWrite;
 
 /// The company's sub-accounts, table `PCta`: found by code or name, walked through, created, changed and deleted, with
 /// their links to other accounts and to a tax identity.
-class frmPlanCtas final : public Pantalla {
+class frmPlanCtas final : public Screen {
 public:
     frmPlanCtas();
 
@@ -45,7 +45,7 @@ private:
     void enBusqueda(const std::function<void()>& search);
     void buscarConTecla(int mode);
     void mostrarTeclas();
-    void navegar(Paso step);
+    void navegar(Step step);
     void cancelarNueva();
     void verFicha();
     static std::size_t digitos();
@@ -88,7 +88,7 @@ private:
     void grabar();
     /// False also when the database does not answer.
     bool estaGrabada(std::int64_t id) const;
-    void describirCuenta(Grabacion& write) const;
+    void describirCuenta(RowWrite& write) const;
     /// Throws std::runtime_error when another program has changed the account, or has deleted it: then it is a new one.
     void actualizarCuenta();
     /// Gives the identity of the new row.
@@ -100,13 +100,13 @@ private:
 
     ControlArray<Label> Label1{"Label1", {0, 1, 2, 3, 4, 5, 6, 7}};
     ControlArray<TextBox> Text1{"Text1", {0, 1, 2, 3, 4, 5, 6, 7}};
-    ListaPareja cboCentro{"cboCentro"};
-    ListaPareja cboDepar{"cboDepar"};
-    ListaPareja cboMasas{"cboMasas"};
+    ListPair cboCentro{"cboCentro"};
+    ListPair cboDepar{"cboDepar"};
+    ListPair cboMasas{"cboMasas"};
     Frame Frame2;
     OptionButton Option1;
     OptionButton Option2;
-    Navegacion navegacion{[this](Paso step) { navegar(step); }};
+    NavigationButtons navegacion{[this](Step step) { navegar(step); }};
     CommandButton cmdGuardar{"&Guardar "};
     CommandButton cmdNueva{"&Cancelar Nueva Cuenta"};
     CommandButton cmdBorrar{"&Borrar"};

@@ -1,6 +1,6 @@
 #include "codetables/DtrListado.h"
 
-#include "component/FendaMaes.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 

@@ -1,8 +1,9 @@
 #include "codetables/PantallaCodigo.h"
 
-#include "component/FendaMaes.h"
+#include "session/Literal.h"
 #include "toolkit/Text.h"
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -36,32 +37,32 @@ void PantallaCodigo::mostrarFila() {
 void PantallaCodigo::buscarCodigo() {
     const std::string typed = Text1(0).Text;
     if (typed.empty()) return;
-    rsConce->Find(std::string(codigo_.campoCodigo) + " = '" + typed + "'");
+    rsConce->Find(std::string(codigo_.campoCodigo) + " = " + quoted(typed));
     if (!rsConce->Eof()) return;
 
     Text1(0).Text = typed;
-    if (!confirmar(codigo_.pregunta)) return CargarGrid(1, true);
+    if (!confirm(codigo_.pregunta)) return CargarGrid(1, true);
     DataGrid1.Enabled = false;
     setFocus(Text1(1));
 }
 
 bool PantallaCodigo::grabar() {
     if (!text::isNumericCode(Text1(0).Text)) {
-        avisar(codigo_.avisoCodigo, Text1(0), codigo_.iconoAviso);
+        warn(codigo_.avisoCodigo, Text1(0), codigo_.iconoAviso);
         return false;
     }
     if (text::trim(Text1(1).Text).empty()) {
-        avisar(codigo_.avisoDescripcion, Text1(1), codigo_.iconoAviso);
+        warn(codigo_.avisoDescripcion, Text1(1), codigo_.iconoAviso);
         return false;
     }
-    Grabacion write(instanciaActual().sesion(), codigo_.tabla);
-    write.campo(codigo_.columnaCodigo, valor::Texto, Text1(0).Text);
-    write.campo(codigo_.columnaDes, valor::Texto, Text1(1).Text);
+    RowWrite write(instanciaActual().sesion(), codigo_.tabla);
+    write.column(codigo_.columnaCodigo, valor::Texto, Text1(0).Text);
+    write.column(codigo_.columnaDes, valor::Texto, Text1(1).Text);
     if (nIdActual != 0) {
-        write.actualizar(std::string(" WHERE ") + codigo_.columnaId + " = " + std::to_string(nIdActual));
+        write.update(std::string(" WHERE ") + codigo_.columnaId + " = " + std::to_string(nIdActual));
     } else {
         completarAlta(write);
-        write.insertar();
+        write.insert();
     }
     return true;
 }

@@ -26,7 +26,7 @@ protected:
     PantallaCodigo(TablaMaestra table, const TablaCodigo& code);
 
     /// Further columns of a new row.
-    virtual void completarAlta(class Grabacion& /*write*/) {}
+    virtual void completarAlta(class RowWrite& /*write*/) {}
 
     void mostrarFila() override;
     bool grabar() override;

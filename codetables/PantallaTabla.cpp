@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "component/FendaMaes.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -51,7 +52,7 @@ void PantallaTabla::disponer(std::vector<Arrangement> fields, CommandButton* own
 }
 
 void PantallaTabla::onLoad() {
-    Pantalla::onLoad();
+    Screen::onLoad();
     CargarGrid(1, true);
 }
 
@@ -66,8 +67,8 @@ void PantallaTabla::CargarGrid(std::int16_t nColumna, bool bAsc) {
         caption = std::string(order->titulo) + (bAsc ? marcaAscendente : marcaDescendente);
     }
 
-    const Ocupado busy(*this);
-    rsConce = instanciaActual().sesion().Conexion()->Execute(sql);
+    const BusyGuard busy(*this);
+    rsConce = read(sql);
     rsConce->MoveComplete = [this] { moverRegistro(); };
     DataGrid1.bind(rsConce);
     cmdExcel.Enabled = cmdListado.Enabled = rsConce->RecordCount() > 0;
@@ -136,8 +137,8 @@ void PantallaTabla::guardar() {
 }
 
 void PantallaTabla::exportar() {
-    const Ocupado busy(*this, false);
-    const auto exporter = instanciaActual().componentes().crear<ExportadorHoja>();
+    const BusyGuard busy(*this, false);
+    const auto exporter = instanciaActual().components().create<SpreadsheetExporter>();
     exporter->sTitulo = tabla_.tituloExportacion;
     std::shared_ptr<Recordset> rows = rsConce;
     exporter->GridToExcel(rows, DataGrid1);

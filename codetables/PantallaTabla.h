@@ -7,7 +7,7 @@
 
 #include "session/Recordset.h"
 #include "toolkit/Controls.h"
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
@@ -35,7 +35,7 @@ struct TablaMaestra {
 
 /// The design that the small master tables share: the whole table in a grid sorted by its headers, and below it the
 /// fields of the current row. Two modes, told by the caption of cmdNueva: browse, and new entry ("Cancelar").
-class PantallaTabla : public Pantalla {
+class PantallaTabla : public Screen {
 protected:
     /// `fields` and `labels` are the indexes of Text1 and Label1.
     PantallaTabla(TablaMaestra table, std::initializer_list<int> fields, std::initializer_list<int> labels);

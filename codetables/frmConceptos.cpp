@@ -1,7 +1,7 @@
 #include "codetables/frmConceptos.h"
 
 #include "codetables/frmConceptosAutomaticos.h"
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
 
 namespace FendaMaestros {
 
@@ -47,7 +47,7 @@ void frmConceptos::mostrarFila() {
     Text1(1).Locked = true;
 }
 
-void frmConceptos::completarAlta(Grabacion& write) { write.campo("Conce_Mod", valor::Entero, 0); }
+void frmConceptos::completarAlta(RowWrite& write) { write.column("Conce_Mod", valor::Entero, 0); }
 
 void frmConceptos::imprimir() {
     DtrListadoConceptos report;

@@ -12,7 +12,7 @@ public:
 private:
     std::string consulta() const override;
     void mostrarFila() override;
-    void completarAlta(Grabacion& write) override;
+    void completarAlta(RowWrite& write) override;
     void imprimir() override;
 
     CommandButton cmdAuto{"Definición de Conceptos Automáticos"};

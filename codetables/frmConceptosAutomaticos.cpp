@@ -2,10 +2,12 @@
 
 #include <array>
 
-#include "component/FendaMaes.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
-#include "ui/Grabacion.h"
+#include "ui/CodedList.h"
+#include "ui/RowWrite.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -65,7 +67,7 @@ frmConceptosAutomaticos::frmConceptosAutomaticos() {
 }
 
 void frmConceptosAutomaticos::onLoad() {
-    Pantalla::onLoad();
+    Screen::onLoad();
     for (const char* type : entryTypes) Combo1.AddItem(type);
     cargarConceptos();
     Combo1.setListIndex(0);
@@ -74,17 +76,16 @@ void frmConceptosAutomaticos::onLoad() {
 }
 
 void frmConceptosAutomaticos::cargarConceptos() {
-    Combo2.AddItem("00 - Sin concepto");
-    const auto concepts = instanciaActual().sesion().Conexion()->Execute(
-        "SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod<1000 ORDER BY Conce_Des");
+    Combo2.AddItem(codedList::item("00", "Sin concepto"));
+    const auto concepts = read("SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod<1000 ORDER BY Conce_Des");
     for (; !concepts->Eof(); concepts->MoveNext())
-        Combo2.AddItem(format(concepts->Fields("Conce_Cod").Value, "00") + " - " +
-                       concepts->Fields("conce_des").Value.text());
+        Combo2.AddItem(codedList::item(format(concepts->Fields("Conce_Cod").Value, "00"),
+                                       concepts->Fields("conce_des").Value.text()));
 }
 
 void frmConceptosAutomaticos::CargarGrid() {
-    const Ocupado busy(*this);
-    rsConce = instanciaActual().sesion().Conexion()->Execute(
+    const BusyGuard busy(*this);
+    rsConce = read(
         "SELECT *,"
         "CASE Conce_Cod "
         "WHEN 1001 THEN 'Compras. Proveedor' "
@@ -103,8 +104,8 @@ void frmConceptosAutomaticos::CargarGrid() {
 
 void frmConceptosAutomaticos::elegirTipo() {
     for (const auto& [box, check] : Check1.elements()) check->setValue(false);
-    const auto stored = instanciaActual().sesion().Conexion()->Execute(
-        "SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod = " + std::to_string(Combo1.ListIndex() + firstCode));
+    const auto stored =
+        read("SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod = " + std::to_string(Combo1.ListIndex() + firstCode));
     Text1(2).Text.clear();
     if (stored->RecordCount() != 1) {
         nIdActual = 0;
@@ -142,17 +143,17 @@ void frmConceptosAutomaticos::marcarVariable(int box) {
 }
 
 void frmConceptosAutomaticos::guardar() {
-    if (Combo1.ListIndex() <= 0) return avisar("Debe indicar un tipo de asiento", Combo1, message::Ok);
+    if (Combo1.ListIndex() <= 0) return warn("Debe indicar un tipo de asiento", Combo1, message::Ok);
 
     const std::string linked = format(text::left(Combo2.Text(), itemCodeLength), "000");
-    Grabacion write(instanciaActual().sesion(), "KXComun.dbo.Conceptos");
-    write.campo("Conce_Cod", valor::Texto, format(Combo1.ListIndex() + firstCode, "0000"));
-    write.campo("Conce_Des", valor::Texto, linked + Text1(2).Text);
-    write.campo("Conce_Mod", valor::Entero, 0);
+    RowWrite write(instanciaActual().sesion(), "KXComun.dbo.Conceptos");
+    write.column("Conce_Cod", valor::Texto, format(Combo1.ListIndex() + firstCode, "0000"));
+    write.column("Conce_Des", valor::Texto, linked + Text1(2).Text);
+    write.column("Conce_Mod", valor::Entero, 0);
     if (nIdActual != 0)
-        write.actualizar(" WHERE Conce_Id = " + std::to_string(nIdActual));
+        write.update(" WHERE Conce_Id = " + std::to_string(nIdActual));
     else
-        write.insertar();
+        write.insert();
     // The row just inserted is the one that the next save updates.
     if (nIdActual == 0) elegirTipo();
     CargarGrid();

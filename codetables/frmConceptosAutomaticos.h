@@ -4,14 +4,14 @@
 #include <memory>
 
 #include "session/Recordset.h"
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
 /// Assigns to each kind of journal line that is generated automatically the ordinary concept and the variables that
 /// make its text. They are rows of `Conceptos` with codes above 1000, their text being the concept's code in three
 /// digits and the markers "#1" to "#4" of the variables.
-class frmConceptosAutomaticos final : public Pantalla {
+class frmConceptosAutomaticos final : public Screen {
 public:
     frmConceptosAutomaticos();
 

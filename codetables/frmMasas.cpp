@@ -1,18 +1,17 @@
 #include "codetables/frmMasas.h"
 
 #include "codetables/DtrListado.h"
-#include "component/FendaMaes.h"
 #include "toolkit/Text.h"
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
 namespace {
 
 /// "2008" or "1990", worked out anew each time: the fiscal year is the session's.
-std::string planEnVigorTexto() {
-    return std::to_string(planEnVigor(ejercicioActivo(instanciaActual().sesion().Parametros())));
-}
+std::string planEnVigorTexto() { return std::to_string(planEnVigor()); }
 
 }  // namespace
 
@@ -80,22 +79,22 @@ void frmMasas::NuevoCancelar() {
 
 bool frmMasas::grabar() {
     if (text::trim(Text1(1).Text).empty()) {
-        avisar("Debe indicar la descripción de la masa", Text1(1), message::Ok);
+        warn("Debe indicar la descripción de la masa", Text1(1), message::Ok);
         return false;
     }
     if (cboMasas.ListIndex() < 0) {
-        avisar("Debe indicar si la masa es de activo o de pasivo", cboMasas, message::Ok);
+        warn("Debe indicar si la masa es de activo o de pasivo", cboMasas, message::Ok);
         return false;
     }
-    Grabacion write(instanciaActual().sesion(), "KXComun.Dbo.Masas");
-    write.campo("Masas_Cod", valor::Texto, Text1(0).Text);
-    write.campo("Masas_Plan", valor::Numero, planEnVigorTexto());
-    write.campo("Masas_Des", valor::Texto, Text1(1).Text);
-    write.campo("Masas_AP", valor::Numero, cboMasas.ListIndex() + 1);
+    RowWrite write(instanciaActual().sesion(), "KXComun.Dbo.Masas");
+    write.column("Masas_Cod", valor::Texto, Text1(0).Text);
+    write.column("Masas_Plan", valor::Numero, planEnVigorTexto());
+    write.column("Masas_Des", valor::Texto, Text1(1).Text);
+    write.column("Masas_AP", valor::Numero, cboMasas.ListIndex() + 1);
     if (nIdActual != 0)
-        write.actualizar(" WHERE Masas_Id = " + std::to_string(nIdActual));
+        write.update(" WHERE Masas_Id = " + std::to_string(nIdActual));
     else
-        write.insertar();
+        write.insert();
     return true;
 }
 

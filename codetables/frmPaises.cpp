@@ -1,8 +1,9 @@
 #include "codetables/frmPaises.h"
 
 #include "codetables/DtrListado.h"
-#include "component/FendaMaes.h"
-#include "ui/Grabacion.h"
+#include "session/Literal.h"
+#include "ui/RowWrite.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -47,11 +48,11 @@ void frmPaises::mostrarFila() {
 }
 
 bool frmPaises::grabar() {
-    Grabacion write(instanciaActual().sesion(), "KXComun.dbo.Pais");
-    write.campo("Pais_Cod", valor::Texto, Text1(0).Text);
-    write.campo("Pais_Nom", valor::Texto, Text1(1).Text);
-    write.campo("Pais_Aeat", valor::Texto, Text1(2).Text);
-    write.actualizar(" WHERE Pais_Cod = '" + Text1(0).Text + "'");
+    RowWrite write(instanciaActual().sesion(), "KXComun.dbo.Pais");
+    write.column("Pais_Cod", valor::Texto, Text1(0).Text);
+    write.column("Pais_Nom", valor::Texto, Text1(1).Text);
+    write.column("Pais_Aeat", valor::Texto, Text1(2).Text);
+    write.update(" WHERE Pais_Cod = " + quoted(Text1(0).Text));
     return true;
 }
 

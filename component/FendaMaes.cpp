@@ -1,7 +1,5 @@
 #include "component/FendaMaes.h"
 
-#include <stdexcept>
-
 #include "chart/BuscarCuentas.h"
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
@@ -17,31 +15,6 @@
 #include "taxid/frmNif.h"
 
 namespace FendaMaestros {
-
-FendaMaes* InstanciaActual = nullptr;
-
-FendaMaes& instanciaActual() {
-    if (!InstanciaActual) throw std::logic_error("No hay ningún objeto FendaMaes en uso.");
-    return *InstanciaActual;
-}
-
-FendaMaes::FendaMaes(Desktop& desktop, RegistroComponentes& components) : desktop_(desktop), components_(components) {
-    InstanciaActual = this;
-}
-
-FendaMaes::~FendaMaes() {
-    if (InstanciaActual == this) InstanciaActual = nullptr;
-}
-
-SesionBd& FendaMaes::sesion() const {
-    if (!MyBd) throw std::logic_error("No se ha indicado la sesión de base de datos (MyBd).");
-    return *MyBd;
-}
-
-SesionBd& FendaMaes::sesionOrigen() const {
-    if (!MyBdorigen) throw std::logic_error("No se ha indicado la segunda sesión de base de datos (MyBdorigen).");
-    return *MyBdorigen;
-}
 
 void FendaMaes::jPaises() { frmPaises().show(); }
 

@@ -3,33 +3,18 @@
 #include <cstdint>
 #include <string>
 
-#include "session/SesionBd.h"
 #include "toolkit/Controls.h"
-#include "toolkit/Desktop.h"
-#include "ui/Componentes.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
 /// The one public class: the host creates it, hands it the open session and calls its entry operations. A screen
 /// operation shows its screen modally and returns when the person has closed it. Errors of the database, and those of a
 /// screen that does not handle them itself, reach the caller as exceptions derived from std::exception.
-class FendaMaes {
+class FendaMaes final : public WorkContext {
 public:
     /// Both must outlive the object. The newest object is the one that every screen works with.
-    FendaMaes(Desktop& desktop, RegistroComponentes& components);
-    FendaMaes(const FendaMaes&) = delete;
-    FendaMaes& operator=(const FendaMaes&) = delete;
-    ~FendaMaes();
-
-    /// Account code handed back by account creation.
-    std::string Cuenta;
-    bool bFactu = false;
-    /// The plan in force, 2008 or 1990; 0 while it is not known.
-    std::int16_t Plan = 0;
-    /// A second session, needed only where accounts are saved. May be the same as MyBd. Not owned.
-    SesionBd* MyBdorigen = nullptr;
-    /// The session of every screen; must be set before any entry operation is called. Not owned.
-    SesionBd* MyBd = nullptr;
+    FendaMaes(Desktop& desktop, ComponentRegistry& components) : WorkContext(desktop, components) {}
 
     void jPaises();
     void jConceptos();
@@ -65,23 +50,6 @@ public:
     /// Whether a tax identifier is well formed; rewrites it in its normal form. With `bDatos`, one that is registered
     /// as N.I.E. is accepted as it is. See taxid/Validacion.h.
     bool FnVerificarCif(std::string& sValor, bool bDatos = false);
-
-    Desktop& desktop() const { return desktop_; }
-    RegistroComponentes& componentes() const { return components_; }
-    /// MyBd; throws std::logic_error, in Spanish, when it has not been set.
-    SesionBd& sesion() const;
-    /// MyBdorigen; throws std::logic_error, in Spanish, when it has not been set.
-    SesionBd& sesionOrigen() const;
-
-private:
-    Desktop& desktop_;
-    RegistroComponentes& components_;
 };
-
-/// The object created last; null before the first and after its destruction. Screens reach the session through it.
-extern FendaMaes* InstanciaActual;
-
-/// InstanciaActual; throws std::logic_error, in Spanish, when there is none.
-FendaMaes& instanciaActual();
 
 }  // namespace FendaMaestros

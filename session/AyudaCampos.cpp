@@ -45,7 +45,7 @@ void AyudaCampos::FiltrarTecla(TextBox& /*field*/, int& keyAscii, bool marks, in
 void AyudaCampos::Buscar(const std::string& sql, const std::string& searchColumn, const std::string& caption1,
                          const std::string& caption2, const std::string& title, Twips width1, Twips width2,
                          int /*fixed*/, std::string& result) {
-    frmBuscar dialog(desktop_, Conexion->Execute(sql), searchColumn, {{{caption1, width1}, {caption2, width2}}});
+    frmBuscar dialog(*this, Conexion->Execute(sql), searchColumn, {{{caption1, width1}, {caption2, width2}}});
     dialog.Caption = title;
     dialog.show();
     result = dialog.result();

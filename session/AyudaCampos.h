@@ -10,10 +10,6 @@
 
 namespace FendaMaestros {
 
-/// The field that has the focus is yellow, the others are white.
-inline constexpr Color colorFoco = 65535;
-inline constexpr Color colorNormal = 16777215;
-
 /// The helper of one screen: it paints the field that has the focus, filters the keys of numeric fields and searches.
 /// The arguments `text`, `work` and `fixed` belong to the interface and mean nothing here.
 class AyudaCampos {
@@ -21,10 +17,13 @@ public:
     /// `desktop` must outlive the helper; the search dialog opens on it.
     explicit AyudaCampos(Desktop& desktop) : desktop_(desktop) {}
 
+    Desktop& desktop() const { return desktop_; }
+
     /// Must be set before Buscar.
     std::shared_ptr<ConexionBd> Conexion;
-    Color ColorNormal = colorNormal;
-    Color ColorFoco = colorNormal;
+    /// Of a field without and with the focus; white, until a screen sets its own.
+    Color ColorNormal = 16777215;
+    Color ColorFoco = 16777215;
 
     /// A field receives the focus: painted with ColorFoco, its whole text selected so that typing replaces it.
     void EntrarCampo(TextBox& field, const std::string& text, int work);

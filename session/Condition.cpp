@@ -123,6 +123,4 @@ std::optional<Condition> readCondition(std::string_view where) {
     }
 }
 
-std::string insideQuotes(std::string_view text) { return text::replaced(text, "'", "''"); }
-
 }  // namespace FendaMaestros

@@ -21,7 +21,4 @@ struct Condition {
 /// comment, a comparison of two columns, more text behind the end.
 std::optional<Condition> readCondition(std::string_view where);
 
-/// A text as it stands between the quotes of a literal: its own quotes doubled.
-std::string insideQuotes(std::string_view text);
-
 }  // namespace FendaMaestros

@@ -20,10 +20,10 @@ std::string_view withoutBlanks(std::string_view text) {
 
 struct Criteria {
     std::string_view column;
-    std::string_view literal;
+    std::string literal;
 };
 
-/// "Codigo = '12'": the literal is all that lies between the outer quotes.
+/// "Codigo = '12'": the literal is all that lies between the outer quotes, where a doubled quote stands for one.
 Criteria readCriteria(std::string_view text) {
     const auto equals = text.find('=');
     const std::string_view column = withoutBlanks(text.substr(0, equals));
@@ -31,7 +31,7 @@ Criteria readCriteria(std::string_view text) {
         equals == std::string_view::npos ? std::string_view() : withoutBlanks(text.substr(equals + 1));
     if (column.empty() || quoted.size() < 2 || quoted.front() != '\'' || quoted.back() != '\'')
         throw ErrorBd(ErrorBd::Kind::Refused, "No se entiende la búsqueda: " + std::string(text));
-    return {column, quoted.substr(1, quoted.size() - 2)};
+    return {column, text::replaced(quoted.substr(1, quoted.size() - 2), "''", "'")};
 }
 
 /// Compares texts with one literal, without regard to case and trailing blanks.

@@ -19,15 +19,13 @@ int searchColumnOf(const Recordset& rows, std::string_view name) {
 
 }  // namespace
 
-frmBuscar::frmBuscar(Desktop& desktop, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
+frmBuscar::frmBuscar(const AyudaCampos& opener, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
                      std::array<ShownColumn, 2> shown)
-    : Form(desktop),
-      ayuda_(desktop),
+    : Form(opener.desktop()),
+      ayuda_(opener),
       allRows_(rows->rowCount()),
       shown_(std::move(shown)),
-      found_(std::make_shared<FoundRows>(rows, searchColumnOf(*rows, searchColumn))) {
-    ayuda_.ColorFoco = colorFoco;
-}
+      found_(std::make_shared<FoundRows>(rows, searchColumnOf(*rows, searchColumn))) {}
 
 void frmBuscar::onLoad() {
     add(lblBuscar, "lblBuscar");

@@ -23,9 +23,10 @@ public:
         Twips width;
     };
 
-    /// Shows the second and third columns of `rows`. `searchColumn` names the one that is narrowed; when the rows have
+    /// On the desktop and with the colours of the helper that opens it. Shows the second and third columns of `rows`.
+    /// `searchColumn` names the one that is narrowed; when the rows have
     /// none of that name, it is the first one shown.
-    frmBuscar(Desktop& desktop, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
+    frmBuscar(const AyudaCampos& opener, std::shared_ptr<Recordset> rows, std::string_view searchColumn,
               std::array<ShownColumn, 2> shown);
 
     /// The values of the chosen row joined by the separator; empty when none was chosen.

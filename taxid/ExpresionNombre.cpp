@@ -1,6 +1,6 @@
 #include "taxid/ExpresionNombre.h"
 
-#include "component/FendaMaes.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 

@@ -4,11 +4,11 @@ namespace FendaMaestros {
 
 namespace {
 
-void textOrNull(Grabacion& write, const char* column, const std::string& value, bool absent) {
+void textOrNull(RowWrite& write, const char* column, const std::string& value, bool absent) {
     if (absent)
-        write.campo(column, valor::Nulo, "Null");
+        write.column(column, valor::Nulo, "Null");
     else
-        write.campo(column, valor::Texto, value);
+        write.column(column, valor::Texto, value);
 }
 
 }  // namespace
@@ -41,27 +41,27 @@ NifRecord leerNif(const Recordset& row) {
     };
 }
 
-void describirNif(Grabacion& write, const NifRecord& nif) {
+void describirNif(RowWrite& write, const NifRecord& nif) {
     const bool organisation = nif.tipoDocumento == documento::Cif;
-    if (nif.tipoDocumento >= 0) write.campo("Nif_TipDoc", valor::Numero, nif.tipoDocumento);
-    write.campo("Nif_Doc", valor::Texto, nif.documento);
-    write.campo("Nif_Nom", valor::Texto, nif.nombre);
+    if (nif.tipoDocumento >= 0) write.column("Nif_TipDoc", valor::Numero, nif.tipoDocumento);
+    write.column("Nif_Doc", valor::Texto, nif.documento);
+    write.column("Nif_Nom", valor::Texto, nif.nombre);
     textOrNull(write, "Nif_Ape1", nif.apellido1, organisation);
     textOrNull(write, "Nif_Ape2", nif.apellido2, organisation);
-    write.campo("Nif_Sg", valor::Texto, nif.tipoVia);
-    write.campo("Nif_Dir", valor::Texto, nif.via);
-    write.campo("Nif_Num", valor::Texto, nif.numero);
-    write.campo("Nif_ESC", valor::Texto, nif.escalera);
-    write.campo("Nif_PIS", valor::Texto, nif.piso);
-    write.campo("Nif_Pue", valor::Texto, nif.puerta);
-    write.campo("Nif_CP", valor::Texto, nif.codigoPostal);
-    write.campo("Nif_Pob", valor::Texto, nif.poblacion);
-    write.campo("Nif_Prov", valor::Texto, nif.provincia);
-    write.campo("Nif_Pais", valor::Texto, nif.pais);
-    write.campo("Nif_Tf", valor::Texto, nif.telefono);
-    write.campo("Nif_Fax", valor::Texto, nif.fax);
-    write.campo("Nif_Movil", valor::Texto, nif.movil);
-    write.campo("Nif_CE", valor::Texto, nif.correo);
+    write.column("Nif_Sg", valor::Texto, nif.tipoVia);
+    write.column("Nif_Dir", valor::Texto, nif.via);
+    write.column("Nif_Num", valor::Texto, nif.numero);
+    write.column("Nif_ESC", valor::Texto, nif.escalera);
+    write.column("Nif_PIS", valor::Texto, nif.piso);
+    write.column("Nif_Pue", valor::Texto, nif.puerta);
+    write.column("Nif_CP", valor::Texto, nif.codigoPostal);
+    write.column("Nif_Pob", valor::Texto, nif.poblacion);
+    write.column("Nif_Prov", valor::Texto, nif.provincia);
+    write.column("Nif_Pais", valor::Texto, nif.pais);
+    write.column("Nif_Tf", valor::Texto, nif.telefono);
+    write.column("Nif_Fax", valor::Texto, nif.fax);
+    write.column("Nif_Movil", valor::Texto, nif.movil);
+    write.column("Nif_CE", valor::Texto, nif.correo);
     textOrNull(write, "Nif_ClaveRet", nif.claveRetencion, nif.claveRetencion.empty());
     textOrNull(write, "Nif_SubClave", nif.subclave, nif.subclave.empty());
 }

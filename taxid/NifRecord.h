@@ -4,7 +4,7 @@
 #include <string>
 
 #include "session/Recordset.h"
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
 
 namespace FendaMaestros {
 
@@ -49,6 +49,6 @@ NifRecord leerNif(const Recordset& row);
 
 /// Describes every column but the id. The surnames of an organisation, whatever the record says, and withholding keys
 /// that are not there are stored as null, every other text as it is.
-void describirNif(Grabacion& write, const NifRecord& nif);
+void describirNif(RowWrite& write, const NifRecord& nif);
 
 }  // namespace FendaMaestros

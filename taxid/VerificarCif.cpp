@@ -1,18 +1,17 @@
 #include "taxid/VerificarCif.h"
 
-#include "component/FendaMaes.h"
-#include "session/Condition.h"
+#include "session/Literal.h"
 #include "taxid/NifRecord.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Text.h"
+#include "ui/SessionAccess.h"
 
 namespace FendaMaestros {
 
 namespace {
 
 bool isRegisteredAsNie(const std::string& document) {
-    const auto rows = instanciaActual().sesion().Conexion()->Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = '" +
-                                                                     insideQuotes(document) + "'");
+    const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = " + quoted(document));
     return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documento::Nie;
 }
 

@@ -2,19 +2,20 @@
 
 #include <stdexcept>
 
-#include "component/FendaMaes.h"
-#include "session/Condition.h"
 #include "session/ErrorBd.h"
+#include "session/Literal.h"
 #include "taxid/BuscaPoblacion.h"
 #include "taxid/BuscarNif.h"
 #include "taxid/ClavesRetencion.h"
 #include "taxid/ExpresionNombre.h"
-#include "taxid/ListaCodigos.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
-#include "ui/Transaccion.h"
+#include "ui/CodedList.h"
+#include "ui/SessionAccess.h"
+#include "ui/Transaction.h"
 #include "ui/Version.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -28,11 +29,9 @@ constexpr std::size_t cifrasCodigoPostal = 5;
 
 std::string dosCifras(std::int64_t code) { return format(code, "00"); }
 
-ConexionBd& conexion() { return *instanciaActual().sesion().Conexion(); }
-
 /// Nothing when the register has no such entry.
 std::optional<NifRecord> registrado(std::int64_t id) {
-    const auto rows = conexion().Execute("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(id));
+    const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(id));
     return rows->Eof() ? std::nullopt : std::optional(leerNif(*rows));
 }
 
@@ -49,8 +48,8 @@ frmNif::frmNif(const std::string& sNif)
 // --- opening
 
 void frmNif::onLoad() {
-    Pantalla::onLoad();
-    Caption = "Maestro de Cif/Nif Versión: " + versionComponente();
+    Screen::onLoad();
+    Caption = "Maestro de Cif/Nif Versión: " + componentVersion();
     cboDocType.setListIndex(documento::Cif);
     sExpresionNombre_ = expresionNombre();
     cargarListas();
@@ -67,41 +66,41 @@ void frmNif::onActivate() {
 }
 
 void frmNif::cargarListas() {
-    const auto streets = conexion().Execute("Select * from KXComun.dbo.TVI");
+    const auto streets = read("Select * from KXComun.dbo.TVI");
     for (; !streets->Eof(); streets->MoveNext())
         cboTipoVia.AddItem(
-            lista::elemento(streets->Fields("TVI_COD").Value.text(), streets->Fields("TVI_NOM").Value.text()));
+            codedList::item(streets->Fields("TVI_COD").Value.text(), streets->Fields("TVI_NOM").Value.text()));
 
     const std::int64_t own = instanciaActual().sesion().Parametros().Item("Par_Provincia").Value.integer();
-    const auto provinces = conexion().Execute("Select * from KXComun.dbo.PROV");
+    const auto provinces = read("Select * from KXComun.dbo.PROV");
     for (; !provinces->Eof(); provinces->MoveNext()) {
         const std::int64_t code = provinces->Fields("PROV_COD").Value.integer();
         if (code == provinciaExtranjera) nProvincia99_ = cboProvincias.ListCount();
         if (code == own) nProvinciaPropia_ = cboProvincias.ListCount();
-        cboProvincias.AddItem(lista::elemento(dosCifras(code), provinces->Fields("PROV_NOM").Value.text()));
+        cboProvincias.AddItem(codedList::item(dosCifras(code), provinces->Fields("PROV_NOM").Value.text()));
     }
     cboProvincias.setListIndex(nProvinciaPropia_);
 
-    const auto countries = conexion().Execute("Select * from KXComun.dbo.PAIS ORDER BY Pais_Nom");
+    const auto countries = read("Select * from KXComun.dbo.PAIS ORDER BY Pais_Nom");
     for (; !countries->Eof(); countries->MoveNext()) {
         const Variant code = countries->Fields("Pais_Cod").Value;
         if (code.integer() == codigoPais) nPaisPropio_ = cboPais.ListCount();
-        cboPais.AddItem(lista::elemento(code.text(), countries->Fields("Pais_Nom").Value.text()));
+        cboPais.AddItem(codedList::item(code.text(), countries->Fields("Pais_Nom").Value.text()));
     }
     cboPais.setListIndex(nPaisPropio_);
 }
 
-std::int16_t frmNif::ejercicio() { return ejercicioActivo(instanciaActual().sesion().Parametros()); }
+std::int16_t frmNif::ejercicio() { return ejercicioActivo(); }
 
 // --- search, and what the screen shows
 
 std::int64_t frmNif::msBuscarCif(const std::string& sDoc, int nModo, std::int64_t nId) {
-    const Espera busy(desktop());
+    const BusyPointer busy(desktop());
     if (nModo != 0) {
         nId = nModo == buscarPorDocumento ? buscarNifPorDocumento(Ayuda, sExpresionNombre_) : buscarNifPorNombre(Ayuda);
         if (nId < 1) return nIdActual_ > 0 ? nIdActual_ : -1;
     }
-    const auto found = leer(nId < 1 ? "Nif_Doc = '" + insideQuotes(sDoc) + "'" : "Nif_Id = " + std::to_string(nId));
+    const auto found = leer(nId < 1 ? "Nif_Doc = " + quoted(sDoc) : "Nif_Id = " + std::to_string(nId));
     if (found)
         mostrar(*found);
     else if (nIdActual_ > 0)
@@ -110,11 +109,10 @@ std::int64_t frmNif::msBuscarCif(const std::string& sDoc, int nModo, std::int64_
 }
 
 std::optional<frmNif::Ficha> frmNif::leer(const std::string& where) {
-    const auto rows = conexion().Execute("SELECT * FROM KXComun.dbo.Nif WHERE " + where);
+    const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE " + where);
     if (rows->Eof()) return std::nullopt;
     Ficha ficha{.nif = leerNif(*rows)};
-    const auto uses =
-        conexion().Execute("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = '" + insideQuotes(ficha.nif.documento) + "'");
+    const auto uses = read("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = " + quoted(ficha.nif.documento));
     ficha.conFacturas = uses->cell(0, 0).integer() != 0;
     return ficha;
 }
@@ -130,16 +128,16 @@ void frmNif::mostrar(const Ficha& ficha) {
     txtFields(Documento).Text = nif.documento;
 
     cboDocType.setListIndex(knownType ? nif.tipoDocumento : -1);
-    cboTipoVia.setListIndex(lista::posicion(cboTipoVia, 2, nif.tipoVia));
-    cboPais.setListIndex(lista::posicion(cboPais, 3, nif.pais));
+    cboTipoVia.setListIndex(codedList::position(cboTipoVia, 2, nif.tipoVia));
+    cboPais.setListIndex(codedList::position(cboPais, 3, nif.pais));
     if (paisPropio()) {
         const bool coded = Variant(text::left(nif.provincia, 2)).integer() > 0;
-        cboProvincias.setListIndex(lista::posicion(cboProvincias, 2, coded ? nif.provincia : nif.codigoPostal));
+        cboProvincias.setListIndex(codedList::position(cboProvincias, 2, coded ? nif.provincia : nif.codigoPostal));
     } else {
         txtFields(Provincia).Text = nif.provincia;
     }
-    cboClaveRetencion.setListIndex(std::max(0, lista::posicion(cboClaveRetencion, 1, nif.claveRetencion)));
-    const int subkey = lista::posicion(cboSubclave, 2, nif.subclave);
+    cboClaveRetencion.setListIndex(std::max(0, codedList::position(cboClaveRetencion, 1, nif.claveRetencion)));
+    const int subkey = codedList::position(cboSubclave, 2, nif.subclave);
     if (subkey >= 0) cboSubclave.setListIndex(subkey);
     cmdBorrar.Enabled = !ficha.conFacturas;
 }
@@ -166,16 +164,16 @@ void frmNif::vaciar() {
 NifRecord frmNif::enPantalla() const {
     // The first item of the lists of keys stands for none.
     const auto chosenKey = [](const ComboBox& keys, std::size_t length) {
-        return keys.ListIndex() > 0 ? lista::codigo(keys, length) : std::string();
+        return keys.ListIndex() > 0 ? codedList::code(keys, length) : std::string();
     };
     NifRecord nif;
     for (const auto& [index, member] : textos) nif.*member = text::trim(txtFields(index).Text);
     nif.id = nIdActual_;
     nif.tipoDocumento = cboDocType.ListIndex();
     nif.documento = txtFields(Documento).Text;
-    nif.tipoVia = lista::codigo(cboTipoVia, 2);
-    nif.provincia = paisPropio() ? lista::codigo(cboProvincias, 2) : txtFields(Provincia).Text;
-    nif.pais = lista::codigo(cboPais, 3);
+    nif.tipoVia = codedList::code(cboTipoVia, 2);
+    nif.provincia = paisPropio() ? codedList::code(cboProvincias, 2) : txtFields(Provincia).Text;
+    nif.pais = codedList::code(cboPais, 3);
     nif.claveRetencion = chosenKey(cboClaveRetencion, 1);
     nif.subclave = chosenKey(cboSubclave, 2);
     return nif;
@@ -229,7 +227,7 @@ bool frmNif::salirDocumento() {
     document.Text = typed;
     cboDocType.setListIndex(type);
     if (!bAbiertaConDocumento_ &&
-        !confirmarEnSitio("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana)) {
+        !confirmInPlace("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana)) {
         setFocus(document);
         return false;
     }
@@ -265,12 +263,12 @@ void frmNif::elegirPais() {
 }
 
 void frmNif::elegirClaveRetencion() {
-    jCargaClavesRetencion(cboSubclave, lista::codigo(cboClaveRetencion, 1), ejercicio(), false);
+    jCargaClavesRetencion(cboSubclave, codedList::code(cboClaveRetencion, 1), ejercicio(), false);
 }
 
 /// An unknown code leaves the province as it is.
 void frmNif::situarProvincia(const std::string& code) {
-    const int index = lista::posicion(cboProvincias, 2, code);
+    const int index = codedList::position(cboProvincias, 2, code);
     if (index >= 0) cboProvincias.setListIndex(index);
 }
 
@@ -280,8 +278,8 @@ void frmNif::buscarPoblacionDir() {
     TextBox& postalCode = txtFields(CodigoPostal);
     TextBox& town = txtFields(Poblacion);
     const bool taken = !postalCode.Text.empty() || !town.Text.empty();
-    if (taken && !confirmarEnSitio("Existen datos en los campos C.P. y población, desea sustituirlos ?",
-                                   message::Question, "Busqueda de poblaciones"))
+    if (taken && !confirmInPlace("Existen datos en los campos C.P. y población, desea sustituirlos ?",
+                                 message::Question, "Busqueda de poblaciones"))
         return;
     town.Text = chosen->nombre;
     postalCode.Text = chosen->codigoPostal;
@@ -290,28 +288,28 @@ void frmNif::buscarPoblacionDir() {
 }
 
 /// Through the register in the order of its documents.
-void frmNif::navegar(Paso step) {
-    const Ocupado busy(*this);
-    const auto found = conexion().Execute("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destino(step));
+void frmNif::navegar(Step step) {
+    const BusyGuard busy(*this);
+    const auto found = read("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destino(step));
     if (!found->Eof()) msBuscarCif({}, 0, found->cell(0, 0).integer());
 }
 
-std::string frmNif::destino(Paso step) const {
+std::string frmNif::destino(Step step) const {
     const auto beyond = [this](const std::string& comparison) {
-        const std::string document = "'" + insideQuotes(nifLeido_.documento) + "'";
+        const std::string document = quoted(nifLeido_.documento);
         return " WHERE Nif_Doc " + comparison + " " + document + " OR (Nif_Doc = " + document + " AND Nif_Id " +
                comparison + " " + std::to_string(nIdActual_) + ")";
     };
     constexpr const char* upwards = " ORDER BY Nif_Doc, Nif_Id";
     constexpr const char* downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
-    switch (nIdActual_ > 0 ? step : desdeNada(step)) {
-        case Paso::Primero:
+    switch (nIdActual_ > 0 ? step : fromNothing(step)) {
+        case Step::First:
             return upwards;
-        case Paso::Anterior:
+        case Step::Previous:
             return beyond("<") + downwards;
-        case Paso::Siguiente:
+        case Step::Next:
             return beyond(">") + upwards;
-        case Paso::Ultimo:
+        case Step::Last:
             break;
     }
     return downwards;
@@ -320,7 +318,7 @@ std::string frmNif::destino(Paso step) const {
 // --- keys
 
 void frmNif::onKeyUp(int& code, int shift) {
-    Pantalla::onKeyUp(code, shift);
+    Screen::onKeyUp(code, shift);
     const std::string& document = txtFields(Documento).Text;
     switch (code) {
         case key::F(1):
@@ -352,45 +350,45 @@ void frmNif::guardarConTecla() {
 
 void frmNif::guardar() {
     try {
-        if (const auto inserted = conPaciencia([this] { return grabar(); })) mostrarInsertada(*inserted);
-    } catch (const GrabacionRechazada&) {
+        if (const auto inserted = withPatience([this] { return grabar(); })) mostrarInsertada(*inserted);
+    } catch (const SilentRefusal&) {
         return;
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
-    Tag = "e";
+    markPendingMessage();
     ask("Grabación del nif realizada con éxito", message::Information, sTituloVentana);
     if (bAbiertaConDocumento_) unload();
 }
 
 std::optional<frmNif::Ficha> frmNif::grabar() {
-    const Espera busy(desktop());
+    const BusyPointer busy(desktop());
     SesionBd& session = instanciaActual().sesion();
-    Transaccion transaction(session.Conexion());
-    Grabacion write(session, "KXComun.dbo.Nif");
+    Transaction transaction(session.Conexion());
+    RowWrite write(session, "KXComun.dbo.Nif");
     describirNif(write, enPantalla());
     if (nIdActual_ < 1) {
         Ficha inserted = insertar(write);
-        transaction.confirmar();
+        transaction.commit();
         return inserted;
     }
     actualizar(write);
     NifRecord saved = *registrado(nIdActual_);
-    transaction.confirmar();
+    transaction.commit();
     nifLeido_ = std::move(saved);
     return std::nullopt;
 }
 
-frmNif::Ficha frmNif::insertar(Grabacion& write) const {
-    write.insertar();
-    const Variant newest = conexion().Execute("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
+frmNif::Ficha frmNif::insertar(RowWrite& write) const {
+    write.insert();
+    const Variant newest = read("SELECT MAX(Nif_Id) FROM kxcomun.dbo.nif")->cell(0, 0);
     Ficha inserted = leer("Nif_Id = " + newest.text()).value();
     if (const std::string& document = inserted.nif.documento; !document.empty())
-        exigirUnico(conexion(), "KXComun.dbo.Nif", "Nif_Doc", document);
+        requireUnique(*instanciaActual().sesion().Conexion(), "KXComun.dbo.Nif", "Nif_Doc", document);
     return inserted;
 }
 
-void frmNif::actualizar(Grabacion& write) {
+void frmNif::actualizar(RowWrite& write) {
     const auto stored = registrado(nIdActual_);
     if (stored != nifLeido_) {
         // Leaving the document again reads it again.
@@ -402,16 +400,16 @@ void frmNif::actualizar(Grabacion& write) {
         cmdBorrar.Enabled = false;
         throw std::runtime_error("Otro programa ha eliminado este CIF/NIF. Si lo guarda otra vez, se crea de nuevo.");
     }
-    callandoRechazo([&] { write.actualizar(" WHERE Nif_Id = " + std::to_string(nIdActual_)); });
+    refusingSilently([&] { write.update(" WHERE Nif_Id = " + std::to_string(nIdActual_)); });
 }
 
 void frmNif::borrar() {
-    if (!confirmarEnSitio("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF"))
+    if (!confirmInPlace("Confirma que desea eliminar el CIF/NIF actual", message::Critical, "Edición de CIF/NIF"))
         return;
     try {
-        borrarFilas(instanciaActual().sesion(), "KXComun.dbo.Nif",
-                    " WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = '" +
-                        insideQuotes(txtFields(Documento).Text) + "'");
+        deleteRows(
+            instanciaActual().sesion(), "KXComun.dbo.Nif",
+            " WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = " + quoted(txtFields(Documento).Text));
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
@@ -420,7 +418,7 @@ void frmNif::borrar() {
 }
 
 void frmNif::avisarFallo(const std::exception& error) {
-    Tag = "e";
+    markPendingMessage();
     ask(error.what(), message::Ok, {});
 }
 

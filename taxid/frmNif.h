@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "taxid/NifRecord.h"
-#include "ui/Navegacion.h"
-#include "ui/Pantalla.h"
+#include "ui/NavigationButtons.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
@@ -16,7 +16,7 @@ namespace FendaMaestros {
 ///
 /// Leaving the document field loads its entry, or offers to create it. A document that already is the one on the
 /// screen, or whose creation has been accepted, is not looked up again, so that nothing typed since is lost.
-class frmNif final : public Pantalla {
+class frmNif final : public Screen {
 public:
     /// With a document that is not blank, the screen opens on it, without asking when it is new, and closes after the
     /// first save.
@@ -96,8 +96,8 @@ private:
     void elegirClaveRetencion();
     void situarProvincia(const std::string& code);
     void buscarPoblacionDir();
-    void navegar(Paso step);
-    std::string destino(Paso step) const;
+    void navegar(Step step);
+    std::string destino(Step step) const;
 
     /// Nothing when no entry meets `where`.
     static std::optional<Ficha> leer(const std::string& where);
@@ -111,9 +111,9 @@ private:
     void guardar();
     /// Inserts or updates in a transaction. What has been inserted comes back as the register has it.
     std::optional<Ficha> grabar();
-    Ficha insertar(Grabacion& write) const;
+    Ficha insertar(RowWrite& write) const;
     /// Throws std::runtime_error when another program has changed the entry, or has deleted it: then it is a new one.
-    void actualizar(Grabacion& write);
+    void actualizar(RowWrite& write);
     void borrar();
     void avisarFallo(const std::exception& error);
 
@@ -147,7 +147,7 @@ private:
     ComboBox cboPais;
     ComboBox cboClaveRetencion;
     ComboBox cboSubclave;
-    Navegacion navegacion{[this](Paso step) { navegar(step); }};
+    NavigationButtons navegacion{[this](Step step) { navegar(step); }};
     CommandButton cmdSalvar{"&Guardar Cambios"};
     CommandButton cmdBorrar{"Borrar CIF/NIF"};
     CommandButton cmdSalir{"(ESC) - &Salir"};

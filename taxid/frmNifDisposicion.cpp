@@ -108,8 +108,8 @@ void frmNif::disponer() {
     std::vector<Arrangement> withholding;
     withholding.push_back(list(lblClaveRetencion, cboClaveRetencion, "ClaveRetencion", nullptr));
     withholding.push_back(list(lblSubclave, cboSubclave, "Subclave", nullptr));
-    add(navegacion.marco, "fraNavegacion");
-    add(navegacion.cmdNav, &navegacion.marco);
+    add(navegacion.frame, "fraNavegacion");
+    add(navegacion.cmdNav, &navegacion.frame);
     add(cmdSalvar, "cmdSalvar");
     add(cmdBorrar, "cmdBorrar");
     add(cmdSalir, "cmdSalir");
@@ -118,7 +118,7 @@ void frmNif::disponer() {
     layOut(arrange::column(
         {arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
          arrange::framed(fraDireccion, {arrange::fields(std::move(address))}), arrange::fields(std::move(withholding)),
-         arrange::row({navegacion.disposicion(), arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSalir})}),
+         arrange::row({navegacion.arrangement(), arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSalir})}),
          arrange::plain(lblTeclas)}));
 }
 

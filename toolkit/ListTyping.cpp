@@ -9,7 +9,6 @@ namespace FendaMaestros {
 namespace {
 
 constexpr std::chrono::seconds pause(1);
-constexpr std::string_view behindCode = " - ";
 
 /// From `first` on and round to it; -1 for none.
 template <class Predicate>
@@ -25,8 +24,8 @@ int beginningWith(const ComboBox& list, int first, std::string_view typed) {
     const int byCode = firstItem(list, first, [&](const std::string& item) { return item.starts_with(typed); });
     if (byCode >= 0) return byCode;
     return firstItem(list, first, [&](const std::string& item) {
-        const auto code = item.find(behindCode);
-        return code != std::string::npos && item.substr(code + behindCode.size()).starts_with(typed);
+        const auto code = item.find(codeSeparator);
+        return code != std::string::npos && item.substr(code + codeSeparator.size()).starts_with(typed);
     });
 }
 

@@ -2,10 +2,14 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 #include "toolkit/Controls.h"
 
 namespace FendaMaestros {
+
+/// Stands between code and name in the items of a list that has both.
+inline constexpr std::string_view codeSeparator = " - ";
 
 /// What a person types on a list to get at an item. Characters less than a second apart belong together, unless another
 /// list or another item has been chosen in between.

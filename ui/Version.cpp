@@ -2,6 +2,6 @@
 
 namespace FendaMaestros {
 
-std::string versionComponente() { return FENDA_VERSION; }
+std::string componentVersion() { return FENDA_VERSION; }
 
 }  // namespace FendaMaestros

@@ -5,6 +5,6 @@
 namespace FendaMaestros {
 
 /// The component's version as captions show it: major, minor and revision, "1.0.0".
-std::string versionComponente();
+std::string componentVersion();
 
 }  // namespace FendaMaestros

@@ -4,7 +4,7 @@
 #include <array>
 #include <stdexcept>
 
-#include "ui/NombreFichero.h"
+#include "ui/FileName.h"
 
 namespace FendaMaestros {
 
@@ -17,7 +17,7 @@ constexpr std::array zooms{50, 75, actualSize, 125, 150, 200, 300};
 }  // namespace
 
 frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document)
-    : Pantalla(desktop), pages_(document->pageCount()) {
+    : Screen(desktop), pages_(document->pageCount()) {
     Caption = document->title();
     Pagina.Document = std::move(document);
 
@@ -80,10 +80,10 @@ void frmVistaPrevia::Imprimir() {
 }
 
 void frmVistaPrevia::GuardarPdf() {
-    const auto path = desktop().chooseSaveFile(nombreFichero(Caption, "Listado") + ".pdf", "Documento PDF (*.pdf)");
+    const auto path = desktop().chooseSaveFile(fileNameFrom(Caption, "Listado") + ".pdf", "Documento PDF (*.pdf)");
     if (!path) return;
     try {
-        const Ocupado busy(*this);
+        const BusyGuard busy(*this);
         desktop().writePdf(*Pagina.Document, *path);
     } catch (const std::runtime_error& failure) {
         return informar(failure.what(), message::Exclamation);
@@ -92,7 +92,7 @@ void frmVistaPrevia::GuardarPdf() {
 }
 
 void frmVistaPrevia::informar(const std::string& text, int icon) {
-    Tag = "e";
+    markPendingMessage();
     ask(text, icon, Caption);
 }
 

@@ -4,13 +4,13 @@
 #include <string>
 
 #include "toolkit/Document.h"
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros {
 
 /// Shows the pages of a document one by one, prints them and saves them as PDF. PageUp, PageDown, Home and End turn
 /// pages from anywhere.
-class frmVistaPrevia final : public Pantalla {
+class frmVistaPrevia final : public Screen {
 public:
     /// The window takes the title of the document.
     frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocument> document);

@@ -12,7 +12,7 @@
 #include "platform/qt/PagePainter.h"
 #include "platform/qt/Silence.h"
 #include "toolkit/Document.h"
-#include "ui/MotivoFichero.h"
+#include "ui/FileErrorText.h"
 
 namespace FendaMaestros {
 
@@ -43,7 +43,7 @@ void carryOut(const std::string& path, Step&& step) {
     errno = 0;
     if (step()) return;
     const int reason = errno;
-    fail(path, motivoFichero({reason ? reason : EIO, std::generic_category()}));
+    fail(path, fileErrorText({reason ? reason : EIO, std::generic_category()}));
 }
 
 QByteArray makePdf(const PagedDocument& document) {

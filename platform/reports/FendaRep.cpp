@@ -14,8 +14,8 @@ void FendaRep::jshowInforme(const std::string& sInforme, const std::string& sSQL
     report.Show(desktop_);
 }
 
-void registrarFendaRep(RegistroComponentes& components, Desktop& desktop) {
-    components.registrar(InformeFenda::ProgId, [&desktop] { return std::make_unique<FendaRep>(desktop); });
+void registerFendaRep(ComponentRegistry& components, Desktop& desktop) {
+    components.add(ReportPrinter::ProgId, [&desktop] { return std::make_unique<FendaRep>(desktop); });
 }
 
 }  // namespace FendaMaestros

@@ -2,14 +2,14 @@
 
 #include "platform/xlsx/Hoja.h"
 #include "platform/xlsx/PartialFile.h"
-#include "ui/NombreFichero.h"
+#include "ui/FileName.h"
 
 namespace FendaMaestros {
 
 void KOffice::GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& grid) {
     if (!source) throw std::runtime_error("No hay ningún listado que exportar.");
     checkFits(*source, sTitulo);
-    const auto path = desktop_.chooseSaveFile(nombreFichero(sTitulo, "Listado") + ".xlsx", "Hoja de cálculo (*.xlsx)");
+    const auto path = desktop_.chooseSaveFile(fileNameFrom(sTitulo, "Listado") + ".xlsx", "Hoja de cálculo (*.xlsx)");
     if (!path) return;
 
     PartialFile file(*path);
@@ -19,8 +19,8 @@ void KOffice::GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& gr
     desktop_.ask({"Se ha guardado " + *path, message::Information, sTitulo});
 }
 
-void registrarKOffice(RegistroComponentes& components, Desktop& desktop) {
-    components.registrar(ExportadorHoja::ProgId, [&desktop] { return std::make_unique<KOffice>(desktop); });
+void registerKOffice(ComponentRegistry& components, Desktop& desktop) {
+    components.add(SpreadsheetExporter::ProgId, [&desktop] { return std::make_unique<KOffice>(desktop); });
 }
 
 }  // namespace FendaMaestros

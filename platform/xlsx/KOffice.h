@@ -1,7 +1,7 @@
 #pragma once
 
 #include "toolkit/Desktop.h"
-#include "ui/Componentes.h"
+#include "ui/ExternalComponents.h"
 
 namespace FendaMaestros {
 
@@ -11,7 +11,7 @@ namespace FendaMaestros {
 /// it. Not choosing a file ends the export without an error. Under the title in bold, when there is one, stand the
 /// captions of the visible columns, which stay in view and head every printed page; columns keep width, alignment and
 /// number format. Texts stay texts, also those that look like numbers or formulas; what a cell cannot hold is cut.
-class KOffice final : public ExportadorHoja {
+class KOffice final : public SpreadsheetExporter {
 public:
     /// `desktop` must outlive the component.
     explicit KOffice(Desktop& desktop) : desktop_(desktop) {}
@@ -24,6 +24,6 @@ private:
 };
 
 /// Makes the component available under its ProgID. `desktop` must outlive the registry.
-void registrarKOffice(RegistroComponentes& components, Desktop& desktop);
+void registerKOffice(ComponentRegistry& components, Desktop& desktop);
 
 }  // namespace FendaMaestros

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "ui/MotivoFichero.h"
+#include "ui/FileErrorText.h"
 
 namespace FendaMaestros {
 
@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 namespace {
 
 [[noreturn]] void fail(const fs::path& target, std::error_code code) {
-    throw std::runtime_error("No se puede guardar \"" + target.string() + "\": " + motivoFichero(code) + ".");
+    throw std::runtime_error("No se puede guardar \"" + target.string() + "\": " + fileErrorText(code) + ".");
 }
 
 [[noreturn]] void failOnErrno(const fs::path& target) { fail(target, {errno, std::generic_category()}); }

@@ -31,7 +31,7 @@ protected:
 
     Person person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     std::unique_ptr<SesionSql> session;
     FendaMaes maes{desktop, components};

@@ -50,7 +50,7 @@ private:
             rows->appendText(std::to_string(id));
             rows->appendText(name);
         }
-        frmBuscar dialog(desktop(), rows, "Nombre", {{{"Código", 900}, {"Nombre", 3000}}});
+        frmBuscar dialog(AyudaCampos(desktop()), rows, "Nombre", {{{"Código", 900}, {"Nombre", 3000}}});
         dialog.show();
         Text1.Text = dialog.result().substr(0, 1);
     }

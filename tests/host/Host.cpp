@@ -21,7 +21,7 @@ struct Onlooker final : Operator {
 int main() {
     Onlooker person;
     HeadlessDesktop desktop(person);
-    RegistroComponentes components;
+    ComponentRegistry components;
     SesionSql session(sqlite::openMemory(), ParametrosEmpresa{});
     FendaMaes fenda(desktop, components);
     fenda.MyBd = &session;

@@ -15,7 +15,7 @@ class Listings : public ::testing::Test {
 protected:
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<FakeConexion> connection = std::make_shared<FakeConexion>();
     SesionSql session{connection, company()};
     FendaMaes component{desktop, components};
@@ -24,7 +24,7 @@ protected:
 
     Listings() {
         component.MyBd = &session;
-        registrarFendaRep(components, desktop);
+        registerFendaRep(components, desktop);
         person.visits = {[this](Form& form) {
             caption = form.Caption;
             seen = ScriptedPerson::control<PageView>(form, "Pagina").Document;
@@ -97,7 +97,7 @@ class ChartListings : public Listings {
 protected:
     void showReport(const std::string& name, int variables, std::shared_ptr<Recordset> rows) {
         connection->rows = std::move(rows);
-        auto report = components.crear<InformeFenda>();
+        auto report = components.create<ReportPrinter>();
         report->MyBd = &session;
         report->sAcotacion1 = "Entre las cuentas Primera y Ultima";
         report->svariables = static_cast<std::int16_t>(variables);
@@ -148,13 +148,13 @@ TEST_F(ChartListings, EveryLayoutStaysWithinItsPaperWithColumnsApart) {
 TEST_F(ChartListings, RefusesWhatItCannotPrint) {
     EXPECT_THROW(showReport("PlanCuentas2", 0, recordset({"Pcta_Cta"}, {})), std::invalid_argument);
     EXPECT_THROW(showReport("PlanCuentas1", 1, recordset({"Pcta_Cta", "Pcta_Des"}, {})), std::runtime_error);
-    EXPECT_THROW(components.crear<InformeFenda>()->jshowInforme("PlanCuentas1", ""), std::logic_error);
+    EXPECT_THROW(components.create<ReportPrinter>()->jshowInforme("PlanCuentas1", ""), std::logic_error);
     EXPECT_EQ(seen, nullptr);
 }
 
 TEST_F(ChartListings, AComponentThatNobodyRegisteredIsNamed) {
     try {
-        components.crear<DatosFenda>();
+        components.create<HostApplication>();
         FAIL();
     } catch (const std::runtime_error& error) {
         EXPECT_STREQ(error.what(),

@@ -6,7 +6,7 @@
 #include "session/SesionSql.h"
 #include "taxid/ExpresionNombre.h"
 #include "tests/support/ScriptedPerson.h"
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros::testing {
 namespace {
@@ -58,7 +58,7 @@ protected:
 
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     SesionSql session{memory, parameters(2026, 0)};
     FendaMaes maes{desktop, components};
@@ -106,13 +106,13 @@ TEST_F(AccountLookups, AnUnknownCodeIsUsedOnlyWhenAPersonSaysYes) {
 }
 
 /// A screen whose button asks; it notes the keys released over it.
-class Asking final : public Pantalla {
+class Asking final : public Screen {
 public:
     std::vector<int> released;
 
     Asking() {
         add(cmdPreguntar, "cmdPreguntar");
-        cmdPreguntar.Click = [] { instanciaActual().msValidaCuentaPlan("99900001", 2008); };
+        cmdPreguntar.Click = [] { msValidaCuentaPlan("99900001", 2008, true); };
     }
 
 private:

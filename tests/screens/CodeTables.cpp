@@ -45,7 +45,7 @@ protected:
     int lastCode = 0;
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     std::shared_ptr<FailingConexion> failing = std::make_shared<FailingConexion>(memory);
     SesionSql session{failing, parameters()};

@@ -85,7 +85,7 @@ protected:
 
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);
     SesionSql session{failing, parameters(2010)};

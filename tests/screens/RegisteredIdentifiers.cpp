@@ -13,7 +13,7 @@ class RegisteredIdentifier : public ::testing::Test {
 protected:
     testing::ScriptedPerson person_;
     HeadlessDesktop desktop_{person_};
-    RegistroComponentes components_;
+    ComponentRegistry components_;
     FendaMaes component_{desktop_, components_};
     std::shared_ptr<testing::FakeConexion> register_ = std::make_shared<testing::FakeConexion>();
     SesionSql session_{register_, {}};

@@ -76,7 +76,7 @@ protected:
 
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
     std::shared_ptr<ConexionBd> otherMemory = sqlite::openMemory();
     std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);

@@ -150,7 +150,7 @@ private:
 
     Agreeing person_;
     HeadlessDesktop desktop_{person_};
-    RegistroComponentes components_;
+    ComponentRegistry components_;
     FendaMaes maes_{desktop_, components_};
     std::unique_ptr<SesionBd> session_, second_;
 };
@@ -190,7 +190,7 @@ public:
     /// Returns when the process has told something.
     void awaitLine() {
         char c = 0;
-        while (read(output_, &c, 1) == 1) {
+        while (::read(output_, &c, 1) == 1) {
             told_ += c;
             if (c == '\n') return;
         }
@@ -199,7 +199,7 @@ public:
     std::vector<std::string> end(bool killed) {
         if (killed) ::kill(child_, SIGKILL);
         char buffer[4096];
-        for (ssize_t size = 0; (size = read(output_, buffer, sizeof buffer)) > 0;)
+        for (ssize_t size = 0; (size = ::read(output_, buffer, sizeof buffer)) > 0;)
             told_.append(buffer, static_cast<std::size_t>(size));
         close(output_);
         waitpid(std::exchange(child_, -1), nullptr, 0);

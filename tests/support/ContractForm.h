@@ -21,7 +21,7 @@ public:
     std::vector<std::string> messages;
 
     void attend(Form& form) override {
-        if (scenes.empty()) throw std::logic_error("Pantalla inesperada: " + form.Caption);
+        if (scenes.empty()) throw std::logic_error("Screen inesperada: " + form.Caption);
         const Scene scene = std::move(scenes.front());
         scenes.pop_front();
         scene(form);

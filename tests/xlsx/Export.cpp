@@ -11,7 +11,7 @@
 #include "platform/xlsx/KOffice.h"
 #include "tests/support/ScriptedPerson.h"
 #include "tests/xlsx/Archive.h"
-#include "ui/NombreFichero.h"
+#include "ui/FileName.h"
 
 namespace FendaMaestros::testing {
 namespace {
@@ -22,7 +22,7 @@ class Export : public ::testing::Test {
 protected:
     ScriptedPerson person;
     HeadlessDesktop desktop{person};
-    RegistroComponentes components;
+    ComponentRegistry components;
     fs::path folder = fs::temp_directory_path() / ("fenda-xlsx-" + std::to_string(::getpid()));
     std::string target = folder / "Listado.xlsx";
     DataGrid grid;
@@ -30,7 +30,7 @@ protected:
         std::make_shared<Recordset>(std::vector<std::string>{"Id", "Codigo", "Des", "Saldo"});
 
     Export() {
-        registrarKOffice(components, desktop);
+        registerKOffice(components, desktop);
         fs::create_directory(folder);
         grid.Columns = {{"Id", 0, 1440, Alignment::Left, false, ""},
                         {"Código »", 1, 1500, Alignment::Center, true, ""},
@@ -48,7 +48,7 @@ protected:
 
     void exportTo(const std::string& path, const std::string& title) {
         person.files = {path};
-        const auto component = components.crear<ExportadorHoja>();
+        const auto component = components.create<SpreadsheetExporter>();
         component->sTitulo = title;
         component->GridToExcel(rows, grid);
     }
@@ -122,11 +122,11 @@ TEST_F(Export, ProposesANameThatFileSystemsTake) {
     exportTo("", "Fenda. Altas/bajas: \"2026\"\n");
     EXPECT_EQ(person.proposals, (std::vector<std::string>{"Listado.xlsx", "Fenda. Altas bajas 2026.xlsx"}));
     EXPECT_TRUE(desktop.openedFiles().empty());
-    EXPECT_EQ(nombreFichero("../../..", "x"), "x");
-    EXPECT_EQ(nombreFichero("..a..", "x"), "a");
+    EXPECT_EQ(fileNameFrom("../../..", "x"), "x");
+    EXPECT_EQ(fileNameFrom("..a..", "x"), "a");
     std::string smiles;
     for (int i = 0; i < 300; ++i) smiles += "😀";
-    EXPECT_EQ(nombreFichero(smiles, "x").size(), 240U);
+    EXPECT_EQ(fileNameFrom(smiles, "x").size(), 240U);
 }
 
 TEST_F(Export, HoldsHostileTexts) {

@@ -1,10 +1,10 @@
-#include "chart/ListaPareja.h"
+#include "ui/ListPair.h"
 
 namespace FendaMaestros {
 
-ListaPareja::ListaPareja(std::string name) : combos_(std::move(name), {0, 1}) { combos_(1).Visible = false; }
+ListPair::ListPair(std::string name) : combos_(std::move(name), {0, 1}) { combos_(1).Visible = false; }
 
-void ListaPareja::cargar(const std::string& none, Recordset& rows, const char* nameColumn, const char* idColumn) {
+void ListPair::load(const std::string& none, Recordset& rows, const char* nameColumn, const char* idColumn) {
     const auto addRow = [this](const std::string& name, const std::string& id) {
         combos_(0).AddItem(name);
         combos_(1).AddItem(id);
@@ -12,10 +12,10 @@ void ListaPareja::cargar(const std::string& none, Recordset& rows, const char* n
     addRow(none, "0");
     for (; !rows.Eof(); rows.MoveNext())
         addRow(rows.Fields(nameColumn).Value.text(), rows.Fields(idColumn).Value.text());
-    elegirPrimera();
+    chooseFirst();
 }
 
-void ListaPareja::elegir(std::int64_t id) {
+void ListPair::choose(std::int64_t id) {
     const std::string wanted = std::to_string(id);
     for (int row = 0; row < combos_(1).ListCount(); ++row) {
         if (combos_(1).List(row) != wanted) continue;
@@ -25,7 +25,7 @@ void ListaPareja::elegir(std::int64_t id) {
     }
 }
 
-std::int64_t ListaPareja::idElegido() const {
+std::int64_t ListPair::chosenId() const {
     const int row = combos_(0).ListIndex();
     return row > 0 ? Variant(combos_(1).List(row)).integer() : 0;
 }

@@ -7,17 +7,25 @@
 
 namespace FendaMaestros {
 
+/// The field that has the focus is yellow, the others are white.
+inline constexpr Color focusColor = 65535;
+inline constexpr Color normalColor = 16777215;
+
+/// A helper for a search without a screen of its own, set up as those of the screens: on the session and the desktop of
+/// InstanciaActual. Throws std::logic_error, in Spanish, when either is missing.
+AyudaCampos searchHelp();
+
 /// What every screen of the component shares: Enter moves on, Esc leaves, the field being edited is highlighted, and a
 /// message never makes the focus jump.
 ///
 /// The pending-message mark lives in Tag: while it is not empty, the Enter that dismisses a message does not move the
-/// focus on. Any key released empties it.
-class Pantalla : public Form {
+/// focus on. Any key released empties it. Which letter it is says nothing.
+class Screen : public Form {
 protected:
     /// Shows itself on the desktop of InstanciaActual. Throws std::logic_error, in Spanish, when there is none.
-    Pantalla();
+    Screen();
     /// For a screen that needs no session.
-    explicit Pantalla(Desktop& desktop) : Form(desktop), Ayuda(desktop) {}
+    explicit Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) {}
 
     /// Title of the message boxes; empty shows the desktop's own.
     std::string sTituloVentana;
@@ -31,21 +39,25 @@ protected:
     /// it does on entering it in `entered`.
     void editField(TextBox& field, std::function<void()> left = {}, std::function<void()> entered = {});
 
+    /// Sets the pending-message mark, for a message that is to come or that has just been answered.
+    void markPendingMessage(char letter = 'e') { Tag = letter; }
+    /// Takes the mark away again unless the key that has answered is still to be released.
+    void unmarkUnlessAwaited();
     /// Sets the mark, shows a message with an OK button and puts the focus on the field at fault.
-    void avisar(const std::string& text, Control& field, int style = message::Exclamation);
+    void warn(const std::string& text, Control& field, int style = message::Exclamation);
     /// A Yes/No question with No as default; true only for Yes.
-    bool confirmar(const std::string& text, int icon = message::Question);
+    bool confirm(const std::string& text, int icon = message::Question);
     /// The same, with the mark for the key that answers: an Enter leaves the focus where the answer puts it.
-    bool confirmarEnSitio(const std::string& text, int icon, const std::string& title);
+    bool confirmInPlace(const std::string& text, int icon, const std::string& title);
 };
 
 /// Shows the busy pointer as long as it lives, from when the screen has been painted.
-class Espera {
+class BusyPointer {
 public:
-    explicit Espera(Desktop& desktop);
-    Espera(const Espera&) = delete;
-    Espera& operator=(const Espera&) = delete;
-    ~Espera();
+    explicit BusyPointer(Desktop& desktop);
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+    ~BusyPointer();
 
 private:
     Desktop& desktop_;
@@ -53,12 +65,12 @@ private:
 
 /// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when
 /// an exception ends it, the screen is enabled, the pointer the default one, and what was waiting is handled.
-class Ocupado {
+class BusyGuard {
 public:
-    explicit Ocupado(Form& form, bool hourglass = true);
-    Ocupado(const Ocupado&) = delete;
-    Ocupado& operator=(const Ocupado&) = delete;
-    ~Ocupado();
+    explicit BusyGuard(Form& form, bool hourglass = true);
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
+    ~BusyGuard();
 
 private:
     Form& form_;

@@ -1,6 +1,6 @@
-#include "ui/Grabacion.h"
+#include "ui/RowWrite.h"
 
-#include "session/Condition.h"
+#include "session/Literal.h"
 
 namespace FendaMaestros {
 
@@ -12,15 +12,14 @@ void requireCarriedOut(bool status, const char* what, const std::string& reason)
 
 }  // namespace
 
-void exigirUnico(ConexionBd& connection, const std::string& table, const std::string& column,
-                 const std::string& value) {
-    const auto same =
-        connection.Execute("SELECT COUNT(*) FROM " + table + " WHERE " + column + " = '" + insideQuotes(value) + "'");
+void requireUnique(ConexionBd& connection, const std::string& table, const std::string& column,
+                   const std::string& value) {
+    const auto same = connection.Execute("SELECT COUNT(*) FROM " + table + " WHERE " + column + " = " + quoted(value));
     if (same->cell(0, 0).integer() > 1)
         throw ErrorBd(ErrorBd::Kind::Constraint, value + ": acaba de crearse desde otro puesto.");
 }
 
-void borrarFilas(SesionBd& session, std::string_view table, std::string_view where) {
+void deleteRows(SesionBd& session, std::string_view table, std::string_view where) {
     session.Tabla(table);
     session.Condicion(where);
     std::string text;
@@ -29,7 +28,7 @@ void borrarFilas(SesionBd& session, std::string_view table, std::string_view whe
     requireCarriedOut(status, "borrar", text);
 }
 
-void Grabacion::actualizar(std::string_view where) {
+void RowWrite::update(std::string_view where) {
     session_.Condicion(where);
     std::string text;
     bool status = false;
@@ -37,7 +36,7 @@ void Grabacion::actualizar(std::string_view where) {
     requireCarriedOut(status, "grabar", text);
 }
 
-void Grabacion::insertar() {
+void RowWrite::insert() {
     session_.Condicion("");
     std::string text;
     bool status = false;

@@ -12,15 +12,15 @@ namespace FendaMaestros {
 
 /// A transaction that ends with its scope: rolled back unless it has been committed. A roll-back that fails is not
 /// told, since what made it necessary is on its way to the caller.
-class Transaccion {
+class Transaction {
 public:
     /// Errors as BeginTrans; then nothing is rolled back.
-    explicit Transaccion(std::shared_ptr<ConexionBd> connection) : connection_(std::move(connection)) {
+    explicit Transaction(std::shared_ptr<ConexionBd> connection) : connection_(std::move(connection)) {
         connection_->BeginTrans();
     }
-    Transaccion(const Transaccion&) = delete;
-    Transaccion& operator=(const Transaccion&) = delete;
-    ~Transaccion() {
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction() {
         if (!open_) return;
         try {
             connection_->RollbackTrans();
@@ -29,7 +29,7 @@ public:
     }
 
     /// Errors as CommitTrans; then the scope's end still rolls back.
-    void confirmar() {
+    void commit() {
         connection_->CommitTrans();
         open_ = false;
     }
@@ -42,7 +42,7 @@ private:
 /// Carries out a save, its transactions included, and again while another program keeps the data busy, for five seconds
 /// at most: an engine may turn away at once, instead of letting it wait, a transaction that reads before it writes.
 template <class Save>
-auto conPaciencia(Save&& save) {
+auto withPatience(Save&& save) {
     constexpr std::chrono::seconds patience(5);
     constexpr std::chrono::milliseconds breath(10);
     const auto end = std::chrono::steady_clock::now() + patience;

@@ -10,19 +10,19 @@ namespace FendaMaestros {
 
 /// A selection list as two combo boxes of one array: element 0 shows the names, element 1 is hidden and holds the
 /// identities as text, row for row. The first row means none, with identity "0".
-class ListaPareja {
+class ListPair {
 public:
-    explicit ListaPareja(std::string name);
+    explicit ListPair(std::string name);
 
-    ControlArray<ComboBox>& controles() { return combos_; }
+    ControlArray<ComboBox>& controls() { return combos_; }
     /// Fills both from the rows of a read and chooses the first row.
-    void cargar(const std::string& none, Recordset& rows, const char* nameColumn, const char* idColumn);
+    void load(const std::string& none, Recordset& rows, const char* nameColumn, const char* idColumn);
     /// The shown list goes back to its first row.
-    void elegirPrimera() { combos_(0).setListIndex(0); }
+    void chooseFirst() { combos_(0).setListIndex(0); }
     /// Chooses the first row with the identity, in both; without one the choice stays.
-    void elegir(std::int64_t id);
+    void choose(std::int64_t id);
     /// The identity beside the name shown; 0 for the first row and when none is chosen.
-    std::int64_t idElegido() const;
+    std::int64_t chosenId() const;
 
 private:
     ControlArray<ComboBox> combos_;

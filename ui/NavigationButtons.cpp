@@ -1,23 +1,23 @@
-#include "ui/Navegacion.h"
+#include "ui/NavigationButtons.h"
 
 #include <array>
 
 namespace FendaMaestros {
 
-Navegacion::Navegacion(const std::function<void(Paso)>& ir) {
+NavigationButtons::NavigationButtons(const std::function<void(Step)>& go) {
     static constexpr std::array captions{"Primero", "Anterior", "Siguiente", "Ultimo"};
-    marco.Caption = "Navegación";
+    frame.Caption = "Navegación";
     for (const auto& [index, button] : cmdNav.elements()) {
         button->Caption = captions[static_cast<std::size_t>(index)];
-        button->Click = [ir, step = static_cast<Paso>(index)] { ir(step); };
+        button->Click = [go, step = static_cast<Step>(index)] { go(step); };
     }
 }
 
-Arrangement Navegacion::disposicion() {
+Arrangement NavigationButtons::arrangement() {
     using namespace arrange;
     std::vector<Arrangement> buttons;
     for (const auto& [index, button] : cmdNav.elements()) buttons.push_back(plain(*button));
-    return framed(marco, {row(std::move(buttons))});
+    return framed(frame, {row(std::move(buttons))});
 }
 
 }  // namespace FendaMaestros

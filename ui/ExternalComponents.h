@@ -14,13 +14,13 @@
 namespace FendaMaestros {
 
 /// A component of the same application that lives outside this library and is created by its ProgID.
-class ComponenteExterno {
+class ExternalComponent {
 public:
-    virtual ~ComponenteExterno() = default;
+    virtual ~ExternalComponent() = default;
 };
 
 /// "KXOFFICE.KOFFICE": exports a listing to a spreadsheet.
-class ExportadorHoja : public ComponenteExterno {
+class SpreadsheetExporter : public ExternalComponent {
 public:
     static constexpr const char* ProgId = "KXOFFICE.KOFFICE";
 
@@ -33,7 +33,7 @@ public:
 };
 
 /// "FENDAREPORTES.FendaRep": prints a listing under a layout it knows by name.
-class InformeFenda : public ComponenteExterno {
+class ReportPrinter : public ExternalComponent {
 public:
     static constexpr const char* ProgId = "FENDAREPORTES.FendaRep";
 
@@ -48,7 +48,7 @@ public:
 };
 
 /// "FENDA.FENDATA": the host application.
-class DatosFenda : public ComponenteExterno {
+class HostApplication : public ExternalComponent {
 public:
     static constexpr const char* ProgId = "FENDA.FENDATA";
 
@@ -58,18 +58,18 @@ public:
 };
 
 /// Who makes which external component. The program fills it; screens ask it.
-class RegistroComponentes {
+class ComponentRegistry {
 public:
-    using Factory = std::function<std::unique_ptr<ComponenteExterno>()>;
+    using Factory = std::function<std::unique_ptr<ExternalComponent>()>;
 
     /// A second factory under a ProgID replaces the first.
-    void registrar(const std::string& progId, Factory factory) { factories_[progId] = std::move(factory); }
+    void add(const std::string& progId, Factory factory) { factories_[progId] = std::move(factory); }
 
     /// A new component of type T, known under T::ProgId. Throws std::runtime_error, in Spanish, when nobody registered
     /// it or what was registered is of another type.
     template <class T>
-    std::unique_ptr<T> crear() const {
-        std::unique_ptr<ComponenteExterno> made = create(T::ProgId);
+    std::unique_ptr<T> create() const {
+        std::unique_ptr<ExternalComponent> made = createAny(T::ProgId);
         T* typed = dynamic_cast<T*>(made.get());
         if (!typed) throw std::runtime_error(std::string("El componente ") + T::ProgId + " no es del tipo esperado.");
         static_cast<void>(made.release());
@@ -77,7 +77,7 @@ public:
     }
 
 private:
-    std::unique_ptr<ComponenteExterno> create(const std::string& progId) const;
+    std::unique_ptr<ExternalComponent> createAny(const std::string& progId) const;
 
     std::map<std::string, Factory> factories_;
 };

@@ -10,15 +10,15 @@ namespace FendaMaestros {
 
 /// The session has refused the statement of a save that then ends without a word (the component's error 999). Not a
 /// std::exception, so that no handler shows it.
-struct GrabacionRechazada {};
+struct SilentRefusal {};
 
 /// Carries out one write of such a save.
 template <class Write>
-void callandoRechazo(Write&& write) {
+void refusingSilently(Write&& write) {
     try {
         write();
     } catch (const ErrorBd& error) {
-        if (error.kind() == ErrorBd::Kind::Refused) throw GrabacionRechazada{};
+        if (error.kind() == ErrorBd::Kind::Refused) throw SilentRefusal{};
         throw;
     }
 }
@@ -26,30 +26,31 @@ void callandoRechazo(Write&& write) {
 /// Throws ErrorBd (Constraint), with a sentence for the person, when more than one row of `table` has that value in
 /// `column`: asked behind an insert and in its transaction, it finds what another program has inserted since this one
 /// looked.
-void exigirUnico(ConexionBd& connection, const std::string& table, const std::string& column, const std::string& value);
+void requireUnique(ConexionBd& connection, const std::string& table, const std::string& column,
+                   const std::string& value);
 
-/// Deletes the rows under a condition; arguments and errors as Grabacion::actualizar().
-void borrarFilas(SesionBd& session, std::string_view table, std::string_view where);
+/// Deletes the rows under a condition; arguments and errors as RowWrite::update().
+void deleteRows(SesionBd& session, std::string_view table, std::string_view where);
 
 /// One write, described and carried out in the order that the session wants: table, columns, then actualizar() or
 /// insertar().
-class Grabacion {
+class RowWrite {
 public:
-    Grabacion(SesionBd& session, std::string_view table) : session_(session) {
+    RowWrite(SesionBd& session, std::string_view table) : session_(session) {
         session_.Tabla(table);
         session_.Reiniciar(0);
     }
 
-    Grabacion& campo(std::string_view column, long kind, const Variant& value) {
+    RowWrite& column(std::string_view column, long kind, const Variant& value) {
         session_.Campos().Agregar(column, kind, value, 2);
         return *this;
     }
 
     /// `where` in full with its leading blank. Throws ErrorBd, also (kind Refused) when the session refuses the
     /// statement.
-    void actualizar(std::string_view where);
+    void update(std::string_view where);
     /// Errors as actualizar().
-    void insertar();
+    void insert();
 
 private:
     SesionBd& session_;

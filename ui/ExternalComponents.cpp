@@ -1,8 +1,8 @@
-#include "ui/Componentes.h"
+#include "ui/ExternalComponents.h"
 
 namespace FendaMaestros {
 
-std::unique_ptr<ComponenteExterno> RegistroComponentes::create(const std::string& progId) const {
+std::unique_ptr<ExternalComponent> ComponentRegistry::createAny(const std::string& progId) const {
     const auto found = factories_.find(progId);
     auto made = found == factories_.end() ? nullptr : found->second();
     if (!made)

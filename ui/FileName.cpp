@@ -1,4 +1,4 @@
-#include "ui/NombreFichero.h"
+#include "ui/FileName.h"
 
 #include <string_view>
 
@@ -17,7 +17,7 @@ bool isRefused(unsigned char c) {
 
 }  // namespace
 
-std::string nombreFichero(const std::string& title, const std::string& otherwise) {
+std::string fileNameFrom(const std::string& title, const std::string& otherwise) {
     std::string name;
     for (const char c : title) {
         const char kept = isRefused(static_cast<unsigned char>(c)) ? ' ' : c;

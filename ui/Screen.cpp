@@ -1,6 +1,6 @@
-#include "ui/Pantalla.h"
+#include "ui/Screen.h"
 
-#include "component/FendaMaes.h"
+#include "ui/WorkContext.h"
 
 namespace FendaMaestros {
 
@@ -9,17 +9,25 @@ namespace {
 constexpr int busyPointer = 13;
 constexpr int defaultPointer = 0;
 
-}  // namespace
-
-Pantalla::Pantalla() : Pantalla(instanciaActual().desktop()) {}
-
-void Pantalla::onLoad() {
-    Ayuda.Conexion = instanciaActual().sesion().Conexion();
-    Ayuda.ColorFoco = colorFoco;
-    Ayuda.ColorNormal = colorNormal;
+void setUp(AyudaCampos& help) {
+    help.Conexion = instanciaActual().sesion().Conexion();
+    help.ColorFoco = focusColor;
+    help.ColorNormal = normalColor;
 }
 
-void Pantalla::onKeyUp(int& code, int /*shift*/) {
+}  // namespace
+
+AyudaCampos searchHelp() {
+    AyudaCampos help(instanciaActual().desktop());
+    setUp(help);
+    return help;
+}
+
+Screen::Screen() : Screen(instanciaActual().desktop()) {}
+
+void Screen::onLoad() { setUp(Ayuda); }
+
+void Screen::onKeyUp(int& code, int /*shift*/) {
     if (code == key::Escape) return unload();
     if (code == key::Enter) {
         code = 0;
@@ -31,7 +39,7 @@ void Pantalla::onKeyUp(int& code, int /*shift*/) {
     desktop().processPending();
 }
 
-void Pantalla::editField(TextBox& field, std::function<void()> left, std::function<void()> entered) {
+void Screen::editField(TextBox& field, std::function<void()> left, std::function<void()> entered) {
     field.GotFocus = [this, &field, entered = std::move(entered)] {
         Ayuda.EntrarCampo(field, {}, 0);
         if (entered) entered();
@@ -42,36 +50,40 @@ void Pantalla::editField(TextBox& field, std::function<void()> left, std::functi
     };
 }
 
-void Pantalla::avisar(const std::string& text, Control& field, int style) {
-    Tag = "E";
+void Screen::warn(const std::string& text, Control& field, int style) {
+    markPendingMessage('E');
     ask(text, style, sTituloVentana);
     setFocus(field);
 }
 
-bool Pantalla::confirmar(const std::string& text, int icon) {
+bool Screen::confirm(const std::string& text, int icon) {
     return ask(text, message::YesNo + icon + message::SecondIsDefault, sTituloVentana) == Answer::Yes;
 }
 
-bool Pantalla::confirmarEnSitio(const std::string& text, int icon, const std::string& title) {
-    Tag = "e";
+bool Screen::confirmInPlace(const std::string& text, int icon, const std::string& title) {
+    markPendingMessage();
     const bool yes = ask(text, message::YesNo + icon + message::SecondIsDefault, title) == Answer::Yes;
-    if (!awaitsRelease()) Tag.clear();
+    unmarkUnlessAwaited();
     return yes;
 }
 
-Espera::Espera(Desktop& desktop) : desktop_(desktop) {
+void Screen::unmarkUnlessAwaited() {
+    if (!awaitsRelease()) Tag.clear();
+}
+
+BusyPointer::BusyPointer(Desktop& desktop) : desktop_(desktop) {
     desktop_.setPointer(busyPointer);
     desktop_.processPending();
 }
 
-Espera::~Espera() { desktop_.setPointer(defaultPointer); }
+BusyPointer::~BusyPointer() { desktop_.setPointer(defaultPointer); }
 
-Ocupado::Ocupado(Form& form, bool hourglass) : form_(form), hourglass_(hourglass) {
+BusyGuard::BusyGuard(Form& form, bool hourglass) : form_(form), hourglass_(hourglass) {
     form_.Enabled = false;
     if (hourglass_) form_.desktop().setPointer(busyPointer);
 }
 
-Ocupado::~Ocupado() {
+BusyGuard::~BusyGuard() {
     form_.Enabled = true;
     if (!hourglass_) return;
     form_.desktop().setPointer(defaultPointer);

@@ -8,21 +8,21 @@
 namespace FendaMaestros {
 
 /// Where a navigation button leads.
-enum class Paso { Primero, Anterior, Siguiente, Ultimo };
+enum class Step { First, Previous, Next, Last };
 
 /// Where a step leads when nothing is shown: the one before is the first, the one behind the last.
-constexpr Paso desdeNada(Paso step) {
-    if (step == Paso::Anterior) return Paso::Primero;
-    return step == Paso::Siguiente ? Paso::Ultimo : step;
+constexpr Step fromNothing(Step step) {
+    if (step == Step::Previous) return Step::First;
+    return step == Step::Next ? Step::Last : step;
 }
 
 /// The frame "Navegación" with the buttons `cmdNav` 0 to 3. The screen registers both.
-struct Navegacion {
-    explicit Navegacion(const std::function<void(Paso)>& ir);
+struct NavigationButtons {
+    explicit NavigationButtons(const std::function<void(Step)>& go);
 
-    Arrangement disposicion();
+    Arrangement arrangement();
 
-    Frame marco;
+    Frame frame;
     ControlArray<CommandButton> cmdNav{"cmdNav", {0, 1, 2, 3}};
 };
 

@@ -1,8 +1,8 @@
-#include "ui/MotivoFichero.h"
+#include "ui/FileErrorText.h"
 
 namespace FendaMaestros {
 
-std::string motivoFichero(std::error_code code) {
+std::string fileErrorText(std::error_code code) {
     if (code == std::errc::no_space_on_device || code == std::errc::file_too_large) return "no queda sitio en el disco";
     if (code == std::errc::permission_denied || code == std::errc::operation_not_permitted)
         return "no se tiene permiso para escribir ahí";

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace FendaMaestros {
+
+/// A text as a literal of a read or a condition: between quotes, its own quotes doubled.
+std::string quoted(std::string_view text);
+
+}  // namespace FendaMaestros
