@@ -1,5 +1,6 @@
 #include "codetables/DtrListado.h"
 
+#include "ui/ListingHeading.h"
 #include "ui/WorkContext.h"
 
 namespace FendaMaestros {
@@ -7,8 +8,6 @@ namespace FendaMaestros {
 namespace {
 
 constexpr Twips printWidth = ReportLayout::A4Width - 2 * 850;
-constexpr Twips asideWidth = 2600;  ///< page number and date
-constexpr Twips titleWidth = printWidth - asideWidth - 200;
 constexpr Twips codeWidth = 1900;
 constexpr Twips descriptionLeft = codeWidth + 200;
 constexpr Twips descriptionWidth = printWidth - descriptionLeft;
@@ -18,23 +17,18 @@ constexpr Twips rowHeight = 300;
 
 DtrListado::DtrListado(std::string name, std::string caption, const Column& code, const Column& description)
     : BandedReport(std::move(name), std::move(caption)) {
-    const Typeface company{"Times New Roman", 16, true, Alignment::Left};
-    const Typeface title{"Arial", 12, false, Alignment::Left};
-    const Typeface aside{"Arial", 9, false, Alignment::Right};
     const Typeface heading{"Arial", 10, true, Alignment::Left};
     const Typeface row{"Arial", 10, false, Alignment::Left};
-    constexpr Twips asideLeft = printWidth - asideWidth;
-
     ReportBand& top = layout_.band(BandKind::PageHeader);
     top.Height = 1560;
-    top.Labels = {
-        {"Etiqueta13", "", {0, 0, titleWidth, 440}, company, true},
-        {"Etiqueta17", "", {0, 500, titleWidth, 340}, title, true},
-        {"Etiqueta20", "Pagina %p de %P", {asideLeft, 120, asideWidth, 280}, aside},
-        {"Etiqueta2", "Fecha %d", {asideLeft, 540, asideWidth, 280}, aside},
-        {"Etiqueta7", code.heading, {0, 1100, codeWidth, rowHeight}, heading, true},
-        {"Etiqueta6", description.heading, {descriptionLeft, 1100, descriptionWidth, rowHeight}, heading, true},
-    };
+    addListingHeading(top, printWidth,
+                      {.company = {"Etiqueta13"},
+                       .title = {"Etiqueta17"},
+                       .page = {"Etiqueta20", "Pagina %p de %P"},
+                       .date = {"Etiqueta2", "Fecha %d"}});
+    top.Labels.push_back({"Etiqueta7", code.heading, {0, 1100, codeWidth, rowHeight}, heading, true});
+    top.Labels.push_back(
+        {"Etiqueta6", description.heading, {descriptionLeft, 1100, descriptionWidth, rowHeight}, heading, true});
     top.Lines = {{0, 1020, printWidth}, {0, 1460, printWidth}};
 
     ReportBand& detail = layout_.band(BandKind::Detail);
@@ -64,7 +58,7 @@ void imprimirListado(DtrListado& report, const std::optional<std::string>& capti
                      std::shared_ptr<Recordset> rows) {
     if (caption) report.Caption = *caption;
     ReportBand& top = report.Section("Cabecera");
-    top.Label("Etiqueta13").Caption = instanciaActual().sesion().Parametros().Item("Par_Nombre").Value.text();
+    top.Label("Etiqueta13").Caption = companyName();
     top.Label("Etiqueta17").Caption = title;
     report.DataSource = std::move(rows);
     report.Show(instanciaActual().desktop());

@@ -10,8 +10,6 @@ namespace FendaMaestros {
 namespace {
 
 constexpr const char* captionCancelar = "Cancelar";
-constexpr const char* marcaAscendente = " »";
-constexpr const char* marcaDescendente = " «";
 
 }  // namespace
 
@@ -23,7 +21,7 @@ PantallaTabla::PantallaTabla(TablaMaestra table, std::initializer_list<int> fiel
     cmdNueva.Caption = tabla_.captionNueva;
     for (const auto& [index, field] : Text1.elements()) editField(*field);
 
-    DataGrid1.HeadClick = [this](int column) { ordenar(static_cast<std::int16_t>(column)); };
+    DataGrid1.Sort = [this](int column, bool ascending) { CargarGrid(static_cast<std::int16_t>(column), ascending); };
     cmdGuardar.Click = [this] { guardar(); };
     cmdNueva.Click = [this] { NuevoCancelar(); };
     cmdListado.Click = [this] { imprimir(); };
@@ -59,40 +57,16 @@ void PantallaTabla::onLoad() {
 void PantallaTabla::CargarGrid(std::int16_t nColumna, bool bAsc) {
     DataGrid1.Enabled = true;
     std::string sql = consulta();
-    std::string caption;
-    const auto order = std::ranges::find(tabla_.ordenes, nColumna, &TablaMaestra::Orden::columna);
-    if (order != tabla_.ordenes.end()) {
-        sql += order->orderBy;
-        sql += bAsc ? " ASC " : " DESC ";
-        caption = std::string(order->titulo) + (bAsc ? marcaAscendente : marcaDescendente);
-    }
+    const auto order = std::ranges::find(tabla_.ordenes, nColumna, &ListingOrder::column);
+    const bool ordered = order != tabla_.ordenes.end();
+    if (ordered) sql += order->orderBy + (bAsc ? " ASC " : " DESC ");
 
     const BusyGuard busy(*this);
     rsConce = read(sql);
     rsConce->MoveComplete = [this] { moverRegistro(); };
-    DataGrid1.bind(rsConce);
+    DataGrid1.show(rsConce, tabla_.columnas);
     cmdExcel.Enabled = cmdListado.Enabled = rsConce->RecordCount() > 0;
-    formatearGrid(nColumna == -1 ? 1 : nColumna, caption);
-}
-
-void PantallaTabla::formatearGrid(int sortedColumn, const std::string& sortedCaption) {
-    for (std::size_t i = 0; i < tabla_.columnas.size() && i < DataGrid1.Columns.size(); ++i) {
-        const TablaMaestra::Columna& wanted = tabla_.columnas[i];
-        GridColumn& column = DataGrid1.Columns[i];
-        column.Visible = wanted.ancho > 0;
-        if (!column.Visible) continue;
-        column.Caption = wanted.titulo;
-        column.Width = wanted.ancho;
-        column.TextAlignment = wanted.alineacion;
-    }
-    if (!sortedCaption.empty()) DataGrid1.Columns.at(static_cast<std::size_t>(sortedColumn)).Caption = sortedCaption;
-}
-
-void PantallaTabla::ordenar(std::int16_t column) {
-    if (!rsConce || rsConce->RecordCount() == 0) return;
-    bAscendente_ = column == nUltimaColumna_ && !bAscendente_;
-    nUltimaColumna_ = column;
-    CargarGrid(column, bAscendente_);
+    if (ordered) DataGrid1.markOrder(nColumna, order->caption, bAsc);
 }
 
 void PantallaTabla::moverRegistro() {
@@ -138,10 +112,7 @@ void PantallaTabla::guardar() {
 
 void PantallaTabla::exportar() {
     const BusyGuard busy(*this, false);
-    const auto exporter = instanciaActual().components().create<SpreadsheetExporter>();
-    exporter->sTitulo = tabla_.tituloExportacion;
-    std::shared_ptr<Recordset> rows = rsConce;
-    exporter->GridToExcel(rows, DataGrid1);
+    DataGrid1.exportRows(tabla_.tituloExportacion);
 }
 
 }  // namespace FendaMaestros

@@ -7,30 +7,20 @@
 
 #include "session/Recordset.h"
 #include "toolkit/Controls.h"
+#include "ui/ListingGrid.h"
 #include "ui/Screen.h"
 
 namespace FendaMaestros {
 
 /// What tells one code-table screen from another.
 struct TablaMaestra {
-    struct Orden {
-        int columna;          ///< grid column whose header sorts so
-        const char* orderBy;  ///< " ORDER BY Centro_Cod"
-        const char* titulo;   ///< caption of that column while it is sorted, before its mark
-    };
-    struct Columna {
-        const char* titulo;
-        Twips ancho = 0;
-        Alignment alineacion = Alignment::Left;
-    };
-
     std::string ventana;            ///< window caption
     std::string marco;              ///< caption of the grid's frame
     std::string tituloVentana;      ///< title of the messages; may be empty
     std::string captionNueva;       ///< caption of cmdNueva in browse mode
     std::string tituloExportacion;  ///< title of the spreadsheet
-    std::vector<Orden> ordenes;
-    std::vector<Columna> columnas;  ///< of the grid, in its order; width 0 hides one
+    std::vector<ListingOrder> ordenes;
+    std::vector<ListingColumn> columnas;
 };
 
 /// The design that the small master tables share: the whole table in a grid sorted by its headers, and below it the
@@ -65,7 +55,7 @@ protected:
     void vaciarTextos();
     std::string campo(std::string_view column) const { return rsConce->Fields(column).Value.text(); }
 
-    DataGrid DataGrid1;
+    ListingGrid DataGrid1;
     Frame Frame1;
     ControlArray<TextBox> Text1;
     ControlArray<Label> Label1;
@@ -82,15 +72,11 @@ protected:
     std::int64_t nIdActual = 0;
 
 private:
-    void ordenar(std::int16_t column);
     void moverRegistro();
-    void formatearGrid(int sortedColumn, const std::string& sortedCaption);
     void guardar();
     void exportar();
 
     TablaMaestra tabla_;
-    std::int16_t nUltimaColumna_ = 0;
-    bool bAscendente_ = false;
 };
 
 }  // namespace FendaMaestros

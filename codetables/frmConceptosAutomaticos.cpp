@@ -23,6 +23,9 @@ constexpr std::size_t linkLength = 3;
 /// Digits of the concept at the start of an item of Combo2.
 constexpr std::size_t itemCodeLength = 2;
 
+/// The columns of the table are hidden, the kind of entry is shown.
+const std::array<ListingColumn, 5> shownColumns{{{}, {}, {}, {}, {"Tipo de asiento", 7800}}};
+
 std::string markerOf(int box) { return "#" + std::to_string(box + 1); }
 
 }  // namespace
@@ -96,10 +99,7 @@ void frmConceptosAutomaticos::CargarGrid() {
         "WHEN 1006 THEN 'Ventas. Ingresos' "
         "END AS Tipo "
         "FROM KXComun.dbo.Conceptos WHERE Conce_Cod>1000 ORDER BY Conce_Cod");
-    DataGrid1.bind(rsConce);
-    for (std::size_t tableColumn = 0; tableColumn < 4; ++tableColumn) DataGrid1.Columns.at(tableColumn).Visible = false;
-    DataGrid1.Columns.at(4).Caption = "Tipo de asiento";
-    DataGrid1.Columns.at(4).Width = 7800;
+    DataGrid1.show(rsConce, shownColumns);
 }
 
 void frmConceptosAutomaticos::elegirTipo() {

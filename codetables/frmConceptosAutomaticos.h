@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "session/Recordset.h"
+#include "ui/ListingGrid.h"
 #include "ui/Screen.h"
 
 namespace FendaMaestros {
@@ -36,7 +37,7 @@ private:
     CommandButton cmdGuardar{"&Guardar "};
     CommandButton cmdSalir{"Salir"};
     Frame Frame1;
-    DataGrid DataGrid1;
+    ListingGrid DataGrid1;
 
     std::shared_ptr<Recordset> rsConce;
     /// Id of the automatic concept shown; 0 when its type has none stored yet.

@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "toolkit/Format.h"
+#include "ui/ListingHeading.h"
 
 namespace FendaMaestros {
 
 namespace {
 
 constexpr Twips gap = 100;
-constexpr Twips asideWidth = 2600;  ///< page number and date
 constexpr Twips rowHeight = 280;
 constexpr Twips headingTop = 1300;
 constexpr Twips balanceWidth = 1700;
@@ -87,17 +87,13 @@ PlanCuentas::PlanCuentas(const ReportDesign& design, const ReportHeading& headin
 }
 
 void PlanCuentas::buildHeading(const ReportDesign& design, const ReportHeading& heading) {
-    const Twips asideLeft = printWidth_ - asideWidth;
-    const Twips width = asideLeft - gap;
-    const Typeface aside{"Arial", 9, false, Alignment::Right};
     ReportBand& top = layout_.band(BandKind::PageHeader);
-    top.Labels = {
-        {"Empresa", heading.company, {0, 0, width, 440}, {"Times New Roman", 16, true, Alignment::Left}, true},
-        {"Titulo", design.title, {0, 480, width, 340}, {"Arial", 12, false, Alignment::Left}, true},
-        {"Acotacion", heading.selection, {0, 840, printWidth_, 280}, {"Arial", 9, false, Alignment::Left}, true},
-        {"Pagina", "Página %p de %P", {asideLeft, 120, asideWidth, 280}, aside},
-        {"Fecha", "Fecha %d", {asideLeft, 520, asideWidth, 280}, aside},
-    };
+    addListingHeading(top, printWidth_, {.company = {"Empresa", heading.company}, .title = {"Titulo", design.title}});
+    top.Labels.push_back({"Acotacion",
+                          heading.selection,
+                          {0, ListingHeading::titleEnd, printWidth_, 280},
+                          {"Arial", 9, false, Alignment::Left},
+                          true});
     top.Lines = {{0, headingTop - 80, printWidth_}, {0, headingTop + rowHeight + 40, printWidth_}};
     top.Height = headingTop + rowHeight + 140;
 }

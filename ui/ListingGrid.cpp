@@ -1,0 +1,54 @@
+#include "ui/ListingGrid.h"
+
+#include <algorithm>
+
+#include "ui/WorkContext.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr const char* ascendingMark = " »";
+constexpr const char* descendingMark = " «";
+
+void layOutColumn(GridColumn& column, const ListingColumn& wanted) {
+    column.Visible = wanted.width > 0;
+    if (!column.Visible) return;
+    column.Caption = wanted.caption;
+    column.Width = wanted.width;
+    column.TextAlignment = wanted.alignment;
+    column.NumberFormat = wanted.numberFormat;
+    column.Button = wanted.button;
+}
+
+}  // namespace
+
+ListingGrid::ListingGrid() {
+    HeadClick = [this](int column) { clickHeader(column); };
+}
+
+void ListingGrid::show(std::shared_ptr<Recordset> rows, std::span<const ListingColumn> columns) {
+    rows_ = std::move(rows);
+    bind(rows_);
+    const std::size_t shown = std::min(columns.size(), Columns.size());
+    for (std::size_t i = 0; i < shown; ++i) layOutColumn(Columns[i], columns[i]);
+}
+
+void ListingGrid::markOrder(int column, const std::string& caption, bool ascending) {
+    Columns.at(static_cast<std::size_t>(column)).Caption = caption + (ascending ? ascendingMark : descendingMark);
+}
+
+void ListingGrid::exportRows(const std::string& title) {
+    const auto exporter = instanciaActual().components().create<SpreadsheetExporter>();
+    exporter->sTitulo = title;
+    exporter->GridToExcel(rows_, *this);
+}
+
+void ListingGrid::clickHeader(int column) {
+    if (rowCount() == 0 || !Sort) return;
+    ascending_ = column == lastColumn_ && !ascending_;
+    lastColumn_ = column;
+    Sort(column, ascending_);
+}
+
+}  // namespace FendaMaestros
