@@ -1,5 +1,8 @@
 #include "chart/CodigosCuenta.h"
 
+#include <algorithm>
+#include <array>
+
 #include "session/Literal.h"
 #include "toolkit/Form.h"
 #include "toolkit/Text.h"
@@ -8,6 +11,9 @@
 namespace FendaMaestros {
 
 namespace {
+
+/// The groups of the official plan whose accounts stand for somebody.
+constexpr std::array<std::string_view, 5> groupsWithIdentity{"430", "440", "410", "400", "523"};
 
 /// As many zeros as a code of `length` characters lacks.
 std::string missingZeros(std::size_t length, std::size_t digits) {
@@ -68,6 +74,11 @@ NextCode nextCode(const Variant& highest, const std::string& prefix, std::size_t
     const std::size_t length = text::length(prefix);
     if (length >= digits) return refused(prefix);
     return {prefix + missingZeros(length + 1, digits) + '1', {}};
+}
+
+bool needsIdentity(std::string_view code) {
+    return std::ranges::find(groupsWithIdentity, text::left(code, groupsWithIdentity.front().size())) !=
+           groupsWithIdentity.end();
 }
 
 std::shared_ptr<Recordset> planAccount(const std::string& sCuenta, std::int16_t nEjercicio) {

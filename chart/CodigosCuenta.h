@@ -34,6 +34,9 @@ struct NextCode {
 /// `prefix` leaves no room for a digit behind it.
 NextCode nextCode(const Variant& highest, const std::string& prefix, std::size_t digits);
 
+/// Whether an account of this code has a tax identity: customers, suppliers, creditors and suppliers of fixed assets.
+bool needsIdentity(std::string_view code);
+
 /// The row of the official plan's account that a code hangs from, the longest of 5, 4 or 3 digits; null when there is
 /// none. From 2008 on the plan is that of 2008; before, that of the year given. Reads through InstanciaActual.
 std::shared_ptr<Recordset> planAccount(const std::string& sCuenta, std::int16_t nEjercicio);

@@ -8,8 +8,9 @@ namespace FendaMaestros {
 
 class WorkContext;
 
-/// The unit of work of an account's save: a transaction on MyBd and another on MyBdorigen, confirmed and rolled back in
-/// that order. The two may stand on one connection; then they nest, and the second one keeps or undoes everything.
+/// The unit of work of an account's save: a transaction on MyBd and another on MyBdorigen, committed and rolled back in
+/// that order. On one connection they nest, and the second commit keeps or undoes everything. On two, what the first
+/// commit has stored stays stored when the second fails: only what was written on MyBdorigen is undone.
 class DobleTransaccion {
 public:
     /// Throws what opening either of them throws, also when MyBdorigen is not set; then none is left open.

@@ -11,26 +11,15 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr int nameLength = 140;
 constexpr int documentLength = 15;
 constexpr int identityLength = 100;
-
-/// Of what the filter lets through for amounts, a code takes neither the minus sign nor Enter.
-void filterCode(int& ascii) {
-    if (ascii == key::Enter || ascii == '-') ascii = 0;
-}
 
 }  // namespace
 
 void frmPlanCtas::prepararCampos() {
-    for (const int field : {Nombre, NombreAsociada, NombreIrpf}) Text1(field).MaxLength = nameLength;
+    for (const int field : {NombreAsociada, NombreIrpf}) Text1(field).MaxLength = nameLength;
     Text1(Documento).MaxLength = documentLength;
     Text1(NombreNif).MaxLength = identityLength;
-    for (const auto& [index, field] : Text1.elements())
-        field->KeyPress = [](int& ascii) {
-            if (ascii == key::Enter) ascii = 0;
-        };
-    editField(Text1(Nombre));
     prepararCodigos();
 
     Text1(Documento).Tag = "Nif";
@@ -45,21 +34,14 @@ void frmPlanCtas::prepararCampos() {
 
 void frmPlanCtas::prepararCodigos() {
     for (const int index : {Codigo, Asociada, Irpf}) {
+        prepararCodigo(index);
         TextBox& field = Text1(index);
-        field.Tag = "Cuentas";
-        field.TextAlignment = Alignment::Center;
-        field.KeyPress = [this, &field](int& ascii) {
-            Ayuda.FiltrarTecla(field, ascii, true, 0);
-            filterCode(ascii);
-        };
         field.Change = [this, &field, index] {
             // The point of the number keys serves as the comma.
             field.Text = text::replaced(field.Text, ".", ",");
             mostrarEstado(index);
         };
     }
-    editField(
-        Text1(Codigo), [this] { dejarCodigo(); }, [this] { cmdNueva.Visible = cmdGuardar.Enabled = false; });
     for (const int index : {Asociada, Irpf}) editField(Text1(index), [this, index] { dejarCuentaAsociada(index); });
 }
 

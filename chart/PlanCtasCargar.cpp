@@ -11,26 +11,14 @@
 namespace FendaMaestros {
 
 frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
-    if (code.empty() && id == 0) id = fnBuscarCuentas(static_cast<std::int16_t>(mode), false, false);
-    if (id < 1 && code.empty()) {
-        nIdActual = 0;
-        cmdBorrar.Enabled = false;
-        return Hallazgo::NadaBuscado;
-    }
-    rsCuenta = read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 " +
-                    (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + quoted(code)));
-    if (rsCuenta->Eof()) {
-        nIdActual = nIdOrigen = nIdCtaAso = 0;
-        cmdBorrar.Enabled = false;
-        return Hallazgo::NoEncontrada;
-    }
+    const bool deletable = cmdBorrar.Enabled;
+    const Hallazgo result = localizar(mode, code, id);
+    if (result == Hallazgo::NoEncontrada) nIdOrigen = nIdCtaAso = 0;
+    if (result != Hallazgo::Encontrada) return result;
 
-    cmdGuardar.Enabled = true;
     const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
-    const auto lines = read("SELECT COUNT(Apu_Id) FROM Apu WHERE Apu_Cta = " + quoted(found));
-    const bool unused = lines->cell(0, 0).integer() == 0;
     // An account found for another field may take the delete from the one shown, but not give it.
-    cmdBorrar.Enabled = unused && (field == Codigo || cmdBorrar.Enabled);
+    cmdBorrar.Enabled = !conDiario("Apu_Cta = " + quoted(found)) && (field == Codigo || deletable);
     Text1(field).Text = found;
     Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
     if (field == Asociada) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();

@@ -1,10 +1,5 @@
-#include <algorithm>
-#include <array>
-#include <stdexcept>
-
-#include "chart/DobleTransaccion.h"
+#include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
-#include "session/ErrorBd.h"
 #include "session/Literal.h"
 #include "toolkit/Text.h"
 #include "ui/RowWrite.h"
@@ -16,8 +11,6 @@ namespace FendaMaestros {
 
 namespace {
 
-/// Customers, suppliers, creditors and suppliers of fixed assets: an account of these has a tax identity.
-constexpr std::array<std::string_view, 5> groupsWithIdentity{"430", "440", "410", "400", "523"};
 /// The fiscal year whose journal lines receive centres and departments.
 constexpr const char* assignedYear = "2009";
 
@@ -34,35 +27,17 @@ void assignToJournal(ConexionBd& connection, const char* sql, const char* from, 
 
 }  // namespace
 
-void frmPlanCtas::avisarGrabacion(const std::string& text) {
-    markPendingMessage('E');
-    ask(text, message::Ok, {});
-}
-
-template <class Step>
-bool frmPlanCtas::intentar(Step&& step) {
-    try {
-        step();
-        return true;
-    } catch (const SilentRefusal&) {
-        return false;
-    } catch (const std::exception& error) {
-        avisarGrabacion("Error en la grabación de la cuenta " + std::string(error.what()));
-        return false;
-    }
-}
-
-void frmPlanCtas::guardar() {
-    if (!text::isNumericCode(text::trimEnd(Text1(Codigo).Text)))
-        return avisarGrabacion("Debe indicar un codigo de cuenta");
+bool frmPlanCtas::comprobarGrabacion() {
     bool repeated = false;
-    if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return;
-    if (repeated) return rechazarRepetida();
-    if (faltaNif()) {
-        avisarGrabacion("No ha indicado el Nif asociado");
-        return setFocus(Text1(Documento));
+    if (!intentar([&] { repeated = nIdActual == 0 && existeCodigo(); })) return false;
+    if (repeated) {
+        rechazarRepetida();
+        return false;
     }
-    if (intentar([this] { withPatience([this] { grabar(); }); })) terminarGrabacion();
+    if (!faltaNif()) return true;
+    avisarGrabacion("No ha indicado el Nif asociado");
+    setFocus(Text1(Documento));
+    return false;
 }
 
 bool frmPlanCtas::existeCodigo() const {
@@ -78,40 +53,7 @@ void frmPlanCtas::rechazarRepetida() {
 }
 
 bool frmPlanCtas::faltaNif() const {
-    const std::string group = text::left(Text1(Codigo).Text, 3);
-    if (std::ranges::find(groupsWithIdentity, group) == groupsWithIdentity.end()) return false;
-    return text::trim(Text1(Documento).Text).empty() || nIdNif == 0;
-}
-
-void frmPlanCtas::grabar() {
-    std::int64_t id = nIdActual;
-    try {
-        DobleTransaccion transaction(instanciaActual());
-        if (id != 0)
-            actualizarCuenta();
-        else
-            id = insertarCuenta();
-        transaction.commitBd();
-        // Whatever the second commit does, the row may by now be another than the one read.
-        rsMostrada.reset();
-        transaction.commitOrigin();
-    } catch (...) {
-        // The first of the two commits may have stored the new row: a save tried again must then update it, and must
-        // insert it when it has gone with the second.
-        if (nIdActual == 0 && id != 0 && estaGrabada(id)) nIdActual = id;
-        throw;
-    }
-    nIdActual = id;
-}
-
-bool frmPlanCtas::estaGrabada(std::int64_t id) const {
-    try {
-        return !read("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) +
-                     " AND PCta_Cta = " + quoted(Text1(Codigo).Text))
-                    ->Eof();
-    } catch (const ErrorBd&) {
-        return false;
-    }
+    return needsIdentity(Text1(Codigo).Text) && (text::trim(Text1(Documento).Text).empty() || nIdNif == 0);
 }
 
 void frmPlanCtas::describirCuenta(RowWrite& write) const {
@@ -134,35 +76,17 @@ void frmPlanCtas::describirCuenta(RowWrite& write) const {
     write.column("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
 }
 
-void frmPlanCtas::actualizarCuenta() {
-    SesionBd& session = instanciaActual().sesion();
-    const std::string id = std::to_string(nIdActual);
-    const auto stored = read("SELECT * FROM PCta WHERE PCta_Id = " + id);
-    if (stored->Eof()) {
-        nIdActual = 0;
-        cmdBorrar.Enabled = false;
-        throw std::runtime_error("Otro programa ha eliminado la cuenta. Si la guarda otra vez, se crea de nuevo.");
-    }
-    if (rsMostrada && !stored->sameContents(*rsMostrada))
-        throw std::runtime_error("Otro programa ha cambiado la cuenta. Vuelva a buscarla para ver cómo está ahora.");
-    RowWrite account(session, "PCta");
-    describirCuenta(account);
-    account.update(" WHERE PCta_Id = " + id);
-
+void frmPlanCtas::escribirCambio(RowWrite& account, const std::string& where) {
+    account.update(where);
     const std::string name = text::trim(Text1(Nombre).Text);
     if (name.empty()) return;
-    RowWrite lines(session, "Apu");
+    RowWrite lines(instanciaActual().sesion(), "Apu");
     lines.column("Apu_CtaDes", valor::Texto, name);
-    lines.update(" WHERE Apu_IdCta = " + id + " AND Apu_CtaDes=''");
+    lines.update(" WHERE Apu_IdCta = " + std::to_string(nIdActual) + " AND Apu_CtaDes=''");
 }
 
-std::int64_t frmPlanCtas::insertarCuenta() const {
-    RowWrite account(instanciaActual().sesion(), "PCta");
-    describirCuenta(account);
-    refusingSilently([&] { account.insert(); });
-    const std::int64_t id = read("SELECT MAX(Pcta_Id) FROM PCta")->cell(0, 0).integer();
-    requireUnique(*Ayuda.Conexion, "PCta", "PCta_Cta", Text1(Codigo).Text);
-    return id;
+void frmPlanCtas::comprobarAlta() const {
+    requireUnique(*instanciaActual().sesion().Conexion(), "PCta", "PCta_Cta", Text1(Codigo).Text);
 }
 
 void frmPlanCtas::terminarGrabacion() {
@@ -177,17 +101,6 @@ void frmPlanCtas::terminarGrabacion() {
 void frmPlanCtas::cerrarConCuenta() {
     instanciaActual().Cuenta = Text1(Codigo).Text;
     unload();
-}
-
-void frmPlanCtas::borrar() {
-    if (text::trim(Text1(Codigo).Text).empty()) return;
-    if (!confirmInPlace("Desea eliminar la cuenta indicada", message::Question, sTituloVentana)) return;
-    if (!confirmInPlace("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
-                        sTituloVentana))
-        return;
-    deleteRows(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = " + quoted(std::to_string(nIdActual)));
-    LimpiarPantalla();
-    setFocus(Text1(Codigo));
 }
 
 void frmPlanCtas::asignarCentros() {

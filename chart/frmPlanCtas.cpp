@@ -24,43 +24,15 @@ constexpr std::array fieldLabels = {"Código Cuenta ",
                                     "Departamento",
                                     "Masa patrimonial"};
 
-constexpr int byCode = 1;
-constexpr int byName = 2;
-
-/// Which account a step leads to; `current` is the code shown, null when there is none.
-std::string destination(Step step, const std::string* current) {
-    const auto beyond = [current](const char* comparison) {
-        return " AND PCta_Cta " + std::string(comparison) + " " + quoted(*current);
-    };
-    const std::string where = " WHERE PCta_Subcuenta=1";
-    switch (current ? step : fromNothing(step)) {
-        case Step::First:
-            return where + " ORDER BY PCta_Cta ASC";
-        case Step::Previous:
-            return where + beyond("<") + " order by PCta_Cta desc";
-        case Step::Next:
-            return where + beyond(">") + " order by PCta_Cta ASC";
-        case Step::Last:
-            break;
-    }
-    return where + " ORDER BY PCta_Cta DESC";
-}
-
 }  // namespace
 
-frmPlanCtas::frmPlanCtas() {
+frmPlanCtas::frmPlanCtas() : PantallaCuenta({0, 1, 2, 3, 4, 5, 6, 7}, {0, 1, 2, 3, 4, 5, 6, 7}, false) {
     for (std::size_t i = 0; i < fieldLabels.size(); ++i) Label1(static_cast<int>(i)).Caption = fieldLabels[i];
     Frame2.Caption = "Estado";
     Option1.Caption = "Activa";
     Option2.Caption = "Inactiva";
-    cmdGuardar.Enabled = cmdBorrar.Enabled = cmdNueva.Visible = false;
-
-    cmdGuardar.Click = [this] { guardar(); };
-    cmdNueva.Click = [this] { cancelarNueva(); };
-    cmdBorrar.Click = [this] { borrar(); };
     cmdVerFicha.Click = [this] { verFicha(); };
     Command1.Click = [this] { asignarCentros(); };
-    cmdSalir.Click = [this] { unload(); };
 
     prepararCampos();
     componer();
@@ -117,63 +89,30 @@ void frmPlanCtas::componer() {
 std::size_t frmPlanCtas::digitos() { return digitosSubcuenta(instanciaActual().sesion().Parametros()); }
 
 void frmPlanCtas::onLoad() {
-    Screen::onLoad();
+    PantallaCuenta::onLoad();
     nPlan = planEnVigor();
     sTituloVentana = " Plan de Cuentas";
     Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + componentVersion() + ")";
     for (const int field : {Codigo, Asociada, Irpf}) Text1(field).MaxLength = static_cast<int>(digitos());
     cargarListas();
-    rsCuenta = read("SELECT * FROM PCta WHERE PCta_Id = -1");
     if (nIdInicial > 0) CargarCuenta(0, Codigo, {}, nIdInicial);
 }
 
 void frmPlanCtas::cargarListas() {
     cboCentro.load("Sin centro", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
     cboDepar.load("Sin departamento", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
-    cboMasas.load("Sin Masa patrimonial",
-                  *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
-                  "mASAS_Id");
 }
 
 void frmPlanCtas::onActivate() {
-    bActivada = true;
+    PantallaCuenta::onActivate();
     if (!bEnFichaNif && !bEnBusqueda && (bModoCrear || nIdInicial > 0)) setFocus(Text1(Nombre));
 }
 
-void frmPlanCtas::onKeyUp(int& code, int shift) {
-    switch (code) {
-        case key::F(1):
-            return enBusqueda([this] { buscarConTecla(byCode); });
-        case key::F(2):
-            return enBusqueda([this] { buscarConTecla(byName); });
-        case key::F(10):
-            return enBusqueda([] { fnBuscarCuentas(byCode, true, true); });
-        case key::F(11):
-            return enBusqueda([] { fnBuscarCuentas(byName, true, true); });
-        default:
-            return Screen::onKeyUp(code, shift);
-    }
-}
-
-void frmPlanCtas::enBusqueda(const std::function<void()>& search) {
-    const Raised searching(bEnBusqueda);
-    markPendingMessage();
-    search();
-    // The release of the key that chose has stayed in the search: no Enter is to be held back here.
-    unmarkUnlessAwaited();
-}
-
-void frmPlanCtas::buscarConTecla(int mode) {
-    for (const auto& [index, field] : Text1.elements()) {
-        if (field.get() != activeControl() || field->Tag.empty()) continue;
-        if (field->Tag == "Nif") {
-            BuscarNif({});
-        } else if (CargarCuenta(mode, index, {}, 0) == Hallazgo::Encontrada) {
-            lblEstado.Caption.clear();
-        }
-        return;
-    }
-    if (mode == byCode) mostrarTeclas();
+void frmPlanCtas::buscarEnCampo(int mode, int field) {
+    if (field == Documento)
+        BuscarNif({});
+    else if (CargarCuenta(mode, field, {}, 0) == Hallazgo::Encontrada)
+        lblEstado.Caption.clear();
 }
 
 void frmPlanCtas::mostrarTeclas() {
@@ -190,11 +129,10 @@ void frmPlanCtas::mostrarTeclas() {
 }
 
 void frmPlanCtas::LimpiarPantalla() {
-    for (const auto& [index, field] : Text1.elements()) field->Text.clear();
-    for (ListPair* pair : {&cboCentro, &cboDepar, &cboMasas}) pair->chooseFirst();
-    nIdActual = nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
-    rsMostrada.reset();
-    cmdBorrar.Enabled = false;
+    PantallaCuenta::LimpiarPantalla();
+    cboCentro.chooseFirst();
+    cboDepar.chooseFirst();
+    nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
 }
 
 void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
@@ -206,14 +144,11 @@ void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bC
 }
 
 void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalcula) {
-    LimpiarPantalla();
-    cmdNueva.Visible = true;
+    prepararAlta();
     nIdNif = nNif;
     if (nIdNif != 0) mostrarNif();
     // The caller's word counts even for an identity that the register does not have.
     nIdNif = nNif;
-    cmdGuardar.Enabled = true;
-    markPendingMessage();
     if (bCalcula) {
         const auto highest = read(highestCodeSql(sCta));
         const NextCode next = nextCode(highest->cell(0, 0), sCta, digitos());
@@ -222,29 +157,14 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
         else
             ask(next.refusal, message::Exclamation, sTituloVentana);
     }
-    Text1(Codigo).Text = sCta;
-    if (!bCalcula && bActivada) setFocus(Text1(Nombre));
+    mostrarCodigoNuevo(sCta, !bCalcula);
     nOrigen = 0;
-}
-
-void frmPlanCtas::navegar(Step step) {
-    const BusyGuard busy(*this);
-    const bool shown = !rsCuenta->Eof() && !rsCuenta->Bof();
-    const std::string current = shown ? rsCuenta->Fields("pcta_cta").Value.text() : std::string();
-    const auto found = read("Select top 1 * FROM PCta " + destination(step, shown ? &current : nullptr));
-    if (found->Eof()) return;
-    const std::string code = found->Fields("pcta_cta").Value.text();
-    Text1(Codigo).Text = code;
-    // Without a code and an identity a search would open.
-    CargarCuenta(0, Codigo, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
 }
 
 void frmPlanCtas::cancelarNueva() {
     LimpiarPantalla();
-    cmdNueva.Visible = false;
     if (bModoCrear) return unload();
-    cmdGuardar.Enabled = false;
-    setFocus(Text1(Codigo));
+    PantallaCuenta::cancelarNueva();
 }
 
 void frmPlanCtas::verFicha() {

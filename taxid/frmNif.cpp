@@ -290,29 +290,23 @@ void frmNif::buscarPoblacionDir() {
 /// Through the register in the order of its documents.
 void frmNif::navegar(Step step) {
     const BusyGuard busy(*this);
-    const auto found = read("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destino(step));
+    const auto found = read("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destination(recorrido(), step));
     if (!found->Eof()) msBuscarCif({}, 0, found->cell(0, 0).integer());
 }
 
-std::string frmNif::destino(Step step) const {
+Walk frmNif::recorrido() const {
+    constexpr const char* upwards = " ORDER BY Nif_Doc, Nif_Id";
+    constexpr const char* downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
+    Walk walk{.first = upwards, .last = downwards};
+    if (nIdActual_ < 1) return walk;
     const auto beyond = [this](const std::string& comparison) {
         const std::string document = quoted(nifLeido_.documento);
         return " WHERE Nif_Doc " + comparison + " " + document + " OR (Nif_Doc = " + document + " AND Nif_Id " +
                comparison + " " + std::to_string(nIdActual_) + ")";
     };
-    constexpr const char* upwards = " ORDER BY Nif_Doc, Nif_Id";
-    constexpr const char* downwards = " ORDER BY Nif_Doc DESC, Nif_Id DESC";
-    switch (nIdActual_ > 0 ? step : fromNothing(step)) {
-        case Step::First:
-            return upwards;
-        case Step::Previous:
-            return beyond("<") + downwards;
-        case Step::Next:
-            return beyond(">") + upwards;
-        case Step::Last:
-            break;
-    }
-    return downwards;
+    walk.previous = beyond("<") + downwards;
+    walk.next = beyond(">") + upwards;
+    return walk;
 }
 
 // --- keys

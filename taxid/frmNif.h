@@ -97,7 +97,7 @@ private:
     void situarProvincia(const std::string& code);
     void buscarPoblacionDir();
     void navegar(Step step);
-    std::string destino(Step step) const;
+    Walk recorrido() const;
 
     /// Nothing when no entry meets `where`.
     static std::optional<Ficha> leer(const std::string& where);

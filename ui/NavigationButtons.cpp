@@ -4,6 +4,14 @@
 
 namespace FendaMaestros {
 
+const std::string& destination(const Walk& walk, Step step) {
+    const auto& neighbour = step == Step::Previous ? walk.previous : walk.next;
+    const bool towardsFirst = step == Step::First || step == Step::Previous;
+    const bool toTheEnd = step == Step::First || step == Step::Last || neighbour.empty();
+    if (!toTheEnd) return neighbour;
+    return towardsFirst ? walk.first : walk.last;
+}
+
 NavigationButtons::NavigationButtons(const std::function<void(Step)>& go) {
     static constexpr std::array captions{"Primero", "Anterior", "Siguiente", "Ultimo"};
     frame.Caption = "Navegación";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "toolkit/Arrangement.h"
 #include "toolkit/Controls.h"
@@ -10,11 +11,15 @@ namespace FendaMaestros {
 /// Where a navigation button leads.
 enum class Step { First, Previous, Next, Last };
 
-/// Where a step leads when nothing is shown: the one before is the first, the one behind the last.
-constexpr Step fromNothing(Step step) {
-    if (step == Step::Previous) return Step::First;
-    return step == Step::Next ? Step::Last : step;
-}
+/// What a screen walks through, as the ends of the reads that find its rows: the first, the last, and the neighbours of
+/// the row shown; both empty when none is shown.
+struct Walk {
+    std::string first, last;
+    std::string previous = {}, next = {};
+};
+
+/// The end of the read for a step. With nothing shown, the one before is the first and the one behind the last.
+const std::string& destination(const Walk& walk, Step step);
 
 /// The frame "Navegación" with the buttons `cmdNav` 0 to 3. The screen registers both.
 struct NavigationButtons {
