@@ -1,9 +1,9 @@
 #include "app/AccountOperations.h"
 
 #include "app/YesOrNo.h"
-#include "app/frmBusqueda.h"
-#include "app/frmClaves.h"
-#include "app/frmIdentificador.h"
+#include "app/window/frmBusqueda.h"
+#include "app/window/frmClaves.h"
+#include "app/window/frmIdentificador.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {

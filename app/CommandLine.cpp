@@ -9,8 +9,8 @@
 #include "app/CommandNif.h"
 #include "app/Complaint.h"
 #include "app/Folders.h"
-#include "app/Guion.h"
-#include "app/Window.h"
+#include "app/guion/Guion.h"
+#include "app/window/RunMainWindow.h"
 
 namespace FendaMaestros {
 

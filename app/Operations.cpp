@@ -6,7 +6,7 @@
 
 #include "app/AccountOperations.h"
 #include "app/YesOrNo.h"
-#include "app/frmIdentificador.h"
+#include "app/window/frmIdentificador.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {

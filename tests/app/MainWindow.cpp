@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 
-#include "app/Window.h"
+#include "app/window/Display.h"
 #include "app/window/Tile.h"
 #include "platform/sqlite/Session.h"
 #include "session/ErrorBd.h"

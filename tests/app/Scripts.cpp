@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "app/GuionOperator.h"
-#include "app/GuionProgram.h"
+#include "app/guion/GuionOperator.h"
+#include "app/guion/GuionProgram.h"
 #include "session/frmBuscar.h"
 
 namespace FendaMaestros {

@@ -3,10 +3,10 @@
 #include <limits>
 #include <stdexcept>
 
-#include "app/GuionCheck.h"
-#include "app/GuionOperator.h"
-#include "app/GuionParser.h"
-#include "app/PublicProperties.h"
+#include "app/guion/GuionCheck.h"
+#include "app/guion/GuionOperator.h"
+#include "app/guion/GuionParser.h"
+#include "app/guion/PublicProperties.h"
 
 namespace FendaMaestros {
 

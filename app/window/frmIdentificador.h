@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "app/VentanaDirecta.h"
+#include "app/window/VentanaDirecta.h"
 
 namespace FendaMaestros {
 

@@ -1,4 +1,4 @@
-#include "app/GuionOperator.h"
+#include "app/guion/GuionOperator.h"
 
 #include <algorithm>
 #include <chrono>
@@ -6,8 +6,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "app/Interruption.h"
 #include "app/Operations.h"
+#include "app/guion/Interruption.h"
 #include "session/frmBuscar.h"
 #include "toolkit/Keys.h"
 #include "toolkit/Text.h"

@@ -1,4 +1,4 @@
-#include "app/PublicProperties.h"
+#include "app/guion/PublicProperties.h"
 
 #include <algorithm>
 #include <array>

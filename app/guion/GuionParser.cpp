@@ -1,4 +1,4 @@
-#include "app/GuionParser.h"
+#include "app/guion/GuionParser.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/VentanaDirecta.h"
+#include "app/window/VentanaDirecta.h"
 
 namespace FendaMaestros {
 

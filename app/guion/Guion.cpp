@@ -1,12 +1,12 @@
-#include "app/Guion.h"
+#include "app/guion/Guion.h"
 
 #include <fstream>
 #include <iostream>
 
 #include "app/Complaint.h"
-#include "app/GuionOperator.h"
-#include "app/GuionProgram.h"
-#include "app/Interruption.h"
+#include "app/guion/GuionOperator.h"
+#include "app/guion/GuionProgram.h"
+#include "app/guion/Interruption.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {

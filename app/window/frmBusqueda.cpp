@@ -1,4 +1,4 @@
-#include "app/frmBusqueda.h"
+#include "app/window/frmBusqueda.h"
 
 namespace FendaMaestros {
 

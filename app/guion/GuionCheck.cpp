@@ -1,13 +1,13 @@
-#include "app/GuionCheck.h"
+#include "app/guion/GuionCheck.h"
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <stdexcept>
 
-#include "app/GuionOperator.h"
-#include "app/PublicProperties.h"
 #include "app/YesOrNo.h"
+#include "app/guion/GuionOperator.h"
+#include "app/guion/PublicProperties.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {

@@ -1,4 +1,4 @@
-#include "app/GuionPrinter.h"
+#include "app/guion/GuionPrinter.h"
 
 #include <cxxabi.h>
 

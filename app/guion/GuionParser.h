@@ -72,7 +72,7 @@ private:
 /// is not understood.
 std::vector<Command> parseGuion(std::istream& script);
 
-/// The command of one line that is neither blank nor a comment (app/GuionGrammar.cpp has the table of commands).
+/// The command of one line that is neither blank nor a comment (app/guion/GuionGrammar.cpp has the table of commands).
 Command parseCommand(int line, std::string_view text);
 
 /// A key as scripts name it, "Intro" or "Mayús+Tab". Throws std::invalid_argument with the reason.

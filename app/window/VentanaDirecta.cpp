@@ -1,4 +1,4 @@
-#include "app/VentanaDirecta.h"
+#include "app/window/VentanaDirecta.h"
 
 #include <utility>
 

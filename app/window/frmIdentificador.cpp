@@ -1,4 +1,4 @@
-#include "app/frmIdentificador.h"
+#include "app/window/frmIdentificador.h"
 
 #include "toolkit/Text.h"
 

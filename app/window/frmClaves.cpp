@@ -1,4 +1,4 @@
-#include "app/frmClaves.h"
+#include "app/window/frmClaves.h"
 
 #include "taxid/ClavesRetencion.h"
 #include "toolkit/Text.h"

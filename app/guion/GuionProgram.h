@@ -4,8 +4,8 @@
 #include <memory>
 #include <optional>
 
-#include "app/GuionDesktop.h"
-#include "app/GuionHost.h"
+#include "app/guion/GuionDesktop.h"
+#include "app/guion/GuionHost.h"
 #include "component/FendaMaes.h"
 #include "session/Decorators.h"
 

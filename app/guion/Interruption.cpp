@@ -1,4 +1,4 @@
-#include "app/Interruption.h"
+#include "app/guion/Interruption.h"
 
 #include <array>
 #include <cstddef>

@@ -1,10 +1,10 @@
-#include "app/GuionProgram.h"
+#include "app/guion/GuionProgram.h"
 
 #include <stdlib.h>
 #include <stdexcept>
 
 #include "app/Composition.h"
-#include "app/PublicProperties.h"
+#include "app/guion/PublicProperties.h"
 
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/DataFolder.h"

@@ -1,8 +1,8 @@
-#include "app/GuionDesktop.h"
+#include "app/guion/GuionDesktop.h"
 
 #include <stdexcept>
 
-#include "app/Window.h"
+#include "app/window/Display.h"
 #include "platform/headless/HeadlessDesktop.h"
 #include "platform/headless/HeadlessGestures.h"
 

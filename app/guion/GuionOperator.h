@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "app/GuionHost.h"
-#include "app/GuionParser.h"
-#include "app/GuionPrinter.h"
 #include "app/Operations.h"
+#include "app/guion/GuionHost.h"
+#include "app/guion/GuionParser.h"
+#include "app/guion/GuionPrinter.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
