@@ -3,7 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "session/ErrorBd.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -105,33 +104,6 @@ std::shared_ptr<ConexionBd> traced(std::shared_ptr<ConexionBd> connection, Trace
 
 std::unique_ptr<SesionBd> traced(std::unique_ptr<SesionBd> session, TraceSink sink) {
     return std::make_unique<TracedSesion>(std::move(session), std::move(sink));
-}
-
-std::shared_ptr<Recordset> FailingConexion::Execute(std::string_view sql) {
-    count();
-    return connection_->Execute(sql);
-}
-
-std::int64_t FailingConexion::run(const Statement& statement) {
-    count();
-    return connection_->run(statement);
-}
-
-void FailingConexion::BeginTrans() {
-    count();
-    connection_->BeginTrans();
-}
-
-void FailingConexion::CommitTrans() {
-    count();
-    connection_->CommitTrans();
-}
-
-void FailingConexion::RollbackTrans() { connection_->RollbackTrans(); }
-
-void FailingConexion::count() {
-    ++seen_;
-    if (seen_ == countdown_) throw ErrorBd(ErrorBd::Kind::Other, "Fallo provocado");
 }
 
 }  // namespace FendaMaestros

@@ -4,6 +4,7 @@
 #include "session/Decorators.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+#include "tests/support/FailingConexion.h"
 #include "tests/support/FakeConexion.h"
 
 using namespace std::literals;
@@ -191,7 +192,7 @@ TEST(Trace, SaysEveryTextAndStepInOrder) {
 
 TEST(FailingConnection, FailsTheStatementAskedForAndNoOther) {
     const auto inner = std::make_shared<testing::FakeConexion>();
-    FailingConexion connection(inner);
+    testing::FailingConexion connection(inner);
     connection.failAt(3);
     connection.BeginTrans();
     connection.Execute("SELECT 1");

@@ -2,9 +2,9 @@
 
 #include "component/FendaMaes.h"
 #include "platform/sqlite/Session.h"
-#include "session/Decorators.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+#include "tests/support/FailingConexion.h"
 #include "tests/support/ScriptedPerson.h"
 #include "toolkit/Text.h"
 

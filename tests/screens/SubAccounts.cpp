@@ -5,6 +5,7 @@
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
 #include "tests/support/Company.h"
+#include "tests/support/FailingConexion.h"
 #include "tests/support/RivalConexion.h"
 #include "tests/support/ScriptedPerson.h"
 

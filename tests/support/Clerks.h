@@ -23,7 +23,7 @@
 #include "component/FendaMaes.h"
 #include "platform/sqlite/DataFolder.h"
 #include "platform/sqlite/SqliteConexion.h"
-#include "session/Decorators.h"
+#include "tests/support/FailingConexion.h"
 #include "tests/support/ScriptedPerson.h"
 
 namespace FendaMaestros::testing {

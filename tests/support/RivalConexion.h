@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "session/Decorators.h"
+#include "tests/support/FailingConexion.h"
 
 namespace FendaMaestros::testing {
 
