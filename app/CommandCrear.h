@@ -2,13 +2,13 @@
 
 #include <filesystem>
 
-#include "app/NewCompany.h"
+#include "session/Companies.h"
 
 namespace FendaMaestros {
 
 /// `fenda crear`: makes the company, and the data folder with it when there is none, and says where. Returns 0. Throws
-/// std::invalid_argument for a request that makes no sense, and what else goes wrong as other std::exception; both in
+/// std::invalid_argument for one that makes no sense, and what else goes wrong as other std::exception; both in
 /// Spanish.
-int runCrear(const std::filesystem::path& folder, const CompanyRequest& request);
+int runCrear(const std::filesystem::path& folder, const TypedCompany& typed);
 
 }  // namespace FendaMaestros

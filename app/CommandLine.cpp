@@ -8,9 +8,9 @@
 #include "app/CommandCrear.h"
 #include "app/CommandNif.h"
 #include "app/Complaint.h"
+#include "app/Composition.h"
 #include "app/Folders.h"
 #include "app/guion/Guion.h"
-#include "app/window/RunMainWindow.h"
 
 namespace FendaMaestros {
 
@@ -23,7 +23,7 @@ constexpr int misused = 2;
 struct Request {
     std::string folder;
     std::string company;
-    CompanyRequest newCompany;
+    TypedCompany newCompany;
     std::vector<std::string> identifiers;
     GuionOptions script;
 };
@@ -69,12 +69,12 @@ void describe(CLI::App& program, Request& request) {
     addText(program, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
 
     CLI::App* create = addCommand(program, "crear", "Crea una empresa en la carpeta de datos");
-    CompanyRequest& company = request.newCompany;
+    TypedCompany& company = request.newCompany;
     addFolder(*create, request, "la del usuario");
     addText(*create, "--nombre", company.name, "Nombre de la empresa", "NOMBRE");
     addText(*create, "--ejercicio", company.fiscalYear, "Ejercicio contable; si no se da, el año en curso",
             "EJERCICIO");
-    addText(*create, "--digitos", company.digits, "Dígitos de una subcuenta, de 4 a 15; si no se da, 8", "N");
+    addText(*create, "--digitos", company.accountDigits, "Dígitos de una subcuenta, de 4 a 15; si no se da, 8", "N");
     addText(*create, "--provincia", company.province, "Código de la provincia, 99 en el extranjero; si no se da, 28",
             "PROVINCIA");
     addText(*create, "--orden", company.nameOrder, "Orden del nombre de las personas; si no se da, nombre",

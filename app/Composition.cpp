@@ -1,9 +1,20 @@
 #include "app/Composition.h"
 
+#include <stdexcept>
+#include <utility>
+
 #include "app/BuscadorCuentas.h"
 
+#ifdef FENDA_WITH_QT
+#include "app/window/Display.h"
+#include "app/window/RunMainWindow.h"
+#include "platform/qt/Pdf.h"
+#endif
 #ifdef FENDA_WITH_REPORTS
 #include "platform/reports/FendaRep.h"
+#endif
+#ifdef FENDA_WITH_SQLITE
+#include "platform/sqlite/DataFolder.h"
 #endif
 #ifdef FENDA_WITH_XLSX
 #include "platform/xlsx/KOffice.h"
@@ -20,6 +31,44 @@ void registerComponents(ComponentRegistry& components, Desktop& desktop) {
     registerKOffice(components, desktop);
 #endif
 }
+
+#ifdef FENDA_WITH_SQLITE
+
+std::unique_ptr<Companies> companiesIn(const std::filesystem::path& folder) {
+    return std::make_unique<sqlite::DataFolder>(folder);
+}
+
+#else
+
+std::unique_ptr<Companies> companiesIn(const std::filesystem::path&) {
+    throw std::runtime_error("Este programa se ha construido sin base de datos.");
+}
+
+#endif
+
+#ifdef FENDA_WITH_QT
+
+int runMainWindow(const std::filesystem::path& folder, const std::string& company) {
+    return window::runMainWindow(folder, company);
+}
+
+GuionDesktop windowDesktop(Operator& person) { return window::windowDesktop(person); }
+
+std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { return writePdf; }
+
+#else
+
+int runMainWindow(const std::filesystem::path&, const std::string&) {
+    throw std::runtime_error("Este programa se ha construido sin ventanas; con --ayuda se ven las demás órdenes.");
+}
+
+GuionDesktop windowDesktop(Operator&) {
+    throw std::runtime_error("Este programa se ha construido sin ventanas: el guion se ejecuta sin --ventana.");
+}
+
+std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { return {}; }
+
+#endif
 
 OpenCompany::OpenCompany(Desktop& desktop, std::unique_ptr<SesionBd> session)
     : session_(std::move(session)), component_(desktop, components_) {

@@ -1,14 +1,35 @@
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <memory>
+#include <string>
 
+#include "app/guion/GuionDesktop.h"
 #include "component/FendaMaes.h"
+#include "session/Companies.h"
 
+/// The one place that knows which adapters the program was built with. What needs one that is missing throws
+/// std::runtime_error with a Spanish sentence that says so.
 namespace FendaMaestros {
 
 /// Registers the external components that were built: spreadsheets, the report printer and the host's account search.
 /// `desktop` must outlive the registry.
 void registerComponents(ComponentRegistry& components, Desktop& desktop);
+
+/// The companies of a data folder, which need not be there yet.
+std::unique_ptr<Companies> companiesIn(const std::filesystem::path& folder);
+
+/// `fenda` without a command: the main window over a company of the folder, until the person leaves it. A folder
+/// without companies gets the demonstration company. `company` is the one to open, the first when it is empty. Returns
+/// 0. Throws std::exception, in Spanish, when there is no display or no company can be opened.
+int runMainWindow(const std::filesystem::path& folder, const std::string& company);
+
+/// Real windows for a script. Throws std::runtime_error, in Spanish, when there is no display.
+GuionDesktop windowDesktop(Operator& person);
+
+/// Writes the pages of a document to a PDF file; empty when nothing was built that can.
+std::function<void(const PagedDocument& document, const std::string& path)> pdfWriter();
 
 /// A company that is open: its session, and the component that works on it. While it lives it is the one that screens
 /// work with, unless a newer one is made.

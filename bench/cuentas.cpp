@@ -72,7 +72,7 @@ public:
         : folder_(std::filesystem::temp_directory_path() / "fenda-bench-cuentas"), accounts_(accounts) {
         std::filesystem::remove_all(folder_);
         const sqlite::DataFolder data(folder_);
-        data.createCompany({.name = "Medida", .fiscalYear = 2026, .accountDigits = digits});
+        data.create({.name = "Medida", .fiscalYear = 2026, .accountDigits = digits});
         session_ = data.openCompany("Medida");
         second_ = data.openCompany("Medida");
         maes.MyBd = session_.get();

@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "app/Complaint.h"
+#include "app/Composition.h"
 #include "app/guion/GuionOperator.h"
 #include "app/guion/GuionProgram.h"
 #include "app/guion/Interruption.h"

@@ -20,7 +20,5 @@ struct GuionDesktop {
 
 /// Without a display. `person` must outlive it.
 GuionDesktop headlessDesktop(Operator& person);
-/// On real windows. Throws std::runtime_error, in Spanish, when the program has no windows or there is no display.
-GuionDesktop windowDesktop(Operator& person);
 
 }  // namespace FendaMaestros

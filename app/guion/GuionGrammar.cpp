@@ -77,14 +77,14 @@ Action company(Words& words) {
             [name](GuionOperator& person) { person.betweenScreens([&](GuionHost& host) { host.openCompany(name); }); };
     }
     if (!words.take("nueva")) words.fail("se escribe: empresa nueva, o empresa abrir");
-    static constexpr std::array<std::pair<std::string_view, std::string CompanyRequest::*>, 5> known{{
-        {"nombre", &CompanyRequest::name},
-        {"ejercicio", &CompanyRequest::fiscalYear},
-        {"digitos", &CompanyRequest::digits},
-        {"provincia", &CompanyRequest::province},
-        {"orden", &CompanyRequest::nameOrder},
+    static constexpr std::array<std::pair<std::string_view, std::string TypedCompany::*>, 5> known{{
+        {"nombre", &TypedCompany::name},
+        {"ejercicio", &TypedCompany::fiscalYear},
+        {"digitos", &TypedCompany::accountDigits},
+        {"provincia", &TypedCompany::province},
+        {"orden", &TypedCompany::nameOrder},
     }};
-    CompanyRequest company;
+    TypedCompany company;
     while (!words.atEnd()) {
         const std::string setting = words.keyword("un dato de la empresa");
         const auto field = std::ranges::find(known, setting, [](const auto& pair) { return pair.first; });
@@ -92,7 +92,7 @@ Action company(Words& words) {
         words.equals();
         company.*field->second = words.text("el valor de " + setting);
     }
-    check(words, [&] { (void)validCompany(company); });
+    check(words, [&] { (void)readCompany(company); });
     return [company](GuionOperator& person) {
         person.betweenScreens([&](GuionHost& host) { host.createCompany(company); });
     };

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/NewCompany.h"
 #include "component/FendaMaes.h"
+#include "session/Companies.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Operator.h"
 
@@ -31,7 +31,7 @@ public:
     virtual void renewObject() = 0;
 
     /// Creates a company and opens it. Throws std::invalid_argument, in Spanish, for one that makes no sense.
-    virtual void createCompany(const CompanyRequest& company) = 0;
+    virtual void createCompany(const TypedCompany& company) = 0;
     virtual void openCompany(const std::string& name) = 0;
     /// The session of the company, traced while that is on. Null when no company is open.
     virtual SesionBd* session() = 0;

@@ -6,10 +6,6 @@
 #include "app/Composition.h"
 #include "app/guion/PublicProperties.h"
 
-#ifdef FENDA_WITH_SQLITE
-#include "platform/sqlite/DataFolder.h"
-#endif
-
 namespace FendaMaestros {
 
 TemporaryFolder::TemporaryFolder() {
@@ -30,6 +26,7 @@ GuionProgram::GuionProgram(GuionDesktop desktop, TraceSink trace, const std::opt
     : desktop_(std::move(desktop)), trace_(std::move(trace)) {
     if (!folder) temporary_.emplace();
     folder_ = folder ? *folder : temporary_->path();
+    companies_ = companiesIn(folder_);
     registerComponents(components_, *desktop_.desktop);
     renewObject();
 }
@@ -61,45 +58,20 @@ void GuionProgram::setProperty(const std::string& name, const std::string& value
     checkedProperty(name, value).set(*component_, session_.get(), value);
 }
 
-#ifdef FENDA_WITH_SQLITE
-
 void GuionProgram::start(const std::optional<std::string>& company) {
-    const sqlite::DataFolder data(folder_);
     if (company) return openCompany(*company);
-    if (temporary_) return openCompany(data.createDemo());
-    const std::vector<std::string> companies = data.companies();
-    if (companies.empty()) throw std::runtime_error("No hay ninguna empresa en la carpeta " + folder_.string() + ".");
-    openCompany(companies.front());
+    if (temporary_) return openCompany(companies_->createDemonstration());
+    const std::vector<std::string> names = companies_->list();
+    if (names.empty()) throw std::runtime_error("No hay ninguna empresa en la carpeta " + folder_.string() + ".");
+    openCompany(names.front());
 }
 
-void GuionProgram::openCompany(const std::string& name) { use(sqlite::DataFolder(folder_).openCompany(name)); }
+void GuionProgram::openCompany(const std::string& name) { use(companies_->open(name)); }
 
-void GuionProgram::createCompany(const CompanyRequest& request) {
-    const NewCompany company = validCompany(request);
-    sqlite::DataFolder(folder_).createCompany({.name = company.name,
-                                               .fiscalYear = company.fiscalYear,
-                                               .accountDigits = company.digits,
-                                               .province = company.province,
-                                               .nameOrder = company.nameOrder});
+void GuionProgram::createCompany(const TypedCompany& typed) {
+    const NewCompany company = readCompany(typed);
+    companies_->create(company);
     openCompany(company.name);
 }
-
-#else
-
-namespace {
-
-[[noreturn]] void refuseWithoutDatabase() {
-    throw std::runtime_error("Este programa se ha construido sin base de datos.");
-}
-
-}  // namespace
-
-void GuionProgram::start(const std::optional<std::string>&) { refuseWithoutDatabase(); }
-
-void GuionProgram::openCompany(const std::string&) { refuseWithoutDatabase(); }
-
-void GuionProgram::createCompany(const CompanyRequest&) { refuseWithoutDatabase(); }
-
-#endif
 
 }  // namespace FendaMaestros

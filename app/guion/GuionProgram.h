@@ -7,6 +7,7 @@
 #include "app/guion/GuionDesktop.h"
 #include "app/guion/GuionHost.h"
 #include "component/FendaMaes.h"
+#include "session/Companies.h"
 #include "session/Decorators.h"
 
 namespace FendaMaestros {
@@ -29,7 +30,7 @@ private:
 class GuionProgram final : public GuionHost {
 public:
     /// No company is open yet. Without a folder, a temporary one. `trace` is told every SQL text and write while
-    /// tracing is on.
+    /// tracing is on. Throws std::exception, in Spanish, when there is no place for companies.
     GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<std::filesystem::path>& folder);
     ~GuionProgram() override;
 
@@ -44,7 +45,7 @@ public:
     std::vector<std::pair<std::string, Variant>> properties() const override;
     void setProperty(const std::string& name, const std::string& value) override;
     void renewObject() override;
-    void createCompany(const CompanyRequest& company) override;
+    void createCompany(const TypedCompany& company) override;
     void openCompany(const std::string& name) override;
     SesionBd* session() override { return session_.get(); }
     void trace(bool on) override { tracing_ = on; }
@@ -54,6 +55,7 @@ private:
 
     std::optional<TemporaryFolder> temporary_;
     std::filesystem::path folder_;
+    std::unique_ptr<Companies> companies_;
     GuionDesktop desktop_;
     TraceSink trace_;
     bool tracing_ = false;

@@ -1,17 +1,15 @@
 #include "app/window/Display.h"
 
-#include <stdexcept>
-
-#ifdef FENDA_WITH_QT
 #include <QApplication>
 #include <cstdlib>
+#include <stdexcept>
+#include <utility>
 
+#include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtGestures.h"
 #include "platform/qt/Silence.h"
-#endif
 
-namespace FendaMaestros {
-
-#ifdef FENDA_WITH_QT
+namespace FendaMaestros::window {
 
 namespace {
 
@@ -51,12 +49,12 @@ std::shared_ptr<void> openDisplay() {
     return windows;
 }
 
-#else
-
-std::shared_ptr<void> openDisplay() {
-    throw std::runtime_error("Este programa se ha construido sin ventanas; con --ayuda se ven las demás órdenes.");
+GuionDesktop windowDesktop(Operator& person) {
+    auto display = openDisplay();
+    return {.display = std::move(display),
+            .desktop = std::make_unique<QtDesktop>(&person),
+            .gestures = std::make_unique<QtGestures>(),
+            .pointer = [] { return QGuiApplication::overrideCursor() ? 13 : 0; }};
 }
 
-#endif
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::window

@@ -2,10 +2,16 @@
 
 #include <memory>
 
-namespace FendaMaestros {
+#include "app/guion/GuionDesktop.h"
+
+/// Built where there are windows.
+namespace FendaMaestros::window {
 
 /// Starts the windowing system, which ends with what is returned; a QtDesktop lives inside that time. Throws
-/// std::runtime_error, in Spanish, when the program was built without windows or there is no display.
+/// std::runtime_error, in Spanish, when there is no display.
 std::shared_ptr<void> openDisplay();
 
-}  // namespace FendaMaestros
+/// As FendaMaestros::windowDesktop.
+GuionDesktop windowDesktop(Operator& person);
+
+}  // namespace FendaMaestros::window

@@ -1,22 +1,16 @@
 #include "app/window/RunMainWindow.h"
 
-#include <stdexcept>
-
-#include "app/window/Display.h"
-
-#ifdef FENDA_WITH_QT
 #include <QApplication>
+#include <exception>
+#include <memory>
+#include <vector>
 
+#include "app/Composition.h"
+#include "app/window/Display.h"
 #include "app/window/MainWindow.h"
 #include "platform/qt/QtDesktop.h"
-#ifdef FENDA_WITH_SQLITE
-#include "platform/sqlite/DataFolder.h"
-#endif
-#endif
 
-namespace FendaMaestros {
-
-#if defined(FENDA_WITH_QT) && defined(FENDA_WITH_SQLITE)
+namespace FendaMaestros::window {
 
 namespace {
 
@@ -34,14 +28,14 @@ void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
 }
 
 int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::string& company) {
-    const sqlite::DataFolder data(folder);
-    std::vector<std::string> companies;
-    if (data.exists()) companies = data.companies();
-    if (companies.empty()) companies.push_back(data.createDemo());
+    const std::unique_ptr<Companies> companies = companiesIn(folder);
+    std::vector<std::string> names;
+    if (companies->exists()) names = companies->list();
+    if (names.empty()) names.push_back(companies->createDemonstration());
 
-    MainWindow window(desktop, companies, [&data](const std::string& name) { return data.openCompany(name); });
+    MainWindow window(desktop, names, [&companies](const std::string& name) { return companies->open(name); });
     if (company.empty())
-        openFirst(window, companies);
+        openFirst(window, names);
     else
         window.openCompany(company);
     window.show();
@@ -63,13 +57,4 @@ int runMainWindow(const std::filesystem::path& folder, const std::string& compan
     }
 }
 
-#else
-
-int runMainWindow(const std::filesystem::path&, const std::string&) {
-    openDisplay();
-    throw std::runtime_error("Este programa se ha construido sin base de datos.");
-}
-
-#endif
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::window

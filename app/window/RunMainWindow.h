@@ -3,11 +3,9 @@
 #include <filesystem>
 #include <string>
 
-namespace FendaMaestros {
+namespace FendaMaestros::window {
 
-/// `fenda` without a command: the main window over a company of the folder, until the person leaves it. A folder
-/// without companies gets the demonstration company. `company` is the one to open, the first when it is empty. Returns
-/// 0. Throws std::exception, in Spanish, when there is no display or no company can be opened.
+/// As FendaMaestros::runMainWindow; built where there are windows.
 int runMainWindow(const std::filesystem::path& folder, const std::string& company);
 
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::window

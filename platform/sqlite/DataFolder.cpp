@@ -8,14 +8,13 @@
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
-#include "platform/sqlite/DemoCompany.h"
 #include "platform/sqlite/FileNames.h"
-#include "platform/sqlite/ReferenceData.h"
 #include "platform/sqlite/Schema.h"
 #include "platform/sqlite/SqliteConexion.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
-#include "toolkit/Text.h"
+#include "storage/FirstContents.h"
+#include "storage/Parameters.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -78,50 +77,14 @@ auto saying(const std::string& failure, Work&& work) {
     }
 }
 
-void validate(const CompanyData& company) {
-    const auto require = [](bool condition, const char* sentence) {
-        if (!condition) throw ErrorBd(Kind::Refused, sentence);
-    };
-    require(!text::trim(company.name).empty(), "Debe indicar el nombre de la empresa.");
-    require(companyFileName(company.name).size() <= 200, "El nombre de la empresa es demasiado largo.");
-    require(company.fiscalYear >= 1900 && company.fiscalYear <= 9999, "El ejercicio debe ser un año de 1900 a 9999.");
-    require(company.accountDigits >= 4 && company.accountDigits <= 15,
-            "Las cifras de una subcuenta deben ser de 4 a 15.");
-    require((company.province >= 1 && company.province <= 52) || company.province == 99,
-            "La provincia debe ser un código de 1 a 52, o 99.");
-}
-
-void storeParameters(const Database& database, const CompanyData& company) {
-    const std::pair<const char*, std::string> values[] = {
-        {"Par_Nombre", quoted(company.name)},
-        {"Par_Ejercicio", std::to_string(company.fiscalYear)},
-        {"Par_CtaNum", std::to_string(company.accountDigits)},
-        {"Par_Provincia", std::to_string(company.province)},
-        {"PAR_ORCONTANOM", std::to_string(company.nameOrder)},
-    };
-    for (const auto& [name, value] : values)
-        database.execute("INSERT INTO Parametros VALUES (" + quoted(name) + ", " + value + ")");
-}
-
-/// A plan of data/NAME.csv as accounts that are no sub-accounts. `variant` is what the plan in force is known by.
-void loadPlan(const Database& database, const std::string& name, int year, int variant) {
-    loadReferenceData(database, "PCta", name,
-                      {.names = "PCta_Plan,PCta_PlanSec,PCta_Subcuenta,PCta_bActiva,PCta_IdMasa,PCta_IdCen,PCta_IdDpto,"
-                                "Pcta_IdNif,PCta_IdCtaAso,Pcta_Origen,Pcta_IdOrigen",
-                       .values = std::to_string(year) + "," + std::to_string(variant) + ",0,1,0,0,0,0,0,0,0"});
-}
-
-void attachShared(const Database& database, const fs::path& file) {
-    database.execute("ATTACH " + quoted(file.string()) + " AS KXComun");
-    checkSchema(database, "KXComun", Contents::Shared);
-}
-
-ParametrosEmpresa readParameters(ConexionBd& connection) {
-    ParametrosEmpresa parameters;
-    const auto rows = connection.Execute("SELECT Par_Nom, Par_Valor FROM Parametros");
-    for (; !rows->Eof(); rows->MoveNext())
-        parameters.set(rows->Fields("Par_Nom").Value.text(), rows->Fields("Par_Valor").Value);
-    return parameters;
+/// Makes the tables of an empty database and their first contents in one transaction. `schema` is the name that the
+/// connection has it under.
+void fill(SqliteConexion& connection, const std::string& schema, Contents contents,
+          const std::function<void(ConexionBd&)>& first) {
+    connection.BeginTrans();
+    createSchema(connection.database(), schema, contents);
+    first(connection);
+    connection.CommitTrans();
 }
 
 }  // namespace
@@ -131,7 +94,7 @@ bool DataFolder::exists() const {
     return fs::is_directory(folder_, error);
 }
 
-std::vector<std::string> DataFolder::companies() const {
+std::vector<std::string> DataFolder::list() const {
     requireFolder();
     std::vector<std::string> names;
     std::error_code error;
@@ -142,13 +105,15 @@ std::vector<std::string> DataFolder::companies() const {
     return names;
 }
 
-void DataFolder::createCompany(const CompanyData& company) const { create(company, {}); }
+void DataFolder::create(const NewCompany& company) const { create(company, {}); }
 
-std::string DataFolder::createDemo() const {
-    const CompanyData demo = {.name = "Empresa de demostración", .fiscalYear = 2026};
-    create(demo, loadDemo);
-    return demo.name;
+std::string DataFolder::createDemonstration() const {
+    const NewCompany company = storage::demonstrationCompany();
+    create(company, storage::fillDemonstration);
+    return company.name;
 }
+
+std::unique_ptr<SesionBd> DataFolder::open(const std::string& name) const { return openCompany(name); }
 
 std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const ConnectionWrapper& wrap) const {
     requireFolder();
@@ -167,7 +132,7 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
             checkSchema(attached->database(), "KXComun", Contents::Shared);
             return attached;
         });
-        auto parameters = readParameters(*own);
+        auto parameters = storage::readParameters(*own);
         std::shared_ptr<ConexionBd> connection = std::move(own);
         if (wrap) connection = wrap(std::move(connection));
         return std::make_unique<SesionSql>(std::move(connection), std::move(parameters));
@@ -177,7 +142,7 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
 bool DataFolder::hasCompany(const std::string& name) const {
     if (!exists()) return false;
     const auto same = [&name](const std::string& other) { return compareSpanish(name, other) == 0; };
-    return std::ranges::any_of(companies(), same);
+    return std::ranges::any_of(list(), same);
 }
 
 void DataFolder::requireFolder() const {
@@ -199,44 +164,32 @@ void DataFolder::createShared() const {
         return saying(sharedIsUnusable, [&] { checkSchema(shared, "main", Contents::Shared); });
     }
     // When another program makes it at the same time, the first one counts.
-    createFile(file, [](const Database& database) {
-        createSchema(database, "main", Contents::Shared);
-        loadReferenceData(database, "Pais", "paises");
-        loadReferenceData(database, "PROV", "provincias");
-        loadReferenceData(database, "TVI", "vias");
-        loadReferenceData(database, "Conceptos", "conceptos");
-        loadReferenceData(database, "Masas", "masas");
-        loadReferenceData(database, "Balances", "balances");
-        loadReferenceData(database, "BalEstruc", "balestruc");
-        loadReferenceData(database, "BalCtas", "balctas");
+    createFile(file, [](const fs::path& aside) {
+        SqliteConexion connection(Database(), aside);
+        fill(connection, "KXComun", Contents::Shared, storage::fillShared);
     });
 }
 
-void DataFolder::create(const CompanyData& company, const Filler& fill) const {
-    validate(company);
-    const auto file = folder_ / companyFileName(company.name);
+void DataFolder::create(const NewCompany& company, const Filler& more) const {
+    check(company);
     const ErrorBd alreadyThere(Kind::Constraint, "La empresa " + guillemets(company.name) + " ya existe.");
     if (hasCompany(company.name)) throw alreadyThere;
     createFolder();
     bool created = false;
     saying("No se puede crear la empresa " + guillemets(company.name), [&] {
         createShared();
-        created = createFile(
-            file,
-            [&](const Database& database) {
-                createSchema(database, "main", Contents::Company);
-                storeParameters(database, company);
-                loadPlan(database, "pgc2008", 2008, 1);
-                loadPlan(database, "pgc1990", 1990, 0);
-                loadReferenceData(database, "DIR", "poblaciones");
-                if (fill) fill(database);
-            },
-            fill ? folder_ / sharedFileName : fs::path());
+        created = createFile(folder_ / companyFileName(company.name), [&](const fs::path& aside) {
+            SqliteConexion connection(Database(aside, Database::Mode::Create, busyTimeout_), folder_ / sharedFileName);
+            fill(connection, "main", Contents::Company, [&](ConexionBd& empty) {
+                storage::fillCompany(empty, company);
+                if (more) more(empty);
+            });
+        });
     });
     if (!created) throw alreadyThere;
 }
 
-bool DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::path& shared) const {
+bool DataFolder::createFile(const fs::path& file, const std::function<void(const fs::path& aside)>& make) const {
     // A name of its own, so that two programs that create at once do not write into one file.
     const fs::path aside = file.string() + ".nueva" + std::to_string(::getpid());
     const fs::path journal = aside.string() + "-journal";
@@ -244,11 +197,7 @@ bool DataFolder::createFile(const fs::path& file, const Filler& fill, const fs::
     fs::remove(journal, ignored);
     createEmpty(aside);
     try {
-        Database database(aside, Database::Mode::Create, busyTimeout_);
-        if (!shared.empty()) attachShared(database, shared);
-        database.execute("BEGIN");
-        fill(database);
-        database.execute("COMMIT");
+        make(aside);
     } catch (...) {
         fs::remove(aside, ignored);
         fs::remove(journal, ignored);

@@ -5,7 +5,6 @@
 #include "platform/sqlite/Check.h"
 #include "platform/sqlite/Collation.h"
 #include "platform/sqlite/Functions.h"
-#include "toolkit/Text.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -49,7 +48,5 @@ std::int64_t Database::number(const std::string& sql) const {
     check(code, handle());
     return code == SQLITE_ROW ? sqlite3_column_int64(statement.get(), 0) : 0;
 }
-
-std::string quoted(const std::string& text) { return "'" + text::replaced(text, "'", "''") + "'"; }
 
 }  // namespace FendaMaestros::sqlite

@@ -41,7 +41,4 @@ private:
     std::unique_ptr<sqlite3, CloseDatabase> handle_;
 };
 
-/// A text as a literal of the engine, its quotes doubled.
-std::string quoted(const std::string& text);
-
 }  // namespace FendaMaestros::sqlite

@@ -6,10 +6,11 @@
 #include <list>
 #include <utility>
 
-#include "platform/sqlite/Characters.h"
 #include "platform/sqlite/Check.h"
 #include "platform/sqlite/SqlTranslation.h"
 #include "session/ErrorBd.h"
+#include "session/Literal.h"
+#include "storage/Characters.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros::sqlite {
@@ -52,10 +53,11 @@ private:
     sqlite3_stmt* statement_;
 };
 
-void bindNumber(Run& run, int position, const Literal& literal) {
+void bindNumber(Run& run, int position, const storage::Literal& literal) {
     const auto *first = literal.source.data(), *last = first + literal.source.size();
     std::int64_t whole = 0;
-    const bool fits = literal.kind == Literal::Kind::Integer && std::from_chars(first, last, whole).ec == std::errc();
+    const bool fits =
+        literal.kind == storage::Literal::Kind::Integer && std::from_chars(first, last, whole).ec == std::errc();
     if (fits) return run.bind(position, whole);
     double real = 0;
     std::from_chars(first, last, real);
@@ -63,13 +65,13 @@ void bindNumber(Run& run, int position, const Literal& literal) {
 }
 
 /// Texts with doubled quotes are kept in `unquoted`, the others stay where they are.
-void bindLiterals(Run& run, const std::vector<Literal>& literals, std::list<std::string>& unquoted) {
+void bindLiterals(Run& run, const std::vector<storage::Literal>& literals, std::list<std::string>& unquoted) {
     int position = 0;
     for (const auto& literal : literals) {
         ++position;
-        if (literal.kind == Literal::Kind::Text)
+        if (literal.kind == storage::Literal::Kind::Text)
             run.bind(position, literal.source);
-        else if (literal.kind == Literal::Kind::QuotedText)
+        else if (literal.kind == storage::Literal::Kind::QuotedText)
             run.bind(position, unquoted.emplace_back(text::replaced(literal.source, "''", "'")));
         else
             bindNumber(run, position, literal);
@@ -100,17 +102,8 @@ std::vector<std::string> columnNames(sqlite3_stmt* statement) {
 
 bool onlyBlanks(std::string_view text) {
     for (const char c : text)
-        if (!isBlank(c)) return false;
+        if (!storage::isBlank(c)) return false;
     return true;
-}
-
-/// Whether a text begins as a read does.
-bool beginsAsRead(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-    std::size_t length = 0;
-    while (length < text.size() && isWordByte(text[length])) ++length;
-    const auto word = text.substr(0, length);
-    return text::equalIgnoringCase(word, "SELECT") || text::equalIgnoringCase(word, "WITH");
 }
 
 /// The one statement of a text; texts with more behind it are refused.
@@ -141,7 +134,7 @@ private:
 };
 
 SqliteConexion::SqliteConexion(Database company, const std::filesystem::path& shared) : database_(std::move(company)) {
-    database_.execute("ATTACH " + quoted(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
+    database_.execute("ATTACH " + FendaMaestros::quoted(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
     // One transaction spans both files, and only a rollback journal keeps it whole through a crash.
     for (const char* schema : {"main", "KXComun"}) {
         database_.execute(std::string("PRAGMA ") + schema + ".journal_mode = DELETE");
@@ -169,11 +162,11 @@ int SqliteConexion::authorize(void* self, int action, const char*, const char*, 
 }
 
 CachedStatement& SqliteConexion::reader(std::string_view sql) {
-    scan(sql, shape_);
+    storage::scan(sql, shape_);
     if (auto* known = readers_.find(shape_.text)) return *known;
 
     const char* noRead = "La consulta no se ejecuta: solo se admiten lecturas.";
-    if (!beginsAsRead(shape_.text)) refuse(noRead);
+    if (!storage::beginsAsRead(shape_.text)) refuse(noRead);
     auto handle = prepareOne(database_, translate(shape_.text));
     auto* statement = handle.get();
     if (!sqlite3_stmt_readonly(statement) || sqlite3_column_count(statement) == 0) refuse(noRead);

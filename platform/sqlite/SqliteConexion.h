@@ -2,8 +2,8 @@
 
 #include "platform/sqlite/Database.h"
 #include "platform/sqlite/StatementCache.h"
-#include "platform/sqlite/TextScan.h"
 #include "session/ConexionBd.h"
+#include "storage/TextScan.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -34,7 +34,7 @@ private:
 
     Database database_;
     StatementCache readers_, writers_;
-    Shape shape_;
+    storage::Shape shape_;
     Permission permission_ = Permission::Everything;
     int depth_ = 0;
 };

@@ -30,7 +30,7 @@ std::unique_ptr<SesionBd> openInMemory(const std::string& company) {
 
 class MainWindowTest : public ::testing::Test {
 protected:
-    std::shared_ptr<void> display_ = openDisplay();
+    std::shared_ptr<void> display_ = window::openDisplay();
     testing::ScriptedPerson person_;
     HeadlessDesktop desktop_{person_};
     MainWindow window_{desktop_, {"Antigua", "Nueva", "Rota"}, openInMemory};

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "app/Composition.h"
 #include "app/guion/GuionOperator.h"
 #include "app/guion/GuionProgram.h"
 #include "session/frmBuscar.h"

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "SessionContract.h"
+#include "TemporaryFolder.h"
 #include "platform/sqlite/SqliteConexion.h"
 
 namespace FendaMaestros::tests {
@@ -31,18 +32,8 @@ private:
 
 class DataFolderTest : public ::testing::Test {
 protected:
-    DataFolderTest() {
-        std::string name = (fs::temp_directory_path() / "fendaXXXXXX").string();
-        path = mkdtemp(name.data());
-        folder = std::make_unique<DataFolder>(path, shortWait);
-    }
-    ~DataFolderTest() override {
-        fs::permissions(path, fs::perms::owner_all);
-        fs::remove_all(path);
-    }
-
     std::unique_ptr<SesionBd> openCreated(const std::string& name = "Una") {
-        folder->createCompany({.name = name, .fiscalYear = 2026});
+        folder->create({.name = name, .fiscalYear = 2026});
         return folder->openCompany(name);
     }
     static void insertCentre(SesionBd& session, const std::string& name) {
@@ -58,79 +49,23 @@ protected:
         return errorOf([&] { folder->openCompany(name); });
     }
 
-    fs::path path;
-    std::unique_ptr<DataFolder> folder;
+    const TemporaryFolder temporary;
+    const fs::path& path = temporary.path();
+    const std::unique_ptr<DataFolder> folder = std::make_unique<DataFolder>(path, shortWait);
 };
-
-TEST_F(DataFolderTest, FirstStartMakesADemonstrationCompany) {
-    const DataFolder fresh(path / "nueva" / "carpeta");
-    EXPECT_FALSE(fresh.exists());
-    const auto session = fresh.openCompany(fresh.createDemo());
-    const auto& parameters = session->Parametros();
-    EXPECT_EQ(parameters.Item("Par_Nombre").Value, Variant("Empresa de demostración"));
-    EXPECT_EQ(parameters.Item("Par_Ejercicio").Value, Variant(2026));
-    EXPECT_EQ(parameters.Item("par_ctanum").Value, Variant(8));
-    EXPECT_EQ(parameters.Item("Par_Provincia").Value, Variant(28));
-    EXPECT_EQ(parameters.Item("PAR_ORCONTANOM").Value, Variant(0));
-    for (const char* table : {"Centro", "Dpto"}) EXPECT_GE(count(*session, table), 10) << table;
-    EXPECT_GE(count(*session, "KXComun.dbo.Pais"), 200);
-    EXPECT_EQ(count(*session, "KXComun.dbo.Pais WHERE Pais_Cod = '011' AND Pais_Nom = 'España' AND Pais_Aeat = 'ES'"),
-              1);
-    EXPECT_EQ(count(*session, "KXComun.dbo.Conceptos WHERE Conce_Cod BETWEEN 94 AND 99"), 6);
-    EXPECT_EQ(count(*session, "KXComun.dbo.Conceptos WHERE Conce_Cod BETWEEN 1001 AND 1006 AND Conce_Des LIKE '00_#%'"),
-              6);
-    for (const char* plan : {"1990", "2008"})
-        EXPECT_GE(count(*session, std::string("KXComun.dbo.Masas WHERE Masas_Plan = ") + plan), 10);
-    EXPECT_EQ(count(*session, "KXComun.dbo.Masas WHERE LEN(Masas_Des) > 50 OR Masas_AP NOT IN (1, 2, 3)"), 0);
-    EXPECT_EQ(count(*session, "KXComun.dbo.PROV"), 53);
-}
-
-TEST_F(DataFolderTest, AnyNameMakesACompanyOfItsOwn) {
-    const std::vector<std::string> names = {"../a/b: 100%.", ".oculta", "kxcomun", "Ñandú", "zeta"};
-    for (const auto& name : names) folder->createCompany({.name = name, .fiscalYear = 2026});
-    EXPECT_EQ(folder->companies(), names);
-    for (const auto& name : names) {
-        EXPECT_EQ(folder->openCompany(name)->Parametros().Item("Par_Nombre").Value, Variant(name));
-        EXPECT_EQ(errorOf([&] { folder->createCompany({.name = name, .fiscalYear = 2026}); }), Kind::Constraint);
-    }
-    for (const std::string name : {"ÑANDÚ", "Zeta"})
-        EXPECT_EQ(errorOf([&] { folder->createCompany({.name = name, .fiscalYear = 2026}); }), Kind::Constraint);
-    EXPECT_FALSE(fs::exists(path.parent_path() / "a"));
-}
-
-TEST_F(DataFolderTest, RefusesDataThatMakeNoCompany) {
-    const sqlite::CompanyData good = {.name = "Una", .fiscalYear = 2026};
-    auto noName = good, noYear = good, digits = good, province = good, longName = good;
-    noName.name = "  ";
-    noYear.fiscalYear = 26;
-    digits.accountDigits = 3;
-    province.province = 53;
-    longName.name = std::string(1000, 'x');
-    for (const auto& bad : {noName, noYear, digits, province, longName})
-        EXPECT_EQ(errorOf([&] { folder->createCompany(bad); }), Kind::Refused);
-    EXPECT_TRUE(fs::is_empty(path));
-}
-
-TEST_F(DataFolderTest, CompaniesShareOneDatabase) {
-    const auto one = openCreated("Una"), other = openCreated("Otra");
-    insertCentre(*one, "solo aquí");
-    one->Conexion()->run({"UPDATE KXComun.dbo.Pais SET Pais_Nom = ? WHERE Pais_Cod = ?", {"Reino de España", "011"}});
-    EXPECT_EQ(count(*other, "Centro"), 0);
-    EXPECT_EQ(count(*other, "KXComun.dbo.Pais WHERE Pais_Nom = 'Reino de España'"), 1);
-}
 
 TEST_F(DataFolderTest, SaysWhyACompanyCannotBeOpened) {
     openCreated();
     EXPECT_EQ(openingError("Ninguna"), Kind::NotADatabase);
     EXPECT_EQ(errorOf([&] { DataFolder(path / "falta").openCompany("Una"); }), Kind::NotADatabase);
-    EXPECT_EQ(errorOf([&] { DataFolder(path / "falta").companies(); }), Kind::NotADatabase);
+    EXPECT_EQ(errorOf([&] { DataFolder(path / "falta").list(); }), Kind::NotADatabase);
 
     std::ofstream(path / "Texto.db") << std::string(5000, 'x');
     std::ofstream(path / "Vacia.db");
     fs::copy(path / "KXComun.db", path / "Comun.db");
     for (const char* name : {"Texto", "Vacia", "Comun"}) EXPECT_EQ(openingError(name), Kind::NotADatabase) << name;
 
-    folder->createCompany({.name = "Futura", .fiscalYear = 2026});
+    folder->create({.name = "Futura", .fiscalYear = 2026});
     engine(*folder->openCompany("Futura")).database().execute("PRAGMA main.user_version = 99");
     EXPECT_EQ(openingError("Futura"), Kind::NewerVersion);
     engine(*folder->openCompany("Una")).database().execute("PRAGMA KXComun.user_version = 99");
@@ -148,9 +83,9 @@ TEST_F(DataFolderTest, WithoutTheRightToWriteNothingChanges) {
     const auto session = folder->openCompany("Una");
     EXPECT_EQ(errorOf([&] { insertCentre(*session, "x"); }), Kind::ReadOnly);
     EXPECT_EQ(count(*session, "Centro"), 0);
-    EXPECT_EQ(errorOf([&] { folder->createCompany({.name = "Otra", .fiscalYear = 2026}); }), Kind::ReadOnly);
-    EXPECT_EQ(errorOf([&] { DataFolder(path / "nueva").createDemo(); }), Kind::ReadOnly);
-    EXPECT_EQ(folder->companies(), std::vector<std::string>{"Una"});
+    EXPECT_EQ(errorOf([&] { folder->create({.name = "Otra", .fiscalYear = 2026}); }), Kind::ReadOnly);
+    EXPECT_EQ(errorOf([&] { DataFolder(path / "nueva").createDemonstration(); }), Kind::ReadOnly);
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
 }
 
 TEST_F(DataFolderTest, AFolderThatCannotBeReadIsNotTakenForAMissingOne) {
@@ -158,7 +93,7 @@ TEST_F(DataFolderTest, AFolderThatCannotBeReadIsNotTakenForAMissingOne) {
     fs::permissions(path, fs::perms::none);
     const WithoutPrivileges without;
     EXPECT_EQ(openingError("Una"), Kind::ReadOnly);
-    EXPECT_EQ(errorOf([&] { folder->companies(); }), Kind::ReadOnly);
+    EXPECT_EQ(errorOf([&] { folder->list(); }), Kind::ReadOnly);
 }
 
 TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
@@ -167,7 +102,7 @@ TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
         const pid_t program = ::fork();
         if (program == 0) {
             try {
-                folder->createCompany({.name = name, .fiscalYear = 2026});
+                folder->create({.name = name, .fiscalYear = 2026});
             } catch (const ErrorBd& error) {
                 ::_exit(error.kind() == Kind::Constraint ? 1 : 2);
             }
@@ -182,7 +117,7 @@ TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
         ++ended[WEXITSTATUS(status)];
     }
     EXPECT_EQ(ended[2], 0) << "what fails is a name that is taken";
-    const auto made = folder->companies();
+    const auto made = folder->list();
     EXPECT_EQ(static_cast<int>(made.size()), ended[0]);
     for (const auto& name : made) EXPECT_EQ(count(*folder->openCompany(name), "Centro"), 0);
 }
@@ -190,20 +125,20 @@ TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
 TEST_F(DataFolderTest, ASharedDatabaseThatCannotBeUsedRefusesNewCompanies) {
     openCreated();
     std::ofstream(path / "KXComun.db", std::ios::trunc) << "esto no es una base de datos";
-    EXPECT_EQ(errorOf([&] { folder->createCompany({.name = "Dos", .fiscalYear = 2026}); }), Kind::NotADatabase);
-    EXPECT_EQ(folder->companies(), std::vector<std::string>{"Una"});
+    EXPECT_EQ(errorOf([&] { folder->create({.name = "Dos", .fiscalYear = 2026}); }), Kind::NotADatabase);
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
 }
 
 TEST_F(DataFolderTest, AHalfMadeCompanyIsNotThere) {
     openCreated();
     const std::string aside = "Otra.db.nueva" + std::to_string(::getpid());
     fs::create_directories(path / aside / "ocupada");
-    EXPECT_THROW(folder->createCompany({.name = "Otra", .fiscalYear = 2026}), ErrorBd);
-    EXPECT_EQ(folder->companies(), std::vector<std::string>{"Una"});
+    EXPECT_THROW(folder->create({.name = "Otra", .fiscalYear = 2026}), ErrorBd);
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
     fs::remove_all(path / aside);
     std::ofstream(path / aside) << "restos";
     std::ofstream(path / (aside + "-journal")) << "restos";
-    folder->createCompany({.name = "Otra", .fiscalYear = 2026});
+    folder->create({.name = "Otra", .fiscalYear = 2026});
     EXPECT_FALSE(fs::exists(path / aside));
     EXPECT_EQ(count(*folder->openCompany("Otra"), "Centro"), 0);
 }
@@ -238,6 +173,35 @@ TEST_F(DataFolderTest, TwoConnectionsOnOneCompanyTakeTurns) {
     one->Conexion()->CommitTrans();
     insertCentre(*other, "segunda");
     EXPECT_EQ(count(*one, "Centro"), 2);
+}
+
+TEST_F(DataFolderTest, NamesStayInsideTheFolder) {
+    folder->create({.name = "../a/b: 100%.", .fiscalYear = 2026});
+    EXPECT_FALSE(fs::exists(path.parent_path() / "a"));
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"../a/b: 100%."});
+}
+
+TEST_F(DataFolderTest, TheDemonstrationCompanyTakesIdentitiesThatAreThere) {
+    folder->createDemonstration();
+    fs::remove(path / "Empresa de demostración.db");
+    const auto session = folder->open(folder->createDemonstration());
+    EXPECT_EQ(count(*session, "KXComun.dbo.Nif"), 30);
+    EXPECT_EQ(count(*session, "PCta WHERE Pcta_IdNif > 30"), 0);
+}
+
+TEST_F(DataFolderTest, ADemonstrationCompanyThatFailsLeavesNoIdentities) {
+    const auto session = openCreated();
+    sqlite::Database(path / "KXComun.db", sqlite::Database::Mode::Existing, shortWait).execute("DROP TABLE Masas");
+    EXPECT_THROW(folder->createDemonstration(), ErrorBd);
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
+    EXPECT_EQ(count(*session, "KXComun.dbo.Nif"), 0);
+}
+
+TEST_F(DataFolderTest, AZeroByteInsideATextStays) {
+    const auto session = openCreated();
+    const std::string text("a\0b", 3);
+    insertCentre(*session, text);
+    EXPECT_EQ(session->Conexion()->Execute("SELECT Centro_Des FROM Centro")->cell(0, 0), Variant(text));
 }
 
 TEST_F(DataFolderTest, AWriteAheadLogIsTurnedBack) {

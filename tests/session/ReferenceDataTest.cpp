@@ -1,38 +1,23 @@
-#include <unistd.h>
-
 #include <cmath>
-#include <filesystem>
 
 #include "SessionContract.h"
-#include "platform/sqlite/DataFolder.h"
-#include "platform/sqlite/Database.h"
 #include "taxid/Validacion.h"
 
 namespace FendaMaestros::tests {
 namespace {
 
-namespace fs = std::filesystem;
-using sqlite::DataFolder;
-
-class ReferenceDataTest : public ::testing::Test {
+class ReferenceDataTest : public ::testing::TestWithParam<Backend> {
 protected:
-    ReferenceDataTest() {
-        std::string name = (fs::temp_directory_path() / "fendaXXXXXX").string();
-        path = mkdtemp(name.data());
-    }
-    ~ReferenceDataTest() override { fs::remove_all(path); }
-
     std::shared_ptr<Recordset> rows(const std::string& sql) { return session->Conexion()->Execute(sql); }
     std::int64_t number(const std::string& sql) { return rows("SELECT " + sql)->cell(0, 0).integer(); }
 
-    fs::path path;
+    const std::shared_ptr<Companies> companies = GetParam().companies(std::chrono::seconds(1));
     std::unique_ptr<SesionBd> session;
 };
 
-TEST_F(ReferenceDataTest, ANewCompanyHasBothPlansTheBalancesAndTheTowns) {
-    const DataFolder folder(path);
-    folder.createCompany({.name = "Una", .fiscalYear = 2026});
-    session = folder.openCompany("Una");
+TEST_P(ReferenceDataTest, ANewCompanyHasBothPlansTheBalancesAndTheTowns) {
+    companies->create({.name = "Una", .fiscalYear = 2026});
+    session = companies->open("Una");
     const std::string plan = "COUNT(*) FROM PCta WHERE PCta_Subcuenta = 0 AND PCta_bActiva = 1 AND ";
     EXPECT_EQ(number(plan + "PCta_PlanSec = 1 AND PCta_Plan = 2008"), 915);
     EXPECT_EQ(number(plan + "PCta_PlanSec = 0 AND PCta_Plan = 1990"), 682);
@@ -54,13 +39,10 @@ TEST_F(ReferenceDataTest, ANewCompanyHasBothPlansTheBalancesAndTheTowns) {
 
 class DemoCompanyTest : public ReferenceDataTest {
 protected:
-    DemoCompanyTest() {
-        const DataFolder folder(path);
-        session = folder.openCompany(folder.createDemo());
-    }
+    DemoCompanyTest() { session = companies->open(companies->createDemonstration()); }
 };
 
-TEST_F(DemoCompanyTest, HasThirtyIdentitiesWithRightCheckCharacters) {
+TEST_P(DemoCompanyTest, HasThirtyIdentitiesWithRightCheckCharacters) {
     const auto identities = rows("SELECT Nif_Doc, Nif_TipDoc, Nif_Ape1 FROM KXComun.dbo.Nif");
     EXPECT_EQ(identities->RecordCount(), 30);
     for (; !identities->Eof(); identities->MoveNext()) {
@@ -77,7 +59,7 @@ TEST_F(DemoCompanyTest, HasThirtyIdentitiesWithRightCheckCharacters) {
               0);
 }
 
-TEST_F(DemoCompanyTest, HasSubAccountsThatHangFromThePlanAndTheirIdentities) {
+TEST_P(DemoCompanyTest, HasSubAccountsThatHangFromThePlanAndTheirIdentities) {
     const std::string subAccounts = "COUNT(*) FROM PCta WHERE PCta_Subcuenta = 1";
     EXPECT_GE(number(subAccounts), 40);
     EXPECT_EQ(number(subAccounts + " AND (LEN(PCta_Cta) <> 8 OR SUBSTRING(PCta_Cta, 1, 3) NOT IN "
@@ -92,7 +74,7 @@ TEST_F(DemoCompanyTest, HasSubAccountsThatHangFromThePlanAndTheirIdentities) {
     EXPECT_EQ(number(subAccounts + " AND PCta_Cta < '6' AND PCta_IdMasa = 0"), 0);
 }
 
-TEST_F(DemoCompanyTest, HasTwoYearsOfLinesThatBalanceAndInvoicesOfItsIdentities) {
+TEST_P(DemoCompanyTest, HasTwoYearsOfLinesThatBalanceAndInvoicesOfItsIdentities) {
     const auto years = rows(
         "SELECT Apu_Eje, SUM(Apu_Debe) AS Debe, SUM(Apu_Haber) AS Haber FROM Apu GROUP BY Apu_Eje "
         "ORDER BY Apu_Eje");
@@ -111,25 +93,8 @@ TEST_F(DemoCompanyTest, HasTwoYearsOfLinesThatBalanceAndInvoicesOfItsIdentities)
         number("COUNT(*) FROM Fac WHERE Fac_Rsocial = '' OR Fac_Doc NOT IN (SELECT Nif_Doc FROM KXComun.dbo.Nif)"), 0);
 }
 
-TEST_F(ReferenceDataTest, TheDemonstrationCompanyTakesIdentitiesThatAreThere) {
-    const DataFolder folder(path);
-    folder.createDemo();
-    fs::remove(path / "Empresa de demostración.db");
-    session = folder.openCompany(folder.createDemo());
-    EXPECT_EQ(number("COUNT(*) FROM KXComun.dbo.Nif"), 30);
-    EXPECT_EQ(number("COUNT(*) FROM PCta WHERE Pcta_IdNif > 30"), 0);
-}
-
-TEST_F(ReferenceDataTest, ADemonstrationCompanyThatFailsLeavesNoIdentities) {
-    const DataFolder folder(path);
-    folder.createCompany({.name = "Una", .fiscalYear = 2026});
-    const auto busy = std::chrono::milliseconds(30);
-    sqlite::Database(path / "KXComun.db", sqlite::Database::Mode::Existing, busy).execute("DROP TABLE Masas");
-    EXPECT_THROW(folder.createDemo(), ErrorBd);
-    EXPECT_EQ(folder.companies(), std::vector<std::string>{"Una"});
-    session = folder.openCompany("Una");
-    EXPECT_EQ(number("COUNT(*) FROM KXComun.dbo.Nif"), 0);
-}
+INSTANTIATE_TEST_SUITE_P(, ReferenceDataTest, ::testing::ValuesIn(backends()), nameOf);
+INSTANTIATE_TEST_SUITE_P(, DemoCompanyTest, ::testing::ValuesIn(backends()), nameOf);
 
 }  // namespace
 }  // namespace FendaMaestros::tests

@@ -1,10 +1,6 @@
 #include "SessionContract.h"
 
-#include "platform/sqlite/Session.h"
-
 namespace FendaMaestros::tests {
-
-std::vector<Backend> backends() { return {{"Sqlite", sqlite::openMemory}}; }
 
 namespace {
 

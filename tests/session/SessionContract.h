@@ -2,23 +2,30 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "session/Companies.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
 
 namespace FendaMaestros::tests {
 
-/// An adapter of ConexionBd that the contract is checked on: a fresh pair of empty databases for each case.
+/// An adapter that the contracts are checked on.
 struct Backend {
     std::string name;
+    /// A company and a shared database of their own with all their tables, empty.
     std::function<std::shared_ptr<ConexionBd>()> open;
+    /// A place of its own where nothing has been created yet; it goes with what is returned. A statement waits so long
+    /// for another connection.
+    std::function<std::shared_ptr<Companies>(std::chrono::milliseconds wait)> companies;
 };
 
+/// Those that were built (Backends.cpp).
 std::vector<Backend> backends();
 inline std::string nameOf(const ::testing::TestParamInfo<Backend>& chosen) { return chosen.param.name; }
 

@@ -36,7 +36,7 @@ public:
         std::string name = (std::filesystem::temp_directory_path() / "fendaXXXXXX").string();
         if (!mkdtemp(name.data())) throw std::runtime_error("no folder");
         path_ = name;
-        sqlite::DataFolder(path_).createCompany({.name = company, .fiscalYear = 2026});
+        sqlite::DataFolder(path_).create({.name = company, .fiscalYear = 2026});
         const auto session = open();
         ConexionBd& connection = *session->Conexion();
         connection.BeginTrans();

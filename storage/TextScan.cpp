@@ -1,9 +1,9 @@
-#include "platform/sqlite/TextScan.h"
+#include "storage/TextScan.h"
 
-#include "platform/sqlite/Characters.h"
 #include "session/ErrorBd.h"
+#include "storage/Characters.h"
 
-namespace FendaMaestros::sqlite {
+namespace FendaMaestros::storage {
 
 namespace {
 
@@ -147,4 +147,12 @@ private:
 
 void scan(std::string_view sql, Shape& shape) { Scanner(sql, shape).run(); }
 
-}  // namespace FendaMaestros::sqlite
+bool beginsAsRead(std::string_view sql) {
+    while (!sql.empty() && isBlank(sql.front())) sql.remove_prefix(1);
+    std::size_t length = 0;
+    while (length < sql.size() && isWordByte(sql[length])) ++length;
+    const auto word = sql.substr(0, length);
+    return is(word, "SELECT") || is(word, "WITH");
+}
+
+}  // namespace FendaMaestros::storage

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-namespace FendaMaestros::sqlite {
+namespace FendaMaestros::storage {
 
 enum class CharacterClass : std::uint8_t { Other, Word, Digit, Blank, Control };
 
@@ -29,4 +29,4 @@ inline bool isWordByte(char c) { return classOf(c) == CharacterClass::Word || cl
 inline bool isBlank(char c) { return classOf(c) == CharacterClass::Blank; }
 inline bool isDigit(char c) { return classOf(c) == CharacterClass::Digit; }
 
-}  // namespace FendaMaestros::sqlite
+}  // namespace FendaMaestros::storage

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace FendaMaestros::sqlite {
+namespace FendaMaestros::storage {
 
 /// A literal of a text that reads: its place in the text, for texts the quotes left out.
 struct Literal {
@@ -25,8 +25,11 @@ struct Shape {
 inline constexpr char numberMark = '\x01';
 inline constexpr char textMark = '\x02';
 
-/// Fills `shape` from a text. Its literals point into `sql`. Throws ErrorBd (Refused) for comments and control
-/// characters outside literals.
+/// Fills `shape` from a text that reads. Its literals point into `sql`. Throws ErrorBd (Refused) for comments and
+/// control characters outside literals.
 void scan(std::string_view sql, Shape& shape);
 
-}  // namespace FendaMaestros::sqlite
+/// Whether a text begins as a read does: with SELECT or WITH.
+bool beginsAsRead(std::string_view sql);
+
+}  // namespace FendaMaestros::storage

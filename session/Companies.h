@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "session/SesionBd.h"
+
+namespace FendaMaestros {
+
+/// What a company is created with.
+struct NewCompany {
+    std::string name;
+    int fiscalYear = 0;     ///< 1900 to 2999
+    int accountDigits = 8;  ///< of a sub-account, 4 to 15
+    int province = 28;      ///< 1 to 52, or 99 for abroad
+    int nameOrder = 0;      ///< 0: a person's name first; anything else: the surnames first
+};
+
+/// Throws ErrorBd (Refused), with the sentence for a person, when no company can be created so.
+void check(const NewCompany& company);
+
+/// A company to create as a person types it; what is empty takes its default, the fiscal year the current year.
+struct TypedCompany {
+    std::string name = {};
+    std::string fiscalYear = {};
+    std::string accountDigits = {};
+    std::string province = {};
+    std::string nameOrder = {};  ///< "nombre" or "apellidos", or 0 or 1
+};
+
+/// What was typed, by the rules of check() and with its sentences, which here leave as std::invalid_argument. Blanks
+/// around the name go.
+NewCompany readCompany(const TypedCompany& typed);
+
+/// Where companies are kept, with the one database that they share. Every failure is an ErrorBd; what could not be
+/// created whole is not there.
+class Companies {
+public:
+    virtual ~Companies() = default;
+
+    /// False when nothing has ever been created here.
+    virtual bool exists() const = 0;
+    /// Their names in Spanish order. Throws (NotADatabase) when nothing has ever been created here.
+    virtual std::vector<std::string> list() const = 0;
+
+    /// Makes a company with the official plans and the towns but no data of its own, and before it, where it is
+    /// missing, the shared database with its countries, provinces, kinds of street, concepts, balance masses and
+    /// balances. Throws as check(), and (Constraint) when there is one whose name differs in nothing but capitals.
+    virtual void create(const NewCompany& company) const = 0;
+    /// Makes the company "Empresa de demostración" with invented data, whose tax identities go into the shared
+    /// database, and gives its name.
+    virtual std::string createDemonstration() const = 0;
+
+    /// Never null. Throws NotADatabase when there is no such company or its data cannot be used, NewerVersion when they
+    /// were made by a version to come.
+    virtual std::unique_ptr<SesionBd> open(const std::string& name) const = 0;
+};
+
+}  // namespace FendaMaestros
