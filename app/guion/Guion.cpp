@@ -6,6 +6,7 @@
 #include "app/Complaint.h"
 #include "app/Composition.h"
 #include "app/guion/GuionOperator.h"
+#include "app/guion/GuionParser.h"
 #include "app/guion/GuionProgram.h"
 #include "app/guion/Interruption.h"
 #include "toolkit/Text.h"

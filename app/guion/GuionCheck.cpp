@@ -7,6 +7,7 @@
 
 #include "app/YesOrNo.h"
 #include "app/guion/GuionOperator.h"
+#include "app/guion/GuionParser.h"
 #include "app/guion/PublicProperties.h"
 #include "toolkit/Text.h"
 
@@ -26,29 +27,27 @@ struct Subject {
 };
 
 /// A row or a column by its number or by its text.
-Place placeOf(const Check::Argument& argument) {
+guion::Place placeOf(const Check::Argument& argument) {
     const bool number = !argument.quoted && text::isNumericCode(argument.text) && argument.text.size() <= 9;
-    return number ? Place{std::stoi(argument.text), {}} : Place{-1, argument.text};
+    return number ? guion::Place{std::stoi(argument.text), {}} : guion::Place{-1, argument.text};
 }
 
-std::string rows(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0].text);
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->rowCount());
-    if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->Rows.size());
-    person.fail(arguments[0].text + " no es una rejilla ni una lista");
+const Form& top(const GuionOperator& person) { return guion::topScreen(person.host().desktop()); }
+
+Control& control(const GuionOperator& person, const Arguments& arguments) {
+    return guion::control(top(person), arguments[0].text);
 }
 
-std::string currentRow(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0].text);
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return std::to_string(grid->currentRow() + 1);
-    if (const auto* view = dynamic_cast<const ListView*>(&list)) return std::to_string(view->SelectedRow + 1);
-    person.fail(arguments[0].text + " no es una rejilla ni una lista");
+const Control& list(const GuionOperator& person, const Arguments& arguments) {
+    const Control& list = control(person, arguments);
+    if (guion::rowCount(list) < 0) guion::fail(arguments[0].text + " no es una rejilla ni una lista");
+    return list;
 }
 
 std::string cell(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0].text);
-    const int row = person.rowOf(list, placeOf(arguments[1]));
-    const int column = person.columnOf(list, placeOf(arguments[2]));
+    const Control& list = control(person, arguments);
+    const int row = guion::rowOf(list, placeOf(arguments[1]));
+    const int column = guion::columnOf(list, placeOf(arguments[2]));
     if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return grid->cellText(row, column);
     const auto& texts = dynamic_cast<const ListView&>(list).Rows[static_cast<std::size_t>(row)].Texts;
     return static_cast<std::size_t>(column) < texts.size() ? texts[static_cast<std::size_t>(column)] : std::string();
@@ -60,8 +59,8 @@ struct ColumnLook {
 };
 
 ColumnLook column(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = person.control(arguments[0].text);
-    const auto index = static_cast<std::size_t>(person.columnOf(list, placeOf(arguments[1])));
+    const Control& list = control(person, arguments);
+    const auto index = static_cast<std::size_t>(guion::columnOf(list, placeOf(arguments[1])));
     if (const auto* grid = dynamic_cast<const DataGrid*>(&list))
         return {grid->Columns[index].Caption, grid->Columns[index].Width};
     const auto& view = dynamic_cast<const ListView&>(list);
@@ -78,7 +77,7 @@ std::string firstValue(const GuionOperator& person, const Arguments& arguments) 
         const auto found = person.query(arguments[0].text);
         if (found->rowCount() > 0) value = found->cell(0, 0).text();
     } catch (const std::exception& error) {
-        person.fail(error.what());
+        guion::fail(error.what());
     }
     return value;
 }
@@ -89,16 +88,16 @@ std::string screen(const GuionOperator& person) {
 }
 
 std::string focused(const GuionOperator& person) {
-    const Control* const active = person.top().activeControl();
+    const Control* const active = top(person).activeControl();
     return active ? active->Name : "ninguno";
 }
 
 const TextBox& field(const GuionOperator& person, const Arguments& arguments) {
-    return person.control<TextBox>(arguments[0].text, "un campo");
+    return guion::control<TextBox>(top(person), arguments[0].text, "un campo");
 }
 
 const ComboBox& combo(const GuionOperator& person, const Arguments& arguments) {
-    return person.control<ComboBox>(arguments[0].text, "un desplegable");
+    return guion::control<ComboBox>(top(person), arguments[0].text, "un desplegable");
 }
 
 using Kind = Subject::Kind;
@@ -106,19 +105,19 @@ using Person = const GuionOperator&;
 using Args = const Arguments&;
 
 constexpr std::array<Subject, 27> subjects{{
-    {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(p.control(a[0].text)); }},
+    {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(control(p, a)); }},
     {"titulo", 0, 1, Kind::Value,
-     [](Person p, Args a) { return a.empty() ? p.top().Caption : guion::captionOf(p.control(a[0].text)); }},
+     [](Person p, Args a) { return a.empty() ? top(p).Caption : guion::captionOf(control(p, a)); }},
     {"pantalla", 0, 0, Kind::Name, [](Person p, Args) { return screen(p); }},
     {"foco", 0, 0, Kind::Name, [](Person p, Args) { return focused(p); }},
-    {"marca", 0, 0, Kind::Value, [](Person p, Args) { return p.top().Tag; }},
+    {"marca", 0, 0, Kind::Value, [](Person p, Args) { return top(p).Tag; }},
     {"puntero", 0, 0, Kind::Value, [](Person p, Args) { return std::to_string(p.host().pointer()); }},
     {"color", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(field(p, a).BackColor); }},
     {"maximo", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(field(p, a).MaxLength); }},
     {"indice", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListIndex()); }},
     {"elementos", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListCount()); }},
-    {"filas", 1, 1, Kind::Value, rows},
-    {"fila", 1, 1, Kind::Value, currentRow},
+    {"filas", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(guion::rowCount(list(p, a))); }},
+    {"fila", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(guion::currentRow(list(p, a)) + 1); }},
     {"celda", 3, 3, Kind::Value, cell},
     {"cabecera", 2, 2, Kind::Value, [](Person p, Args a) { return column(p, a).caption; }},
     {"ancho", 2, 2, Kind::Value, [](Person p, Args a) { return std::to_string(column(p, a).width); }},
@@ -126,12 +125,12 @@ constexpr std::array<Subject, 27> subjects{{
     {"resultado", 0, 0, Kind::Value, [](Person p, Args) { return p.lastResult(); }},
     {"mensaje", 0, 0, Kind::Value, [](Person p, Args) { return p.lastMessage(); }},
     {"sql", 1, 1, Kind::Value, firstValue},
-    {"activo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0].text).isEnabled()); }},
-    {"inactivo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0].text).isEnabled()); }},
-    {"visible", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(p.control(a[0].text).isVisible()); }},
-    {"oculto", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!p.control(a[0].text).isVisible()); }},
+    {"activo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(control(p, a).isEnabled()); }},
+    {"inactivo", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!control(p, a).isEnabled()); }},
+    {"visible", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(control(p, a).isVisible()); }},
+    {"oculto", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(!control(p, a).isVisible()); }},
     {"bloqueado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return yesOrNo(field(p, a).Locked); }},
-    {"marcado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return guion::valueOf(p.control(a[0].text)); }},
+    {"marcado", 1, 1, Kind::YesOrNo, [](Person p, Args a) { return guion::valueOf(control(p, a)); }},
     {"abierta", 0, 0, Kind::YesOrNo,
      [](Person p, Args) { return yesOrNo(p.host().desktop().activeForm() != nullptr); }},
     {"existe", 1, 1, Kind::YesOrNo, [](Person, Args a) { return yesOrNo(std::filesystem::exists(a[0].text)); }},
@@ -218,11 +217,11 @@ void carryOut(const Check& check, const GuionOperator& person) {
     const std::string expected = guion::literal(check.expected);
     const std::string butIs = " y es " + guion::literal(found);
     if (check.comparison == Check::Comparison::Equal && !equal)
-        person.fail(describe(check) + " debía ser " + expected + butIs);
+        guion::fail(describe(check) + " debía ser " + expected + butIs);
     if (check.comparison == Check::Comparison::Different && equal)
-        person.fail(describe(check) + " no debía ser " + expected);
+        guion::fail(describe(check) + " no debía ser " + expected);
     if (check.comparison == Check::Comparison::Contains && found.find(check.expected) == std::string::npos)
-        person.fail(describe(check) + " debía contener " + expected + butIs);
+        guion::fail(describe(check) + " debía contener " + expected + butIs);
 }
 
 }  // namespace FendaMaestros

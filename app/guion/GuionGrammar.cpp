@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <limits>
 #include <stdexcept>
 
@@ -14,16 +15,23 @@ namespace {
 
 using Action = std::function<void(GuionOperator&)>;
 
-/// How a command is written and what it does.
+using ReadAction = Action (*)(Words&);
+using ReadPreparation = Preparation (*)(Words&);
+
+/// How a command is written, and what it is: one of the three has its reader.
 struct Verb {
     std::string_view name;
-    bool acts;
-    Action (*read)(Words&);
+    /// It does something to a screen, or opens one.
+    ReadAction acts = nullptr;
+    /// It looks, or sets something, and no message can come of it.
+    ReadAction looks = nullptr;
+    /// It prepares something for the next one that acts.
+    ReadPreparation prepares = nullptr;
 };
 
 constexpr std::string_view controlName = "el nombre del control";
 
-Place place(Words& words, std::string_view what) {
+guion::Place place(Words& words, std::string_view what) {
     if (words.isNumber()) return {words.number(what), {}};
     return {-1, words.text(what)};
 }
@@ -104,8 +112,8 @@ Action trace(Words& words) {
 
 // --- answers ahead
 
-Action answer(Words& words) {
-    ExpectedMessage expected;
+Preparation answer(Words& words) {
+    ExpectedMessage expected{.line = words.line()};
     expected.part = words.take("contiene");
     if (expected.part || words.isQuoted()) expected.text = words.text("el texto del mensaje");
     if (words.take("si"))
@@ -120,19 +128,19 @@ Action answer(Words& words) {
         if (!words.take("raton")) words.fail("se escribe: con ratón");
         expected.byMouse = true;
     }
-    return [expected](GuionOperator& person) { person.expect(expected); };
+    return expected;
 }
 
-Action file(Words& words) {
+Preparation file(Words& words) {
     ExpectedFile expected;
     if (words.take("propuesto"))
         expected.proposed = true;
     else if (!words.take("ninguno"))
         expected.name = words.text("el nombre del fichero");
-    return [expected](GuionOperator& person) { person.expect(expected); };
+    return expected;
 }
 
-Action search(Words& words) {
+Preparation search(Words& words) {
     ExpectedSearch expected;
     if (words.take("ninguno")) {
         expected.leave = true;
@@ -141,20 +149,20 @@ Action search(Words& words) {
         if (words.take("fila")) expected.row = words.number("el número de la fila");
         if (expected.row < 1) words.fail("las filas se cuentan desde 1");
     }
-    return [expected](GuionOperator& person) { person.expect(expected); };
+    return expected;
 }
 
-Action expectError(Words& words) {
+Preparation expectError(Words& words) {
     if (!words.take("error")) words.fail("se escribe: esperar error");
     ExpectedError expected;
     if (!words.atEnd()) expected.part = words.text("el texto del error");
-    return [expected](GuionOperator& person) { person.expect(expected); };
+    return expected;
 }
 
 // --- gestures
 
 Action type(Words& words) {
-    return [text = words.text("el texto que se escribe")](GuionOperator& person) { person.type(text); };
+    return [text = words.text("el texto que se escribe")](GuionOperator& person) { person.hands().type(text); };
 }
 
 Action key(Words& words) {
@@ -163,59 +171,59 @@ Action key(Words& words) {
     int times = 1;
     if (!words.atEnd()) times = words.number("el número de veces");
     if (!words.take("veces")) words.take("vez");
-    return [stroke, times](GuionOperator& person) { person.key(stroke, times); };
+    return [stroke, times](GuionOperator& person) { person.hands().key(stroke, times); };
 }
 
 Action go(Words& words) {
     words.take("a");
-    return [name = words.text(controlName)](GuionOperator& person) { person.go(name); };
+    return [name = words.text(controlName)](GuionOperator& person) { person.hands().go(name); };
 }
 
 Action press(Words& words) {
-    return [name = words.text(controlName)](GuionOperator& person) { person.press(name); };
+    return [name = words.text(controlName)](GuionOperator& person) { person.hands().press(name); };
 }
 
 template <bool value>
 Action tick(Words& words) {
-    return [name = words.text(controlName)](GuionOperator& person) { person.tick(name, value); };
+    return [name = words.text(controlName)](GuionOperator& person) { person.hands().tick(name, value); };
 }
 
 Action choose(Words& words) {
     const std::string name = words.text(controlName);
-    std::optional<Place> item;
+    std::optional<guion::Place> item;
     words.equals();
     if (!words.atEnd()) item = place(words, "el elemento");
-    return [name, item](GuionOperator& person) { person.choose(name, item); };
+    return [name, item](GuionOperator& person) { person.hands().choose(name, item); };
 }
 
 Action clickHeader(Words& words) {
     const std::string name = words.text(controlName);
-    const Place column = place(words, "la columna");
-    return [name, column](GuionOperator& person) { person.clickHeader(name, column); };
+    const guion::Place column = place(words, "la columna");
+    return [name, column](GuionOperator& person) { person.hands().clickHeader(name, column); };
 }
 
 Action clickRow(Words& words) {
     const std::string name = words.text(controlName);
-    const Place row = place(words, "la fila");
-    return [name, row](GuionOperator& person) { person.clickRow(name, row); };
+    const guion::Place row = place(words, "la fila");
+    return [name, row](GuionOperator& person) { person.hands().clickRow(name, row); };
 }
 
 Action doubleClickRow(Words& words) {
     words.take("clic");
     const std::string name = words.text(controlName);
-    std::optional<Place> row;
+    std::optional<guion::Place> row;
     if (!words.atEnd()) row = place(words, "la fila");
-    return [name, row](GuionOperator& person) { person.doubleClickRow(name, row); };
+    return [name, row](GuionOperator& person) { person.hands().doubleClickRow(name, row); };
 }
 
 Action clickCellButton(Words& words) {
     const std::string name = words.text(controlName);
-    const Place column = place(words, "la columna");
-    return [name, column](GuionOperator& person) { person.clickCellButton(name, column); };
+    const guion::Place column = place(words, "la columna");
+    return [name, column](GuionOperator& person) { person.hands().clickCellButton(name, column); };
 }
 
 Action close(Words&) {
-    return [](GuionOperator& person) { person.close(); };
+    return [](GuionOperator& person) { person.hands().close(); };
 }
 
 // --- looking
@@ -249,7 +257,11 @@ Action sql(Words& words) {
 Action copy(Words& words) {
     const std::string from = words.text("el fichero que se copia");
     const std::string to = words.text("el nombre de la copia");
-    return [from, to](GuionOperator& person) { person.copy(from, to); };
+    return [from, to](GuionOperator&) {
+        std::error_code error;
+        std::filesystem::copy_file(from, to, std::filesystem::copy_options::overwrite_existing, error);
+        if (error) guion::fail("no se ha podido copiar " + guion::literal(from) + " en " + guion::literal(to));
+    };
 }
 
 Action say(Words& words) {
@@ -266,36 +278,36 @@ Action pause(Words& words) {
 
 /// The commands of docs/guion.md.
 constexpr std::array<Verb, 30> verbs{{
-    {"abrir", true, call<true>},
-    {"llamar", true, call<false>},
-    {"propiedad", false, property},
-    {"objeto", true, renewObject},
-    {"empresa", true, company},
-    {"traza", false, trace},
-    {"responder", false, answer},
-    {"fichero", false, file},
-    {"buscar", false, search},
-    {"esperar", false, expectError},
-    {"escribir", true, type},
-    {"tecla", true, key},
-    {"ir", true, go},
-    {"pulsar", true, press},
-    {"marcar", true, tick<true>},
-    {"desmarcar", true, tick<false>},
-    {"elegir", true, choose},
-    {"cabecera", true, clickHeader},
-    {"fila", true, clickRow},
-    {"doble", true, doubleClickRow},
-    {"boton", true, clickCellButton},
-    {"cerrar", true, close},
-    {"mostrar", false, show},
-    {"comprobar", false, expectState},
-    {"existe", false, exists},
-    {"sql", true, sql},
-    {"copiar", false, copy},
-    {"decir", false, say},
-    {"eco", false, echo},
-    {"pausa", false, pause},
+    {.name = "abrir", .acts = call<true>},
+    {.name = "llamar", .acts = call<false>},
+    {.name = "propiedad", .looks = property},
+    {.name = "objeto", .acts = renewObject},
+    {.name = "empresa", .acts = company},
+    {.name = "traza", .looks = trace},
+    {.name = "responder", .prepares = answer},
+    {.name = "fichero", .prepares = file},
+    {.name = "buscar", .prepares = search},
+    {.name = "esperar", .prepares = expectError},
+    {.name = "escribir", .acts = type},
+    {.name = "tecla", .acts = key},
+    {.name = "ir", .acts = go},
+    {.name = "pulsar", .acts = press},
+    {.name = "marcar", .acts = tick<true>},
+    {.name = "desmarcar", .acts = tick<false>},
+    {.name = "elegir", .acts = choose},
+    {.name = "cabecera", .acts = clickHeader},
+    {.name = "fila", .acts = clickRow},
+    {.name = "doble", .acts = doubleClickRow},
+    {.name = "boton", .acts = clickCellButton},
+    {.name = "cerrar", .acts = close},
+    {.name = "mostrar", .looks = show},
+    {.name = "comprobar", .looks = expectState},
+    {.name = "existe", .looks = exists},
+    {.name = "sql", .acts = sql},
+    {.name = "copiar", .looks = copy},
+    {.name = "decir", .looks = say},
+    {.name = "eco", .looks = echo},
+    {.name = "pausa", .looks = pause},
 }};
 
 }  // namespace
@@ -305,9 +317,13 @@ Command parseCommand(int line, std::string_view text) {
     const std::string name = words.keyword("la orden");
     const auto verb = std::ranges::find(verbs, name, &Verb::name);
     if (verb == verbs.end()) words.fail("no hay ninguna orden \"" + name + "\"");
-    Action action = verb->read(words);
+    Command command{.line = line, .text = std::string(text), .acts = verb->acts != nullptr};
+    if (verb->prepares)
+        command.preparation = verb->prepares(words);
+    else
+        command.run = (verb->acts ? verb->acts : verb->looks)(words);
     words.end();
-    return {line, std::string(text), verb->acts, std::move(action)};
+    return command;
 }
 
 }  // namespace FendaMaestros

@@ -1,38 +1,23 @@
 #pragma once
 
-#include <functional>
 #include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/guion/GuionError.h"
+#include "app/guion/Script.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
-
-class GuionOperator;
-
-/// A line of a script that cannot be carried out, and why, in Spanish. Not a std::exception, so that no screen that
-/// handles errors takes it for one of its own.
-struct GuionError {
-    int line = 0;
-    std::string reason;
-};
-
-struct Command {
-    int line = 0;
-    /// The line as written, without the blanks around it.
-    std::string text;
-    /// It does something to a screen, or opens one: answers given ahead must be used up when the next command is read.
-    bool acts = false;
-    std::function<void(GuionOperator&)> run;
-};
 
 /// The words of one line, read from left to right. What is missing or does not fit throws GuionError.
 class Words {
 public:
     Words(int line, std::string_view text);
 
+    /// Of the script, from 1.
+    int line() const { return line_; }
     bool atEnd() const { return next_ == words_.size(); }
     /// Reads on when the next word is this one, unquoted, whatever its case and accents.
     bool take(std::string_view keyword);

@@ -4,6 +4,7 @@
 
 #include "app/Composition.h"
 #include "app/guion/GuionOperator.h"
+#include "app/guion/GuionParser.h"
 #include "app/guion/GuionProgram.h"
 #include "session/frmBuscar.h"
 
@@ -76,7 +77,7 @@ Session runOn(Desktops desktop, const std::string& script) {
         std::vector<Command> commands = parseGuion(lines);
         std::optional<GuionProgram> program;
         commands.insert(commands.begin(),
-                        {0, "", true, [&](GuionOperator& person) {
+                        {.acts = true, .run = [&](GuionOperator& person) {
                              person.betweenScreens([&](GuionHost& host) { frmToy(host.desktop()).show(); });
                          }});
         GuionOperator person(std::move(commands), printed);
