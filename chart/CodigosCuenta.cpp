@@ -63,7 +63,7 @@ std::string completedCode(const std::string& typed, std::size_t digits) {
 
 std::string highestCodeSql(const std::string& prefix) {
     return "SELECT MAX(PCta_Cta) FROM Pcta WHERE PCta_SubCuenta=1 and substring(PCta_Cta,1," +
-           std::to_string(text::length(prefix)) + ") = " + quoted(prefix);
+           std::to_string(text::length(prefix)) + ") = " + literal(prefix);
 }
 
 NextCode nextCode(const Variant& highest, const std::string& prefix, std::size_t digits) {
@@ -85,7 +85,7 @@ std::shared_ptr<Recordset> planAccount(const std::string& sCuenta, std::int16_t 
     const auto connection = instanciaActual().sesion().Conexion();
     for (const std::size_t length : {5U, 4U, 3U}) {
         auto rows = connection->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta=0" + planFilter(nEjercicio) +
-                                        " AND PCta_Cta = " + quoted(text::left(sCuenta, length)));
+                                        " AND PCta_Cta = " + literal(text::left(sCuenta, length)));
         if (!rows->Eof()) return rows;
     }
     return nullptr;

@@ -17,8 +17,8 @@ constexpr int byName = 2;
 Walk walkThrough(const std::string& where, const std::string* current) {
     Walk walk{.first = where + " ORDER BY PCta_Cta ASC", .last = where + " ORDER BY PCta_Cta DESC"};
     if (!current) return walk;
-    walk.previous = where + " AND PCta_Cta < " + quoted(*current) + " order by PCta_Cta desc";
-    walk.next = where + " AND PCta_Cta > " + quoted(*current) + " order by PCta_Cta ASC";
+    walk.previous = where + " AND PCta_Cta < " + literal(*current) + " order by PCta_Cta desc";
+    walk.next = where + " AND PCta_Cta > " + literal(*current) + " order by PCta_Cta ASC";
     return walk;
 }
 
@@ -77,7 +77,7 @@ PantallaCuenta::Hallazgo PantallaCuenta::localizar(int mode, const std::string& 
     const bool nothingSought = id < 1 && code.empty();
     if (!nothingSought)
         rsCuenta = read("SELECT * FROM PCta WHERE " + condicion() +
-                        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + quoted(code)));
+                        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + literal(code)));
     if (nothingSought || rsCuenta->Eof()) {
         nIdActual = 0;
         cmdBorrar.Enabled = false;

@@ -59,7 +59,7 @@ void PantallaCuenta::grabar() {
 bool PantallaCuenta::estaGrabada(std::int64_t id) const {
     try {
         return !read("SELECT PCta_Id FROM PCta WHERE PCta_Id = " + std::to_string(id) +
-                     " AND PCta_Cta = " + quoted(Text1(Codigo).Text))
+                     " AND PCta_Cta = " + literal(Text1(Codigo).Text))
                     ->Eof();
     } catch (const ErrorBd&) {
         return false;
@@ -101,7 +101,7 @@ void PantallaCuenta::borrar() {
     if (!confirmInPlace("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
                         sTituloVentana))
         return;
-    deleteRows(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = " + quoted(std::to_string(nIdActual)));
+    deleteRows(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = " + literal(std::to_string(nIdActual)));
     LimpiarPantalla();
     setFocus(Text1(Codigo));
 }

@@ -18,7 +18,7 @@ frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::
 
     const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
     // An account found for another field may take the delete from the one shown, but not give it.
-    cmdBorrar.Enabled = !conDiario("Apu_Cta = " + quoted(found)) && (field == Codigo || deletable);
+    cmdBorrar.Enabled = !conDiario("Apu_Cta = " + literal(found)) && (field == Codigo || deletable);
     Text1(field).Text = found;
     Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
     if (field == Asociada) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
@@ -63,7 +63,7 @@ void frmPlanCtas::mostrarIrpf() {
     Text1(NombreIrpf).Text.clear();
     const Variant code = rsCuenta->Fields("PCta_CtaIrpfAso").Value;
     if (code.isNull()) return;
-    const auto account = read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = " + quoted(code.text()));
+    const auto account = read("SELECT * FROM PCta WHERE PCta_Subcuenta = 1 AND PCta_Cta = " + literal(code.text()));
     if (account->Eof()) return;
     Text1(Irpf).Text = account->Fields("pcta_cta").Value.text();
     Text1(NombreIrpf).Text = account->Fields("PCta_Des").Value.text();
@@ -96,7 +96,7 @@ std::int64_t frmPlanCtas::msBuscaNifGeneral(const std::string& document) {
         if (id == 0) return 0;
     }
     const auto identity = read("SELECT *," + fnExpresionNombre() + " FROM KXComun.dbo.Nif WHERE " +
-                               (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = " + quoted(document)));
+                               (id != 0 ? "Nif_Id = " + std::to_string(id) : "Nif_Doc = " + literal(document)));
     if (identity->Eof()) return -1;
     nIdNif = identity->Fields("Nif_Id").Value.integer();
     Text1(Documento).Text = identity->Fields("Nif_Doc").Value.text();

@@ -20,7 +20,7 @@ void assignToJournal(ConexionBd& connection, const char* sql, const char* from, 
     for (; !accounts->Eof(); accounts->MoveNext()) {
         RowWrite write(instanciaActual().sesion(), "Apu");
         write.column(to, valor::Numero, accounts->Fields(from).Value);
-        write.update(" WHERE Apu_Cta = " + quoted(accounts->Fields("pcta_cta").Value.text()) +
+        write.update(" WHERE Apu_Cta = " + literal(accounts->Fields("pcta_cta").Value.text()) +
                      " AND Apu_Eje = " + assignedYear);
     }
 }
@@ -41,7 +41,7 @@ bool frmPlanCtas::comprobarGrabacion() {
 }
 
 bool frmPlanCtas::existeCodigo() const {
-    return !read("SELECT * FROM PCta WHERE PCta_Cta = " + quoted(Text1(Codigo).Text))->Eof();
+    return !read("SELECT * FROM PCta WHERE PCta_Cta = " + literal(Text1(Codigo).Text))->Eof();
 }
 
 void frmPlanCtas::rechazarRepetida() {

@@ -37,7 +37,7 @@ void PantallaCodigo::mostrarFila() {
 void PantallaCodigo::buscarCodigo() {
     const std::string typed = Text1(0).Text;
     if (typed.empty()) return;
-    rsConce->Find(std::string(codigo_.campoCodigo) + " = " + quoted(typed));
+    rsConce->Find(std::string(codigo_.campoCodigo) + " = " + literal(typed));
     if (!rsConce->Eof()) return;
 
     Text1(0).Text = typed;

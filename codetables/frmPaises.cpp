@@ -52,7 +52,7 @@ bool frmPaises::grabar() {
     write.column("Pais_Cod", valor::Texto, Text1(0).Text);
     write.column("Pais_Nom", valor::Texto, Text1(1).Text);
     write.column("Pais_Aeat", valor::Texto, Text1(2).Text);
-    write.update(" WHERE Pais_Cod = " + quoted(Text1(0).Text));
+    write.update(" WHERE Pais_Cod = " + literal(Text1(0).Text));
     return true;
 }
 

@@ -9,11 +9,11 @@ namespace FendaMaestros {
 
 namespace {
 
-std::string quoted(std::string_view text) { return '"' + text::replaced(text, "\"", "\"\"") + '"'; }
+std::string literal(std::string_view text) { return '"' + text::replaced(text, "\"", "\"\"") + '"'; }
 
 std::string shown(const Variant& value) {
     if (value.isNull()) return "Null";
-    return std::holds_alternative<std::string>(value.storage()) ? quoted(value.text()) : value.text();
+    return std::holds_alternative<std::string>(value.storage()) ? literal(value.text()) : value.text();
 }
 
 class TracedConexion final : public ConexionBd {
@@ -59,7 +59,7 @@ public:
     std::shared_ptr<ConexionBd> Conexion() override { return connection_; }
     const ParametrosEmpresa& Parametros() const override { return session_->Parametros(); }
     void Tabla(std::string_view name) override {
-        sink_("Tabla " + quoted(name));
+        sink_("Tabla " + literal(name));
         session_->Tabla(name);
     }
     void Reiniciar(std::int16_t fixed) override {
@@ -68,7 +68,7 @@ public:
     }
     ListaCampos& Campos() override { return *this; }
     void Condicion(std::string_view where) override {
-        sink_("Condicion " + quoted(where));
+        sink_("Condicion " + literal(where));
         session_->Condicion(where);
     }
     void Actualizar(std::string& text, bool& status) override {
@@ -86,7 +86,7 @@ public:
 
 private:
     void Agregar(std::string_view column, long kind, const Variant& value, std::int16_t fixed) override {
-        sink_("Agregar " + quoted(column) + ", " + std::to_string(kind) + ", " + shown(value) + ", " +
+        sink_("Agregar " + literal(column) + ", " + std::to_string(kind) + ", " + shown(value) + ", " +
               std::to_string(fixed));
         session_->Campos().Agregar(column, kind, value, fixed);
     }

@@ -4,6 +4,6 @@
 
 namespace FendaMaestros {
 
-std::string quoted(std::string_view text) { return "'" + text::replaced(text, "'", "''") + "'"; }
+std::string literal(std::string_view text) { return "'" + text::replaced(text, "'", "''") + "'"; }
 
 }  // namespace FendaMaestros

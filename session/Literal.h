@@ -6,6 +6,6 @@
 namespace FendaMaestros {
 
 /// A text as a literal of a read or a condition: between quotes, its own quotes doubled.
-std::string quoted(std::string_view text);
+std::string literal(std::string_view text);
 
 }  // namespace FendaMaestros

@@ -63,7 +63,7 @@ void loadPlan(ConexionBd& connection, std::string_view file, int year, int varia
 
 /// The identity of the row whose column is a text; 0 when there is none. `from` goes on from SELECT to WHERE.
 std::int64_t identity(ConexionBd& connection, const std::string& from, std::string_view text) {
-    const auto rows = connection.Execute("SELECT " + from + " = " + quoted(text));
+    const auto rows = connection.Execute("SELECT " + from + " = " + literal(text));
     return rows->rowCount() == 0 ? 0 : rows->cell(0, 0).integer();
 }
 

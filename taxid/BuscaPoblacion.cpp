@@ -6,8 +6,8 @@
 namespace FendaMaestros {
 
 std::string FnBuscaPoblacion(const std::string& PAIS, const std::string& Cpostal) {
-    const auto rows = read("SELECT Top 1 Nif_Pob FROM KXComun.dbo.Nif WHERE Nif_PAIS = " + quoted(PAIS) +
-                           " AND Nif_Cp = " + quoted(Cpostal));
+    const auto rows = read("SELECT Top 1 Nif_Pob FROM KXComun.dbo.Nif WHERE Nif_PAIS = " + literal(PAIS) +
+                           " AND Nif_Cp = " + literal(Cpostal));
     return rows->Eof() ? std::string() : rows->Fields("Nif_Pob").Value.text();
 }
 

@@ -11,7 +11,7 @@ namespace FendaMaestros {
 namespace {
 
 bool isRegisteredAsNie(const std::string& document) {
-    const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = " + quoted(document));
+    const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE Nif_Doc = " + literal(document));
     return !rows->Eof() && rows->Fields("Nif_TipDoc").Value.integer() == documento::Nie;
 }
 

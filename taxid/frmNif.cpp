@@ -100,7 +100,7 @@ std::int64_t frmNif::msBuscarCif(const std::string& sDoc, int nModo, std::int64_
         nId = nModo == buscarPorDocumento ? buscarNifPorDocumento(Ayuda, sExpresionNombre_) : buscarNifPorNombre(Ayuda);
         if (nId < 1) return nIdActual_ > 0 ? nIdActual_ : -1;
     }
-    const auto found = leer(nId < 1 ? "Nif_Doc = " + quoted(sDoc) : "Nif_Id = " + std::to_string(nId));
+    const auto found = leer(nId < 1 ? "Nif_Doc = " + literal(sDoc) : "Nif_Id = " + std::to_string(nId));
     if (found)
         mostrar(*found);
     else if (nIdActual_ > 0)
@@ -112,7 +112,7 @@ std::optional<frmNif::Ficha> frmNif::leer(const std::string& where) {
     const auto rows = read("SELECT * FROM KXComun.dbo.Nif WHERE " + where);
     if (rows->Eof()) return std::nullopt;
     Ficha ficha{.nif = leerNif(*rows)};
-    const auto uses = read("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = " + quoted(ficha.nif.documento));
+    const auto uses = read("SELECT COUNT(Fac_Id) FROM Fac WHERE Fac_Doc = " + literal(ficha.nif.documento));
     ficha.conFacturas = uses->cell(0, 0).integer() != 0;
     return ficha;
 }
@@ -300,7 +300,7 @@ Walk frmNif::recorrido() const {
     Walk walk{.first = upwards, .last = downwards};
     if (nIdActual_ < 1) return walk;
     const auto beyond = [this](const std::string& comparison) {
-        const std::string document = quoted(nifLeido_.documento);
+        const std::string document = literal(nifLeido_.documento);
         return " WHERE Nif_Doc " + comparison + " " + document + " OR (Nif_Doc = " + document + " AND Nif_Id " +
                comparison + " " + std::to_string(nIdActual_) + ")";
     };
@@ -403,7 +403,7 @@ void frmNif::borrar() {
     try {
         deleteRows(
             instanciaActual().sesion(), "KXComun.dbo.Nif",
-            " WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = " + quoted(txtFields(Documento).Text));
+            " WHERE Nif_Id = " + std::to_string(nIdActual_) + " AND Nif_Doc = " + literal(txtFields(Documento).Text));
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }

@@ -14,7 +14,7 @@ void requireCarriedOut(bool status, const char* what, const std::string& reason)
 
 void requireUnique(ConexionBd& connection, const std::string& table, const std::string& column,
                    const std::string& value) {
-    const auto same = connection.Execute("SELECT COUNT(*) FROM " + table + " WHERE " + column + " = " + quoted(value));
+    const auto same = connection.Execute("SELECT COUNT(*) FROM " + table + " WHERE " + column + " = " + literal(value));
     if (same->cell(0, 0).integer() > 1)
         throw ErrorBd(ErrorBd::Kind::Constraint, value + ": acaba de crearse desde otro puesto.");
 }

@@ -134,7 +134,7 @@ private:
 };
 
 SqliteConexion::SqliteConexion(Database company, const std::filesystem::path& shared) : database_(std::move(company)) {
-    database_.execute("ATTACH " + FendaMaestros::quoted(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
+    database_.execute("ATTACH " + literal(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
     // One transaction spans both files, and only a rollback journal keeps it whole through a crash.
     for (const char* schema : {"main", "KXComun"}) {
         database_.execute(std::string("PRAGMA ") + schema + ".journal_mode = DELETE");
