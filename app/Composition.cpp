@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "app/BuscadorCuentas.h"
+#include "app/AccountSearch.h"
 
 #ifdef FENDA_WITH_QT
 #include "app/window/Display.h"
@@ -23,7 +23,7 @@
 namespace FendaMaestros {
 
 void registerComponents(ComponentRegistry& components, Desktop& desktop) {
-    components.add(HostApplication::ProgId, [&desktop] { return std::make_unique<BuscadorCuentas>(desktop); });
+    components.add(HostApplication::ProgId, [&desktop] { return std::make_unique<AccountSearch>(desktop); });
 #ifdef FENDA_WITH_REPORTS
     registerFendaRep(components, desktop);
 #endif

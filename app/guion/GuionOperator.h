@@ -7,12 +7,12 @@
 #include <type_traits>
 #include <vector>
 
-#include "app/Operations.h"
 #include "app/guion/GuionError.h"
 #include "app/guion/GuionHands.h"
 #include "app/guion/GuionHost.h"
 #include "app/guion/GuionPrinter.h"
 #include "app/guion/Script.h"
+#include "app/operations/Operations.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/Composition.h"
-#include "app/Operations.h"
+#include "app/operations/Operations.h"
 
 class QActionGroup;
 class QLabel;

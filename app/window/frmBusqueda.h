@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "app/window/VentanaDirecta.h"
+#include "app/window/DirectWindow.h"
 
 namespace FendaMaestros {
 
 /// Offers searches and shows what the last one found, as often as the person likes.
-class frmBusqueda final : public VentanaDirecta {
+class frmBusqueda final : public DirectWindow {
 public:
     struct Search {
         /// With "&" before the letter that starts it.

@@ -3,13 +3,13 @@
 #include <functional>
 #include <string>
 
-#include "app/window/VentanaDirecta.h"
+#include "app/window/DirectWindow.h"
 
 namespace FendaMaestros {
 
 /// Asks for one text (an identifier, an account, a postal code) and shows what a rule says of it, without the blanks
 /// around it, as often as the person likes. `hint` stands there before.
-class frmIdentificador final : public VentanaDirecta {
+class frmIdentificador final : public DirectWindow {
 public:
     using Rule = std::function<std::string(const std::string& typed)>;
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Operations.h"
+#include "app/operations/Operations.h"
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
 #include "tests/support/ScriptedPerson.h"

@@ -1,4 +1,4 @@
-#include "app/Operations.h"
+#include "app/operations/Operations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/BuscadorCuentas.h"
+#include "app/AccountSearch.h"
 
 #include <stdexcept>
 
@@ -12,7 +12,7 @@ constexpr std::int16_t byCode = 1;
 
 }  // namespace
 
-std::int32_t BuscadorCuentas::fnBuscarCuentas(std::int16_t mode, bool bTodas) {
+std::int32_t AccountSearch::fnBuscarCuentas(std::int16_t mode, bool bTodas) {
     if (!MyBd) throw std::logic_error("No se ha indicado la sesión de base de datos (MyBd).");
     const std::string column = mode == byCode ? "PCta_Cta" : "PCta_Des";
     const std::string active = bTodas ? "" : " AND PCta_bActiva = 1";

@@ -6,10 +6,10 @@
 namespace FendaMaestros {
 
 /// The program's own account search: the sub-accounts of the open company, those that are inactive only on request.
-class BuscadorCuentas final : public HostApplication {
+class AccountSearch final : public HostApplication {
 public:
     /// `desktop` must outlive the component.
-    explicit BuscadorCuentas(Desktop& desktop) : desktop_(desktop) {}
+    explicit AccountSearch(Desktop& desktop) : desktop_(desktop) {}
 
     /// Throws std::logic_error, in Spanish, when MyBd has not been set.
     std::int32_t fnBuscarCuentas(std::int16_t mode, bool bTodas) override;

@@ -6,14 +6,14 @@ namespace FendaMaestros {
 
 /// A window of the program that only asks for one thing: there Enter does not move on, it presses the button that has
 /// the focus or, from a field, the first one.
-class VentanaDirecta : public Screen {
+class DirectWindow : public Screen {
 protected:
     void onKeyDown(int& code, int shift) override;
     void onKeyUp(int& code, int shift) override;
 
 private:
-    void pulsar();
-    CommandButton* primerBoton() const;
+    void press();
+    CommandButton* firstButton() const;
 
     bool enterPressed_ = false;
 };

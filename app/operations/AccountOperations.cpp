@@ -1,9 +1,8 @@
-#include "app/AccountOperations.h"
-
 #include "app/YesOrNo.h"
+#include "app/operations/Operations.h"
 #include "app/window/frmBusqueda.h"
-#include "app/window/frmClaves.h"
 #include "app/window/frmIdentificador.h"
+#include "toolkit/Keys.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -12,7 +11,6 @@ namespace {
 
 constexpr std::int16_t byCode = 1;
 constexpr std::int16_t byName = 2;
-constexpr const char* spain = "011";
 
 std::int16_t fiscalYear(const FendaMaes& component) { return ejercicioActivo(component.sesion().Parametros()); }
 
@@ -26,8 +24,6 @@ std::string found(FendaMaes& component, const std::string& sql, std::int32_t id)
     if (rows->Eof()) return "No se ha elegido nada.";
     return rows->cell(0, 0).text() + " " + rows->cell(0, 1).text();
 }
-
-}  // namespace
 
 Outcome callAccounts(FendaMaes& component, const Arguments& arguments) {
     component.jPlanCuentas(arguments.identity(0));
@@ -53,24 +49,6 @@ Outcome callCheckAccount(FendaMaes& component, const Arguments& arguments) {
     const std::int16_t plan = arguments.number(1, planOf(component));
     return {yesOrNo(component.msValidaCuentaPlan(arguments.text(0), plan, arguments.flag(2, true))), {}};
 }
-
-Outcome callFillKeys(FendaMaes& component, const Arguments& arguments) {
-    ComboBox combo;
-    component.jCargaClavesRetencion(combo, arguments.text(0, "-"), arguments.number(1, fiscalYear(component)),
-                                    arguments.flag(2, false));
-    Outcome outcome;
-    for (int item = 0; item < combo.ListCount(); ++item)
-        outcome.rewritten.emplace_back("oCb.List(" + std::to_string(item) + ")", combo.List(item));
-    outcome.rewritten.emplace_back("oCb.ListIndex", std::to_string(combo.ListIndex()));
-    outcome.rewritten.emplace_back("oCb.Enabled", yesOrNo(combo.Enabled));
-    return outcome;
-}
-
-Outcome callFindTown(FendaMaes& component, const Arguments& arguments) {
-    return {component.FnBuscaPoblacion(arguments.text(0), arguments.text(1)), {}};
-}
-
-void openAccounts(FendaMaes& component) { component.jPlanCuentas(); }
 
 void openNewAccount(FendaMaes& component) {
     frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
@@ -115,15 +93,48 @@ void openCheckAccount(FendaMaes& component) {
     }).show();
 }
 
-void openKeys(FendaMaes& /*component*/) { frmClaves().show(); }
+}  // namespace
 
-void openFindTown(FendaMaes& component) {
-    frmIdentificador("Población de un código postal", "Código postal", "&Buscar",
-                     [&component](const std::string& code) {
-                         const std::string town = component.FnBuscaPoblacion(spain, code);
-                         return town.empty() ? "Ningún registro tiene ese código postal." : town;
-                     })
-        .show();
+std::vector<Operation> accountOperations() {
+    using enum ArgumentKind;
+    const std::string menu = "&Cuentas";
+    return {
+        {.name = "jPlanCuentas",
+         .group = menu,
+         .caption = "&Plan de cuentas",
+         .key = {key::F(2), shift::Shift},
+         .arguments = {Identity},
+         .open = [](FendaMaes& component) { component.jPlanCuentas(); },
+         .call = callAccounts},
+        {.name = "CrearNuevaCuenta",
+         .group = menu,
+         .caption = "&Nueva cuenta",
+         .key = {key::F(3), shift::Shift},
+         .arguments = {Text, Identity, Flag},
+         .open = openNewAccount,
+         .call = callNewAccount},
+        {.name = "fnBuscarCuentas",
+         .group = menu,
+         .caption = "&Buscar una cuenta",
+         .key = {key::F(11)},
+         .arguments = {Number, Flag, Flag},
+         .open = openSearchAccounts,
+         .call = callSearchAccounts},
+        {.name = "fnBuscarConceptos",
+         .group = menu,
+         .caption = "Buscar un c&oncepto",
+         .key = {key::F(12)},
+         .arguments = {Number},
+         .open = openSearchConcepts,
+         .call = callSearchConcepts},
+        {.name = "msValidaCuentaPlan",
+         .group = menu,
+         .caption = "Comp&robar una cuenta",
+         .key = {key::F(11), shift::Shift},
+         .arguments = {Text, Number, Flag},
+         .open = openCheckAccount,
+         .call = callCheckAccount},
+    };
 }
 
 }  // namespace FendaMaestros
