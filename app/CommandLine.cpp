@@ -88,8 +88,8 @@ void describe(CLI::App& program, Request& request) {
 
     CLI::App* script = addCommand(program, "guion", "Ejecuta la sesión de trabajo escrita en un fichero");
     script->add_option("FICHERO", request.script.script, "El guion; - lo lee de la entrada")->type_name("");
-    script->add_flag("--ventana", request.script.ventana, "Con las ventanas a la vista");
-    script->add_flag("--traza", request.script.traza, "Muestra cada texto SQL y cada escritura");
+    script->add_flag("--ventana", request.script.onWindows, "Con las ventanas a la vista");
+    script->add_flag("--traza", request.script.traced, "Muestra cada texto SQL y cada escritura");
     addFolder(*script, request, "una de prueba que se borra al terminar");
     addText(*script, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
 }
@@ -110,8 +110,8 @@ int run(const CLI::App& program, Request& request) {
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");
-        request.script.carpeta = chosenDataFolder(request.folder);
-        if (!request.company.empty()) request.script.empresa = request.company;
+        request.script.folder = chosenDataFolder(request.folder);
+        if (!request.company.empty()) request.script.company = request.company;
         return runGuion(request.script);
     }
     return runMainWindow(dataFolder(request.folder), request.company);

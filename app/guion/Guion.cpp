@@ -42,10 +42,10 @@ int runGuion(const GuionOptions& options) {
         interruption.emplace();
         person.emplace(std::move(commands), std::cout);
         program.emplace(
-            options.ventana ? windowDesktop(*person) : headlessDesktop(*person),
-            [](std::string_view line) { std::cout << "traza " << line << "\n"; }, options.carpeta);
-        program->trace(options.traza);
-        if (!makesItsCompany) program->start(options.empresa);
+            options.onWindows ? windowDesktop(*person) : headlessDesktop(*person),
+            [](std::string_view line) { std::cout << "traza " << line << "\n"; }, options.folder);
+        program->trace(options.traced);
+        if (!makesItsCompany) program->start(options.company);
     } catch (const GuionError& error) {
         return complain(at(error), NotStarted);
     } catch (const std::exception& error) {

@@ -11,13 +11,13 @@ struct GuionOptions {
     /// The script; "-" reads it from standard input.
     std::string script;
     /// On real windows instead of headless.
-    bool ventana = false;
+    bool onWindows = false;
     /// Print every SQL text and every call of the write builder.
-    bool traza = false;
+    bool traced = false;
     /// The data folder; without one, a fresh folder with the demonstration company that is removed at the end.
-    std::optional<std::filesystem::path> carpeta;
+    std::optional<std::filesystem::path> folder;
     /// The company to open; without one, the first of the folder.
-    std::optional<std::string> empresa;
+    std::optional<std::string> company;
 };
 
 /// Runs a person's session written in a text file (docs/guion.md). What the person sees goes to standard output, why it

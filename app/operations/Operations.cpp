@@ -37,7 +37,7 @@ void checkArgument(ArgumentKind kind, const Arguments& arguments, std::size_t in
 
 }  // namespace
 
-// docs/architecture.md, "A new entry operation", says what else one needs.
+// A new one: docs/architecture.md, "The program", names the files.
 const std::vector<Operation>& operations() {
     static const std::vector<Operation> all = ofEveryMenu();
     return all;

@@ -150,6 +150,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"unexpectedMessageInAScreenThatSwallows", "pulsar cmdPreguntar\n",
              "1: mensaje inesperado: \"¿Sí\\r\\no \\\"no\\\"?\""},
         Case{"unusedAnswer", "responder Sí\ntecla F5\nmostrar\n", "3: la respuesta de la línea 1 no se ha usado"},
+        Case{"unusedOfAnotherKind", "pulsar cmdOtra\nfichero x\nresponder \"De vuelta\" Aceptar\ncerrar\ntecla F5\n",
+             "5: el fichero de la línea 2 no se ha usado"},
         Case{"unusedAtTheEnd", "fichero x\ncerrar\n", "2: el fichero de la línea 1 no se ha usado"},
         Case{"otherText", "responder contiene \"quizá\" No\npulsar cmdPreguntar\n",
              "2: el mensaje dice \"¿Sí\\r\\no \\\"no\\\"?\" y en la línea 1 se esperaba \"quizá\""},
