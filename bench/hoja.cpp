@@ -27,6 +27,7 @@ public:
     Reply ask(const Message&) override { return {}; }
     void setPointer(int) override {}
     void processPending() override {}
+    void wait(std::chrono::milliseconds) override {}
     std::optional<std::string> chooseSaveFile(const std::string&, const std::string&) override { return path_; }
     bool openFile(const std::string&) override { return false; }
     bool print(const PagedDocument&) override { return false; }
@@ -116,10 +117,10 @@ int main() {
     KOffice component(desktop);
     component.sTitulo = "Clientes";
     DataGrid grid;
-    grid.Columns = {{"Id", 0, 1440, Alignment::Left, true, ""},
-                    {"Código", 1, 1500, Alignment::Left, true, ""},
-                    {"Descripción", 2, 6000, Alignment::Left, true, ""},
-                    {"Saldo", 3, 1800, Alignment::Right, true, "##,###,##0.00 "}};
+    grid.Columns = {{{"Id", 1440, Alignment::Left, true}, 0, ""},
+                    {{"Código", 1500, Alignment::Left, true}, 1, ""},
+                    {{"Descripción", 6000, Alignment::Left, true}, 2, ""},
+                    {{"Saldo", 1800, Alignment::Right, true}, 3, "##,###,##0.00 "}};
     auto rows = makeRows();
 
     // First of all, while nothing that was freed can be taken again: the peak over what the rows themselves hold.

@@ -32,7 +32,7 @@ void PantallaCuenta::guardar() {
     if (!text::isNumericCode(text::trimEnd(Text1(Codigo).Text)))
         return avisarGrabacion("Debe indicar un codigo de cuenta");
     if (!comprobarGrabacion()) return;
-    if (intentar([this] { withPatience([this] { grabar(); }); })) terminarGrabacion();
+    if (intentar([this] { withPatience(desktop(), [this] { grabar(); }); })) terminarGrabacion();
 }
 
 void PantallaCuenta::grabar() {

@@ -46,10 +46,10 @@ void frmPlanCtas::prepararCodigos() {
 }
 
 void frmPlanCtas::mostrarEstado(int field) {
-    lblEstado.Caption.clear();
+    tell({});
     if (bSinEstado || Text1(field).Text.find(',') == std::string::npos) return;
     try {
-        lblEstado.Caption = textoEstado(field);
+        tell(textoEstado(field));
     } catch (const ErrorBd&) {
         // What is wrong with the database is said when the field is left; a busy one is not waited for at each key.
         bSinEstado = true;
@@ -57,7 +57,7 @@ void frmPlanCtas::mostrarEstado(int field) {
 }
 
 void frmPlanCtas::quitarEstado() {
-    lblEstado.Caption.clear();
+    tell({});
     bSinEstado = false;
 }
 

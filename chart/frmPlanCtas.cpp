@@ -58,7 +58,6 @@ void frmPlanCtas::componer() {
     add(cmdVerFicha, "cmdVerFicha");
     add(Command1, "Command1");
     add(cmdSalir, "cmdSalir");
-    add(lblEstado, "lblEstado");
 
     using namespace arrange;
     const auto list = [](Label& label, ListPair& pair) {
@@ -82,7 +81,6 @@ void frmPlanCtas::componer() {
         plain(lblAyuda),
         plain(lblTeclas),
         buttons({&cmdGuardar, &cmdNueva, &cmdBorrar, &cmdVerFicha, &Command1, &cmdSalir}),
-        plain(lblEstado),
     }));
 }
 
@@ -112,7 +110,7 @@ void frmPlanCtas::buscarEnCampo(int mode, int field) {
     if (field == Documento)
         BuscarNif({});
     else if (CargarCuenta(mode, field, {}, 0) == Hallazgo::Encontrada)
-        lblEstado.Caption.clear();
+        tell({});
 }
 
 void frmPlanCtas::mostrarTeclas() {

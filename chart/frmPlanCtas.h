@@ -83,7 +83,6 @@ private:
     CommandButton cmdVerFicha{"&Ver ficha"};
     CommandButton Command1{"asignar centros al diario"};
     Label lblTeclas{"F1 en los demás campos: lista de teclas · Intro campo siguiente · Esc salir"};
-    Label lblEstado;
 
     bool bModoCrear = false;
     bool bEnFichaNif = false;

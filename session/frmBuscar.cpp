@@ -60,8 +60,10 @@ void frmBuscar::showRows(std::shared_ptr<FoundRows> rows) {
         const ShownColumn& shown = shown_[static_cast<std::size_t>(column - 1)];
         // A sliver without a caption is there for the code that reads the result.
         if (column > 1 && shown.caption.empty() && shown.width <= sliver) continue;
-        dbgBuscar.Columns.push_back(
-            {.Caption = shown.caption, .SourceColumn = column, .Width = shown.width, .NumberFormat = {}});
+        GridColumn& added = dbgBuscar.Columns.emplace_back();
+        added.Caption = shown.caption;
+        added.SourceColumn = column;
+        added.Width = shown.width;
     }
     lblCuenta.Caption = format(found_->rowCount(), "#,##0") + " de " + format(allRows_, "#,##0");
     cmdAceptar.Enabled = found_->rowCount() > 0;

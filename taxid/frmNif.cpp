@@ -344,7 +344,7 @@ void frmNif::guardarConTecla() {
 
 void frmNif::guardar() {
     try {
-        if (const auto inserted = withPatience([this] { return grabar(); })) mostrarInsertada(*inserted);
+        if (const auto inserted = withPatience(desktop(), [this] { return grabar(); })) mostrarInsertada(*inserted);
     } catch (const SilentRefusal&) {
         return;
     } catch (const std::exception& error) {

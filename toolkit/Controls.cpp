@@ -1,5 +1,7 @@
 #include "toolkit/Controls.h"
 
+#include <algorithm>
+
 #include "toolkit/Format.h"
 
 namespace FendaMaestros {
@@ -16,6 +18,30 @@ bool Control::isVisible() const {
     return true;
 }
 
+const std::string& Control::caption() const {
+    static const std::string none;
+    return none;
+}
+
+void Label::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void Frame::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void TextBox::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void ComboBox::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void CommandButton::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void CheckBox::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void OptionButton::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void DataGrid::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void ListView::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void PageView::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+void ProgressBar::accept(ControlVisitor& visitor) { visitor.visit(*this); }
+
+bool TextBox::takes(char32_t character) {
+    if (Locked) return false;
+    int ascii = static_cast<int>(character);
+    if (KeyPress) KeyPress(ascii);
+    return ascii != 0;
+}
+
 void ComboBox::Clear() {
     items_.clear();
     listIndex_ = -1;
@@ -25,6 +51,10 @@ void ComboBox::setListIndex(int index) {
     if (index < -1 || index >= ListCount())
         throw std::out_of_range("La lista " + Name + " no tiene el elemento " + std::to_string(index));
     listIndex_ = index;
+    if (Click) Click();
+}
+
+void CommandButton::press() {
     if (Click) Click();
 }
 
@@ -43,12 +73,20 @@ void OptionButton::setValue(bool value) {
     if (Click) Click();
 }
 
+bool OptionButton::stopsTab() const {
+    return TabStop &&
+           (value_ || std::ranges::none_of(Group, [](const OptionButton* member) { return member->Value(); }));
+}
+
 void DataGrid::bind(std::shared_ptr<RowSource> source) {
     source_ = std::move(source);
     Columns.clear();
     if (!source_) return;
-    for (int column = 0; column < source_->columnCount(); ++column)
-        Columns.push_back({.Caption = source_->columnName(column), .SourceColumn = column, .NumberFormat = {}});
+    for (int column = 0; column < source_->columnCount(); ++column) {
+        GridColumn& shown = Columns.emplace_back();
+        shown.Caption = source_->columnName(column);
+        shown.SourceColumn = column;
+    }
     moveToRow(source_->currentRow());
 }
 
@@ -58,8 +96,13 @@ void DataGrid::moveToRow(int row) {
 }
 
 std::string DataGrid::cellText(int row, int column) const {
-    const GridColumn& shown = Columns.at(static_cast<std::size_t>(column));
+    const GridColumn& shown = this->column(column);
     return format(source_->cell(row, shown.SourceColumn), shown.NumberFormat);
+}
+
+std::string ListView::cellText(int row, int column) const {
+    const auto& texts = Rows.at(static_cast<std::size_t>(row)).Texts;
+    return column < static_cast<int>(texts.size()) ? texts[static_cast<std::size_t>(column)] : std::string();
 }
 
 }  // namespace FendaMaestros

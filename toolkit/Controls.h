@@ -22,6 +22,9 @@ using Color = std::uint32_t;
 
 enum class Alignment { Left, Right, Center };
 
+class Button;
+class ComboBox;
+class ControlVisitor;
 class Frame;
 
 class Control {
@@ -48,22 +51,44 @@ public:
     /// Its own state and that of its containers.
     bool isEnabled() const;
     bool isVisible() const;
+    /// The text on it, "" for what has none.
+    virtual const std::string& caption() const;
+    /// Calls the visitor's function for its kind.
+    virtual void accept(ControlVisitor& visitor) = 0;
+
+    // --- what the form asks
+
+    /// Itself, for what is pressed by a click, by Space and by the letter behind "&"; null for everything else.
+    virtual Button* asButton() { return nullptr; }
+    /// Itself, for a list of which an item is found by typing; null for everything else.
+    virtual ComboBox* asList() { return nullptr; }
+    /// Tab stops at it, as long as it can have the focus.
+    virtual bool stopsTab() const { return TabStop; }
+    /// A character typed may become part of its text.
+    virtual bool takes(char32_t /*character*/) { return false; }
 };
 
-class Label : public Control {
+/// A control with a text on it.
+class Captioned : public Control {
 public:
     std::string Caption;
 
-    Label() = default;
-    explicit Label(std::string caption) : Caption(std::move(caption)) {}
-    bool takesFocus() const override { return false; }
+    Captioned() = default;
+    explicit Captioned(std::string caption) : Caption(std::move(caption)) {}
+    const std::string& caption() const final { return Caption; }
 };
 
-class Frame : public Control {
+class Label : public Captioned {
 public:
-    std::string Caption;
-
+    using Captioned::Captioned;
     bool takesFocus() const override { return false; }
+    void accept(ControlVisitor& visitor) override;
+};
+
+class Frame : public Captioned {
+public:
+    bool takesFocus() const override { return false; }
+    void accept(ControlVisitor& visitor) override;
 };
 
 class TextBox : public Control {
@@ -82,6 +107,10 @@ public:
     std::function<void(int& keyAscii)> KeyPress;
     /// A person has changed the text.
     std::function<void()> Change;
+
+    void accept(ControlVisitor& visitor) override;
+    /// Asks KeyPress, unless the box is locked.
+    bool takes(char32_t character) override;
 };
 
 /// A list that drops down and from which one item is chosen; ListIndex -1 means none.
@@ -102,29 +131,48 @@ public:
     /// The chosen item, "" when there is none.
     std::string Text() const { return listIndex_ < 0 ? std::string() : items_[static_cast<std::size_t>(listIndex_)]; }
 
+    void accept(ControlVisitor& visitor) override;
+    ComboBox* asList() override { return this; }
+
 private:
     std::vector<std::string> items_;
     int listIndex_ = -1;
 };
 
-class CheckBox : public Control {
+/// What a person presses. "&" stands in the caption before the letter that does it together with Alt.
+class Button : public Captioned {
 public:
-    std::string Caption;
     std::function<void()> Click;
 
+    using Captioned::Captioned;
+    Button* asButton() final { return this; }
+    /// What pressing it does, when it has the focus.
+    virtual void press() = 0;
+};
+
+class CommandButton : public Button {
+public:
+    using Button::Button;
+    void accept(ControlVisitor& visitor) override;
+    void press() override;
+};
+
+class CheckBox : public Button {
+public:
     bool Value() const { return value_; }
     /// Raises Click when the value changes.
     void setValue(bool value);
+
+    void accept(ControlVisitor& visitor) override;
+    void press() override { setValue(!value_); }
 
 private:
     bool value_ = false;
 };
 
 /// One of several of which exactly one holds: those of the same frame of one form.
-class OptionButton : public Control {
+class OptionButton : public Button {
 public:
-    std::string Caption;
-    std::function<void()> Click;
     /// All members of its group, itself included; filled by the form.
     std::vector<OptionButton*> Group;
 
@@ -132,27 +180,41 @@ public:
     /// True clears the others of the group and raises Click when it was not set; false only clears this one.
     void setValue(bool value);
 
+    void accept(ControlVisitor& visitor) override;
+    void press() override { setValue(true); }
+    /// One of a group does: the one that holds or, when none does, any.
+    bool stopsTab() const override;
+
 private:
     bool value_ = false;
 };
 
-class CommandButton : public Control {
-public:
-    /// "&" stands before the letter that presses it together with Alt.
+struct TableColumn {
     std::string Caption;
-    std::function<void()> Click;
-
-    CommandButton() = default;
-    explicit CommandButton(std::string caption) : Caption(std::move(caption)) {}
-};
-
-struct GridColumn {
-    std::string Caption;
-    /// The column of the row source that it shows.
-    int SourceColumn = 0;
     Twips Width = 1440;
     Alignment TextAlignment = Alignment::Left;
     bool Visible = true;
+
+    bool operator==(const TableColumn&) const = default;
+};
+
+/// Rows of texts under captions, of which one may be current. Rows and columns count from 0; hidden columns count.
+class Table : public Control {
+public:
+    virtual int columnCount() const = 0;
+    virtual const TableColumn& column(int column) const = 0;
+    virtual int rowCount() const = 0;
+    /// -1: none.
+    virtual int currentRow() const = 0;
+    /// The text shown, "" where the row has none.
+    virtual std::string cellText(int row, int column) const = 0;
+    /// Makes a row current; it must exist.
+    virtual void moveToRow(int row) = 0;
+};
+
+struct GridColumn : TableColumn {
+    /// The column of the row source that it shows.
+    int SourceColumn = 0;
     /// A mask of toolkit/Format.h; empty shows the value's own text.
     std::string NumberFormat;
     /// Shows a button in the cell of the current row.
@@ -160,7 +222,7 @@ struct GridColumn {
 };
 
 /// A read-only table over a row source, whose current row it shows and changes.
-class DataGrid : public Control {
+class DataGrid : public Table {
 public:
     std::string Caption;
     std::vector<GridColumn> Columns;
@@ -174,21 +236,20 @@ public:
     /// makes the current row current again, so that whoever listens to its moves hears of it. Null empties the grid.
     void bind(std::shared_ptr<RowSource> source);
     const std::shared_ptr<RowSource>& source() const { return source_; }
-    /// Makes a row current. The rows outlive the notification, also when its listener binds others.
-    void moveToRow(int row);
-    int rowCount() const { return source_ ? source_->rowCount() : 0; }
-    int currentRow() const { return source_ ? source_->currentRow() : -1; }
-    /// The text shown, under the column's number format.
-    std::string cellText(int row, int column) const;
+
+    const std::string& caption() const override { return Caption; }
+    void accept(ControlVisitor& visitor) override;
+    int columnCount() const override { return static_cast<int>(Columns.size()); }
+    const GridColumn& column(int column) const override { return Columns.at(static_cast<std::size_t>(column)); }
+    int rowCount() const override { return source_ ? source_->rowCount() : 0; }
+    int currentRow() const override { return source_ ? source_->currentRow() : -1; }
+    /// Under the column's number format.
+    std::string cellText(int row, int column) const override;
+    /// The rows outlive the notification, also when its listener binds others.
+    void moveToRow(int row) override;
 
 private:
     std::shared_ptr<RowSource> source_;
-};
-
-struct ListColumn {
-    std::string Caption;
-    Twips Width = 1440;
-    Alignment TextAlignment = Alignment::Left;
 };
 
 struct ListRow {
@@ -197,13 +258,21 @@ struct ListRow {
     std::string Tag;
 };
 
-/// A report-view list: rows of texts under captions.
-class ListView : public Control {
+/// A report-view list: rows of texts of its own.
+class ListView : public Table {
 public:
-    std::vector<ListColumn> Columns;
+    std::vector<TableColumn> Columns;
     std::vector<ListRow> Rows;
     /// -1: none.
     int SelectedRow = -1;
+
+    void accept(ControlVisitor& visitor) override;
+    int columnCount() const override { return static_cast<int>(Columns.size()); }
+    const TableColumn& column(int column) const override { return Columns.at(static_cast<std::size_t>(column)); }
+    int rowCount() const override { return static_cast<int>(Rows.size()); }
+    int currentRow() const override { return SelectedRow; }
+    std::string cellText(int row, int column) const override;
+    void moveToRow(int row) override { SelectedRow = row; }
 };
 
 class PagedDocument;
@@ -216,6 +285,36 @@ public:
     int Page = 0;
     /// Shown size in percent of the paper's; 0 fits the page's width to the window.
     int Zoom = 0;
+
+    void accept(ControlVisitor& visitor) override;
+};
+
+/// How far a long work has come: `Value` of `Max` steps.
+class ProgressBar : public Control {
+public:
+    int Value = 0;
+    int Max = 100;
+
+    bool takesFocus() const override { return false; }
+    void accept(ControlVisitor& visitor) override;
+};
+
+/// What somebody does with controls, kind by kind.
+class ControlVisitor {
+public:
+    virtual ~ControlVisitor() = default;
+
+    virtual void visit(Label& label) = 0;
+    virtual void visit(Frame& frame) = 0;
+    virtual void visit(TextBox& box) = 0;
+    virtual void visit(ComboBox& combo) = 0;
+    virtual void visit(CommandButton& button) = 0;
+    virtual void visit(CheckBox& check) = 0;
+    virtual void visit(OptionButton& option) = 0;
+    virtual void visit(DataGrid& grid) = 0;
+    virtual void visit(ListView& list) = 0;
+    virtual void visit(PageView& pages) = 0;
+    virtual void visit(ProgressBar& progress) = 0;
 };
 
 /// Controls of one name told apart by an index; indexes may have gaps.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -86,12 +87,22 @@ public:
 
     virtual Date today() const;
 
+    using Time = std::chrono::steady_clock::time_point;
+    /// A clock that never goes back: that of the machine, ahead by the time that an operator has let pass.
+    Time now() const { return std::chrono::steady_clock::now() + passed_; }
+    /// Returns when this time has passed on the clock. Screens stay painted, keys and clicks wait, and other programs
+    /// get on with their work meanwhile.
+    virtual void wait(std::chrono::milliseconds time) = 0;
+    /// For an operator, who is faster than a person: from now on it is that much later, and nobody has waited.
+    void letPass(std::chrono::milliseconds time) { passed_ += time; }
+
 protected:
     /// Shows the form and returns when `form.isOpen()` is false. After showing it, calls form.activate() once.
     virtual void runModal(Form& form) = 0;
 
 private:
     std::vector<Form*> forms_;
+    std::chrono::milliseconds passed_{0};
 };
 
 }  // namespace FendaMaestros

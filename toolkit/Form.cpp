@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "toolkit/KeyRules.h"
 #include "toolkit/Raised.h"
 #include "toolkit/Text.h"
 
@@ -22,59 +23,10 @@ int acceleratorOf(std::string_view caption) {
     return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
 }
 
-/// Of what can be pressed; "" for every other control.
-std::string captionOf(const Control& control) {
-    if (const auto* button = dynamic_cast<const CommandButton*>(&control)) return button->Caption;
-    if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return check->Caption;
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control)) return option->Caption;
-    return {};
-}
-
-/// Presses, ticks or chooses a control that was seen under a caption. Leaving another one may have given it another
-/// meaning meanwhile: then nothing is done.
-void actOn(Control& control, const std::string& seen) {
-    if (captionOf(control) != seen) return;
-    if (auto* button = dynamic_cast<CommandButton*>(&control)) return raise(button->Click);
-    if (auto* check = dynamic_cast<CheckBox*>(&control)) return check->setValue(!check->Value());
-    if (auto* option = dynamic_cast<OptionButton*>(&control)) option->setValue(true);
-}
-
-/// A click on the header of the n-th visible column, from 0.
-void sortByVisibleColumn(const DataGrid& grid, int nth) {
-    if (nth < 0 || !grid.HeadClick) return;
-    for (std::size_t column = 0; column < grid.Columns.size(); ++column)
-        if (grid.Columns[column].Visible && nth-- == 0) return grid.HeadClick(static_cast<int>(column));
-}
-
-constexpr int rowsOfAPage = 10;
-
-/// Where a key leads from `current` among `count` rows; -1 when it leads nowhere.
-int rowAfterKey(int code, int current, int count) {
-    if (count == 0) return -1;
-    int row = current;
-    switch (code) {
-        case key::Up:
-            row = current - 1;
-            break;
-        case key::Down:
-            row = current + 1;
-            break;
-        case key::PageUp:
-            row = current - rowsOfAPage;
-            break;
-        case key::PageDown:
-            row = current + rowsOfAPage;
-            break;
-        case key::Home:
-            row = 0;
-            break;
-        case key::End:
-            row = count - 1;
-            break;
-        default:
-            return -1;
-    }
-    return std::clamp(row, 0, count - 1);
+/// Presses a button that was seen under a caption. Leaving another control may have given it another meaning meanwhile:
+/// then nothing is done.
+void pressAs(Button& button, const std::string& seen) {
+    if (button.Caption == seen) button.press();
 }
 
 }  // namespace
@@ -101,17 +53,24 @@ void Form::add(Control& control, std::string name, Frame* container) {
     control.Name = std::move(name);
     control.Container = container;
     controls_.push_back(&control);
+}
 
-    auto* option = dynamic_cast<OptionButton*>(&control);
-    if (!option) return;
+void Form::add(OptionButton& option, std::string name, Frame* container) {
+    add(static_cast<Control&>(option), std::move(name), container);
+    options_.push_back(&option);
     std::vector<OptionButton*> group;
-    for (Control* other : controls_)
-        if (auto* member = dynamic_cast<OptionButton*>(other); member && member->Container == container)
-            group.push_back(member);
+    std::ranges::copy_if(options_, std::back_inserter(group),
+                         [&](const OptionButton* member) { return member->Container == container; });
     for (OptionButton* member : group) member->Group = group;
 }
 
+void Form::setStatusLine(Label& line, std::string name) {
+    line.Name = std::move(name);
+    statusLine_ = &line;
+}
+
 Control* Form::find(std::string_view name) const {
+    if (statusLine_ && text::equalIgnoringCase(statusLine_->Name, name)) return statusLine_;
     const auto found = std::ranges::find_if(
         controls_, [&](const Control* control) { return text::equalIgnoringCase(control->Name, name); });
     return found == controls_.end() ? nullptr : *found;
@@ -178,12 +137,7 @@ Control* Form::nextInTabOrder(const Control* from, bool backwards) const {
     for (std::size_t tried = 0; tried < count; ++tried) {
         at = (at + step) % count;
         Control* candidate = controls_[at];
-        if (!candidate->TabStop || !canFocus(*candidate)) continue;
-        const auto* option = dynamic_cast<OptionButton*>(candidate);
-        const bool representsItsGroup =
-            !option || option->Value() ||
-            std::ranges::none_of(option->Group, [](const OptionButton* member) { return member->Value(); });
-        if (representsItsGroup) return candidate;
+        if (candidate->stopsTab() && canFocus(*candidate)) return candidate;
     }
     return nullptr;
 }
@@ -200,11 +154,16 @@ void Form::gesture(Handler&& handler) {
 }
 
 template <class Action>
-void Form::gestureOn(Control& control, Action&& action) {
+void Form::change(Control& control, Action&& action) {
     gesture([&] {
         if (!Enabled || !canFocus(control)) return;
+        clearStatus();
         if (arrive(control) && canFocus(control)) action();
     });
+}
+
+void Form::clearStatus() {
+    if (statusLine_) statusLine_->Caption.clear();
 }
 
 void Form::drainPending() {
@@ -268,78 +227,64 @@ void Form::keyUp(KeyStroke stroke) {
 
 bool Form::accepts(char32_t character) {
     bool accepted = false;
-    gesture([&] {
-        auto* box = dynamic_cast<TextBox*>(active_);
-        if (!Enabled || !box || box->Locked || !canFocus(*box)) return;
-        int ascii = static_cast<int>(character);
-        if (box->KeyPress) box->KeyPress(ascii);
-        accepted = ascii != 0;
-    });
+    gesture([&] { accepted = Enabled && active_ && canFocus(*active_) && active_->takes(character); });
     return accepted;
 }
 
 void Form::edit(TextBox& box, std::string text) {
     gesture([&] {
         if (!Enabled || box.Locked || !canFocus(box)) return;
+        clearStatus();
         box.AllSelected = false;
         box.Text = box.MaxLength > 0 ? text::left(text, static_cast<std::size_t>(box.MaxLength)) : std::move(text);
         raise(box.Change);
     });
 }
 
-void Form::typeOn(ComboBox& combo, char32_t character) {
-    gestureOn(combo, [&] {
-        const int index = typing_.next(combo, combo.ListIndex(), character);
-        if (index >= 0) combo.setListIndex(index);
-    });
+bool Form::typeOnList(char32_t character) {
+    ComboBox* const list = active_ ? active_->asList() : nullptr;
+    if (list)
+        change(*list, [&] {
+            const int index = typing_.next(*list, list->ListIndex(), character);
+            if (index >= 0) list->setListIndex(index);
+        });
+    return list;
 }
 
 void Form::focus(Control& control) {
-    gestureOn(control, [] {});
-}
-
-void Form::press(CommandButton& button) {
-    gestureOn(button, [&, seen = button.Caption] { actOn(button, seen); });
-}
-
-void Form::toggle(CheckBox& check) {
-    gestureOn(check, [&] { actOn(check, check.Caption); });
-}
-
-void Form::pick(OptionButton& option) {
-    gestureOn(option, [&] { actOn(option, option.Caption); });
-}
-
-void Form::choose(ComboBox& combo, int index) {
-    gestureOn(combo, [&] { combo.setListIndex(index); });
-}
-
-void Form::selectRow(DataGrid& grid, int row) {
-    gestureOn(grid, [&] {
-        if (row >= 0 && row < grid.rowCount()) grid.moveToRow(row);
+    gesture([&] {
+        if (Enabled && canFocus(control)) arrive(control);
     });
 }
 
-void Form::selectRow(ListView& list, int row) {
-    gestureOn(list, [&] {
-        if (row >= 0 && row < static_cast<int>(list.Rows.size())) list.SelectedRow = row;
+void Form::press(Button& button) {
+    change(button, [&, seen = button.Caption] { pressAs(button, seen); });
+}
+
+void Form::choose(ComboBox& combo, int index) {
+    change(combo, [&] { combo.setListIndex(index); });
+}
+
+void Form::selectRow(Table& table, int row) {
+    change(table, [&] {
+        if (row >= 0 && row < table.rowCount()) table.moveToRow(row);
     });
 }
 
 void Form::doubleClick(DataGrid& grid) {
-    gestureOn(grid, [&] {
+    change(grid, [&] {
         if (grid.currentRow() >= 0) raise(grid.DblClick);
     });
 }
 
 void Form::clickHeader(DataGrid& grid, int column) {
-    gestureOn(grid, [&] {
+    change(grid, [&] {
         if (grid.HeadClick) grid.HeadClick(column);
     });
 }
 
 void Form::clickCellButton(DataGrid& grid, int column) {
-    gestureOn(grid, [&] {
+    change(grid, [&] {
         if (grid.ButtonClick && grid.currentRow() >= 0) grid.ButtonClick(column);
     });
 }
@@ -361,71 +306,31 @@ bool Form::defaultKey(KeyStroke stroke) {
     if (stroke.shift & shift::Alt) return pressAccelerator(stroke.code);
     if (!active_ || !canFocus(*active_)) return true;
 
-    if (auto* box = dynamic_cast<TextBox*>(active_)) {
-        if (stroke.code != key::Enter) return false;
-        int ascii = key::Enter;
-        if (box->KeyPress) box->KeyPress(ascii);
-        return true;
+    if (stroke.code != key::Enter) return keyOnControl(stroke);
+    active_->takes(key::Enter);
+    return true;
+}
+
+bool Form::keyOnControl(KeyStroke stroke) {
+    const KeyEffect effect = effectOf(stroke, *active_);
+    if (effect.change) {
+        clearStatus();
+        effect.change();
     }
-    if (dynamic_cast<CommandButton*>(active_) || dynamic_cast<CheckBox*>(active_)) {
-        if (stroke.code == key::Space) actOn(*active_, captionOf(*active_));
-        return true;
-    }
-    if (auto* option = dynamic_cast<OptionButton*>(active_)) return optionKey(*option, stroke.code);
-    if (auto* combo = dynamic_cast<ComboBox*>(active_)) return comboKey(*combo, stroke.code);
-    if (auto* grid = dynamic_cast<DataGrid*>(active_)) return gridKey(*grid, stroke);
-    if (auto* list = dynamic_cast<ListView*>(active_)) return listKey(*list, stroke.code);
-    return false;
+    if (effect.focus) moveFocus(*effect.focus);
+    return effect.done;
 }
 
 bool Form::pressAccelerator(int letter) {
     for (Control* control : controls_) {
-        const std::string caption = captionOf(*control);
-        if (acceleratorOf(caption) != letter || !canFocus(*control)) continue;
-        if (arrive(*control) && canFocus(*control)) actOn(*control, caption);
+        Button* const button = control->asButton();
+        if (!button || acceleratorOf(button->Caption) != letter || !canFocus(*button)) continue;
+        clearStatus();
+        const std::string seen = button->Caption;
+        if (arrive(*button) && canFocus(*button)) pressAs(*button, seen);
         return true;
     }
     return false;
-}
-
-bool Form::gridKey(DataGrid& grid, KeyStroke stroke) {
-    const int row = rowAfterKey(stroke.code, grid.currentRow(), grid.rowCount());
-    if (row >= 0) grid.moveToRow(row);
-    if (stroke.shift == shift::Control) sortByVisibleColumn(grid, stroke.code - '1');
-    return true;
-}
-
-bool Form::listKey(ListView& list, int code) {
-    const int row = rowAfterKey(code, list.SelectedRow, static_cast<int>(list.Rows.size()));
-    if (row >= 0) list.SelectedRow = row;
-    return true;
-}
-
-bool Form::comboKey(ComboBox& combo, int code) {
-    const int index = rowAfterKey(code, combo.ListIndex(), combo.ListCount());
-    if (index < 0) return false;
-    if (index != combo.ListIndex()) combo.setListIndex(index);
-    return true;
-}
-
-bool Form::optionKey(OptionButton& option, int code) {
-    if (code == key::Space) {
-        option.setValue(true);
-        return true;
-    }
-    const bool forwards = code == key::Down || code == key::Right;
-    if (!forwards && code != key::Up && code != key::Left) return true;
-    const auto& group = option.Group;
-    const auto count = group.size();
-    auto at = static_cast<std::size_t>(std::ranges::find(group, &option) - group.begin());
-    for (std::size_t tried = 0; tried < count; ++tried) {
-        at = (at + (forwards ? 1 : count - 1)) % count;
-        if (!canFocus(*group[at])) continue;
-        group[at]->setValue(true);
-        moveFocus(*group[at]);
-        break;
-    }
-    return true;
 }
 
 }  // namespace FendaMaestros

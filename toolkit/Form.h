@@ -22,7 +22,7 @@ namespace FendaMaestros {
 class Form {
 public:
     /// `desktop` must outlive the form.
-    explicit Form(Desktop& desktop) : desktop_(desktop) {}
+    explicit Form(Desktop& desktop) : desktop_(desktop), typing_(desktop) {}
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
     virtual ~Form() = default;
@@ -59,8 +59,16 @@ public:
     bool isHandling() const { return handling_; }
     /// In tab order; labels and frames included.
     const std::vector<Control*>& controls() const { return controls_; }
-    /// Null when there is none of that name; case does not matter.
+    /// Null when there is none of that name, the status line included; case does not matter.
     Control* find(std::string_view name) const;
+    /// The same, null too when the control is of another kind.
+    template <class Kind>
+    Kind* find(std::string_view name) const {
+        return dynamic_cast<Kind*>(find(name));
+    }
+    /// One line at the bottom of the window, below everything and not among the controls; always there, though mostly
+    /// empty. Null when the form has none.
+    Label* statusLine() const { return statusLine_; }
     const Arrangement& arrangement() const { return arrangement_; }
     /// The control with the focus; null before the form is shown or when nothing can take it.
     Control* activeControl() const { return active_; }
@@ -72,30 +80,27 @@ public:
     int abandonedGestures() const { return abandonedGestures_; }
 
     // --- gestures. Those on a control move the focus to it first; when leaving the old one redirects the focus or
-    // shows a message, the gesture ends there.
+    // shows a message, the gesture ends there. All that can change something empty the status line before any handler
+    // runs; moving the focus, Esc and releasing a key leave it.
 
     /// The form has been shown: focus goes to the first control, or to the one asked for.
     void activate();
-    /// True when the key did its work here, false when it is left to the edited text. Space presses buttons and ticks
-    /// boxes, Alt with the letter behind "&" presses from anywhere, Tab and arrows move; in a grid Ctrl with a digit
-    /// clicks the header of that visible column. Enter does nothing by itself.
+    /// True when the key did its work here, false when it is left to the edited text. Tab moves on, Alt with the letter
+    /// behind "&" presses from anywhere; what other keys do to the control with the focus is in toolkit/KeyRules.h.
+    /// Enter does nothing by itself.
     bool keyDown(KeyStroke stroke);
     void keyUp(KeyStroke stroke);
     /// A character is about to be typed into the text box with the focus; false when it is refused.
     bool accepts(char32_t character);
     /// A person has changed the text of a text box; what is too long is cut.
     void edit(TextBox& box, std::string text);
-    /// A character typed on a combo box chooses the item that it leads to: see ListTyping.
-    void typeOn(ComboBox& combo, char32_t character);
-    /// The person pauses: what is typed on a list from now on begins anew.
-    void pauseTyping() { typing_ = {}; }
+    /// A character typed, while a list has the focus, chooses the item that it leads to: see ListTyping. False when the
+    /// focus is on something else.
+    bool typeOnList(char32_t character);
     void focus(Control& control);
-    void press(CommandButton& button);
-    void toggle(CheckBox& check);
-    void pick(OptionButton& option);
+    void press(Button& button);
     void choose(ComboBox& combo, int index);
-    void selectRow(DataGrid& grid, int row);
-    void selectRow(ListView& list, int row);
+    void selectRow(Table& table, int row);
     void doubleClick(DataGrid& grid);
     void clickHeader(DataGrid& grid, int column);
     void clickCellButton(DataGrid& grid, int column);
@@ -113,6 +118,7 @@ protected:
 
     /// Registers a control under a name; the order of registration is the tab order.
     void add(Control& control, std::string name, Frame* container = nullptr);
+    void add(OptionButton& option, std::string name, Frame* container = nullptr);
     /// Registers the elements of an array by rising index, named as "Text1(0)".
     template <class T>
     void add(ControlArray<T>& array, Frame* container = nullptr) {
@@ -120,6 +126,8 @@ protected:
             add(*control, array.name() + "(" + std::to_string(index) + ")", container);
     }
     void layOut(Arrangement arrangement) { arrangement_ = std::move(arrangement); }
+    /// The label must live as long as the form is shown.
+    void setStatusLine(Label& line, std::string name);
 
 private:
     friend class Desktop;
@@ -131,9 +139,10 @@ private:
 
     template <class Handler>
     void gesture(Handler&& handler);
-    /// A gesture on a control: the focus moves there, then `action` runs unless something came in between.
+    /// A gesture that changes something by a control: the focus moves there, then `action` runs unless something came
+    /// in between.
     template <class Action>
-    void gestureOn(Control& control, Action&& action);
+    void change(Control& control, Action&& action);
 
     void drainPending();
     void pressTab();
@@ -145,13 +154,13 @@ private:
     Control* nextInTabOrder(const Control* from, bool backwards) const;
     bool pressAccelerator(int letter);
     bool defaultKey(KeyStroke stroke);
-    bool gridKey(DataGrid& grid, KeyStroke stroke);
-    bool listKey(ListView& list, int code);
-    bool comboKey(ComboBox& combo, int code);
-    bool optionKey(OptionButton& option, int code);
+    bool keyOnControl(KeyStroke stroke);
+    void clearStatus();
 
     Desktop& desktop_;
     std::vector<Control*> controls_;
+    std::vector<OptionButton*> options_;
+    Label* statusLine_ = nullptr;
     Arrangement arrangement_;
     Control* active_ = nullptr;
     Control* requested_ = nullptr;

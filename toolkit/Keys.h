@@ -40,4 +40,9 @@ inline constexpr int Control = 2;
 inline constexpr int Alt = 4;
 }  // namespace shift
 
+struct KeyStroke {
+    int code = 0;
+    int shift = 0;
+};
+
 }  // namespace FendaMaestros

@@ -8,8 +8,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr std::chrono::seconds pause(1);
-
 /// From `first` on and round to it; -1 for none.
 template <class Predicate>
 int firstItem(const ComboBox& list, int first, Predicate&& begins) {
@@ -35,7 +33,7 @@ int ListTyping::next(const ComboBox& list, int current, char32_t character) {
     std::string letter;
     text::append(letter, character);
     letter = text::folded(letter);
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = desktop_.now();
     if (&list != list_ || current != reached_ || now - last_ >= pause) typed_.clear();
     list_ = &list;
     last_ = now;

@@ -5,14 +5,15 @@
 #include <string_view>
 
 #include "toolkit/Desktop.h"
+#include "toolkit/Keys.h"
 
 namespace FendaMaestros {
 
 class ComboBox;
-class CommandButton;
 class Control;
 class DataGrid;
 class Form;
+class Table;
 
 /// Someone who works in a person's place on a desktop: a script or a test. A desktop with an operator asks it instead
 /// of waiting for a person.
@@ -29,11 +30,6 @@ public:
     virtual std::optional<std::string> saveFile(const std::string& proposal, const std::string& kind) = 0;
 };
 
-struct KeyStroke {
-    int code = 0;
-    int shift = 0;
-};
-
 /// A person's hands: each call does to the form on top what the gesture does, through all that a real one goes through
 /// on that desktop, and returns when the form is idle again. Gestures on what is disabled or hidden do nothing.
 class Gestures {
@@ -48,7 +44,7 @@ public:
     virtual void click(Form& form, Control& control) = 0;
     virtual void choose(Form& form, ComboBox& combo, int index) = 0;
     virtual void clickHeader(Form& form, DataGrid& grid, int column) = 0;
-    virtual void clickRow(Form& form, Control& gridOrList, int row) = 0;
+    virtual void clickRow(Form& form, Table& table, int row) = 0;
     virtual void doubleClickRow(Form& form, DataGrid& grid, int row) = 0;
     /// The cell button of the current row.
     virtual void clickCellButton(Form& form, DataGrid& grid, int column) = 0;

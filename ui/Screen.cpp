@@ -25,6 +25,8 @@ AyudaCampos searchHelp() {
 
 Screen::Screen() : Screen(instanciaActual().desktop()) {}
 
+Screen::Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) { setStatusLine(lblEstado, "lblEstado"); }
+
 void Screen::onLoad() { setUp(Ayuda); }
 
 void Screen::onKeyUp(int& code, int /*shift*/) {

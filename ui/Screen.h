@@ -15,8 +15,8 @@ inline constexpr Color normalColor = 16777215;
 /// InstanciaActual. Throws std::logic_error, in Spanish, when either is missing.
 AyudaCampos searchHelp();
 
-/// What every screen of the component shares: Enter moves on, Esc leaves, the field being edited is highlighted, and a
-/// message never makes the focus jump.
+/// What every screen of the component shares: Enter moves on, Esc leaves, the field being edited is highlighted, a
+/// message never makes the focus jump, and a status line tells what needs no answer.
 ///
 /// The pending-message mark lives in Tag: while it is not empty, the Enter that dismisses a message does not move the
 /// focus on. Any key released empties it. Which letter it is says nothing.
@@ -25,7 +25,7 @@ protected:
     /// Shows itself on the desktop of InstanciaActual. Throws std::logic_error, in Spanish, when there is none.
     Screen();
     /// For a screen that needs no session.
-    explicit Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) {}
+    explicit Screen(Desktop& desktop);
 
     /// Title of the message boxes; empty shows the desktop's own.
     std::string sTituloVentana;
@@ -39,6 +39,9 @@ protected:
     /// it does on entering it in `entered`.
     void editField(TextBox& field, std::function<void()> left = {}, std::function<void()> entered = {});
 
+    /// Shows a text on the status line, until something is changed; "" empties it.
+    void tell(std::string text) { lblEstado.Caption = std::move(text); }
+
     /// Sets the pending-message mark, for a message that is to come or that has just been answered.
     void markPendingMessage(char letter = 'e') { Tag = letter; }
     /// Takes the mark away again unless the key that has answered is still to be released.
@@ -49,6 +52,9 @@ protected:
     bool confirm(const std::string& text, int icon = message::Question);
     /// The same, with the mark for the key that answers: an Enter leaves the focus where the answer puts it.
     bool confirmInPlace(const std::string& text, int icon, const std::string& title);
+
+private:
+    Label lblEstado;
 };
 
 /// Shows the busy pointer as long as it lives, from when the screen has been painted.

@@ -3,10 +3,10 @@
 #include <chrono>
 #include <exception>
 #include <memory>
-#include <thread>
 
 #include "session/ConexionBd.h"
 #include "session/ErrorBd.h"
+#include "toolkit/Desktop.h"
 
 namespace FendaMaestros {
 
@@ -40,19 +40,20 @@ private:
 };
 
 /// Carries out a save, its transactions included, and again while another program keeps the data busy, for five seconds
-/// at most: an engine may turn away at once, instead of letting it wait, a transaction that reads before it writes.
+/// at most by the clock of the desktop: an engine may turn away at once, instead of letting it wait, a transaction that
+/// reads before it writes.
 template <class Save>
-auto withPatience(Save&& save) {
+auto withPatience(Desktop& desktop, Save&& save) {
     constexpr std::chrono::seconds patience(5);
     constexpr std::chrono::milliseconds breath(10);
-    const auto end = std::chrono::steady_clock::now() + patience;
+    const auto end = desktop.now() + patience;
     for (;;) {
         try {
             return save();
         } catch (const ErrorBd& error) {
-            if (error.kind() != ErrorBd::Kind::Busy || std::chrono::steady_clock::now() >= end) throw;
+            if (error.kind() != ErrorBd::Kind::Busy || desktop.now() >= end) throw;
         }
-        std::this_thread::sleep_for(breath);
+        desktop.wait(breath);
     }
 }
 

@@ -38,33 +38,19 @@ Control& control(const GuionOperator& person, const Arguments& arguments) {
     return guion::control(top(person), arguments[0].text);
 }
 
-const Control& list(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = control(person, arguments);
-    if (guion::rowCount(list) < 0) guion::fail(arguments[0].text + " no es una rejilla ni una lista");
-    return list;
+const Table& table(const GuionOperator& person, const Arguments& arguments) {
+    return guion::table(top(person), arguments[0].text);
 }
 
 std::string cell(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = control(person, arguments);
-    const int row = guion::rowOf(list, placeOf(arguments[1]));
-    const int column = guion::columnOf(list, placeOf(arguments[2]));
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return grid->cellText(row, column);
-    const auto& texts = dynamic_cast<const ListView&>(list).Rows[static_cast<std::size_t>(row)].Texts;
-    return static_cast<std::size_t>(column) < texts.size() ? texts[static_cast<std::size_t>(column)] : std::string();
+    const Table& shown = table(person, arguments);
+    const int row = guion::rowOf(shown, placeOf(arguments[1]));
+    return shown.cellText(row, guion::columnOf(shown, placeOf(arguments[2])));
 }
 
-struct ColumnLook {
-    std::string caption;
-    Twips width = 0;
-};
-
-ColumnLook column(const GuionOperator& person, const Arguments& arguments) {
-    const Control& list = control(person, arguments);
-    const auto index = static_cast<std::size_t>(guion::columnOf(list, placeOf(arguments[1])));
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list))
-        return {grid->Columns[index].Caption, grid->Columns[index].Width};
-    const auto& view = dynamic_cast<const ListView&>(list);
-    return {view.Columns[index].Caption, view.Columns[index].Width};
+const TableColumn& column(const GuionOperator& person, const Arguments& arguments) {
+    const Table& shown = table(person, arguments);
+    return shown.column(guion::columnOf(shown, placeOf(arguments[1])));
 }
 
 std::string property(const GuionOperator& person, const Arguments& arguments) {
@@ -107,7 +93,7 @@ using Args = const Arguments&;
 constexpr std::array<Subject, 27> subjects{{
     {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(control(p, a)); }},
     {"titulo", 0, 1, Kind::Value,
-     [](Person p, Args a) { return a.empty() ? top(p).Caption : guion::captionOf(control(p, a)); }},
+     [](Person p, Args a) { return a.empty() ? top(p).Caption : control(p, a).caption(); }},
     {"pantalla", 0, 0, Kind::Name, [](Person p, Args) { return screen(p); }},
     {"foco", 0, 0, Kind::Name, [](Person p, Args) { return focused(p); }},
     {"marca", 0, 0, Kind::Value, [](Person p, Args) { return top(p).Tag; }},
@@ -116,11 +102,11 @@ constexpr std::array<Subject, 27> subjects{{
     {"maximo", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(field(p, a).MaxLength); }},
     {"indice", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListIndex()); }},
     {"elementos", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListCount()); }},
-    {"filas", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(guion::rowCount(list(p, a))); }},
-    {"fila", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(guion::currentRow(list(p, a)) + 1); }},
+    {"filas", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(table(p, a).rowCount()); }},
+    {"fila", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(table(p, a).currentRow() + 1); }},
     {"celda", 3, 3, Kind::Value, cell},
-    {"cabecera", 2, 2, Kind::Value, [](Person p, Args a) { return column(p, a).caption; }},
-    {"ancho", 2, 2, Kind::Value, [](Person p, Args a) { return std::to_string(column(p, a).width); }},
+    {"cabecera", 2, 2, Kind::Value, [](Person p, Args a) { return column(p, a).Caption; }},
+    {"ancho", 2, 2, Kind::Value, [](Person p, Args a) { return std::to_string(column(p, a).Width); }},
     {"propiedad", 1, 1, Kind::Value, property},
     {"resultado", 0, 0, Kind::Value, [](Person p, Args) { return p.lastResult(); }},
     {"mensaje", 0, 0, Kind::Value, [](Person p, Args) { return p.lastMessage(); }},

@@ -1,5 +1,8 @@
 #include "app/guion/GuionHands.h"
 
+#include <map>
+#include <string_view>
+
 #include "app/guion/GuionPrinter.h"
 #include "toolkit/Keys.h"
 
@@ -20,16 +23,15 @@ T* firstOf(const Form& form) {
     return nullptr;
 }
 
-Control* firstList(const Form& form) {
-    if (auto* grid = firstOf<DataGrid>(form)) return grid;
-    return firstOf<ListView>(form);
-}
-
 /// With the mouse one goes to what holds a text or rows; the rest is acted on.
 void failUnlessGoneTo(Control& target, const std::string& name) {
-    if (dynamic_cast<CommandButton*>(&target)) fail(name + " es un mando: con el ratón se pulsa (pulsar)");
-    if (dynamic_cast<CheckBox*>(&target)) fail(name + " es una casilla: con el ratón se marca (marcar, desmarcar)");
-    if (dynamic_cast<OptionButton*>(&target)) fail(name + " es una opción: con el ratón se elige (elegir)");
+    static const std::map<std::string_view, const char*> acts{
+        {guion::kind::button, " es un mando: con el ratón se pulsa (pulsar)"},
+        {guion::kind::check, " es una casilla: con el ratón se marca (marcar, desmarcar)"},
+        {guion::kind::option, " es una opción: con el ratón se elige (elegir)"},
+    };
+    const auto found = acts.find(guion::kindOf(target));
+    if (found != acts.end()) fail(name + found->second);
 }
 
 }  // namespace
@@ -58,10 +60,10 @@ void GuionHands::actOn(const Control& control, Gesture&& gesture) {
 
 void GuionHands::type(const std::string& text) {
     Form& form = top();
-    const Control* const active = form.activeControl();
+    Control* const active = form.activeControl();
     const auto* const box = dynamic_cast<const TextBox*>(active);
     if (box && box->Locked) note(box->Name + " está bloqueado: no cambia");
-    if (!box && !dynamic_cast<const ComboBox*>(active)) note("el foco no está en un campo: no se escribe nada");
+    if (!box && !(active && active->asList())) note("el foco no está en un campo: no se escribe nada");
     std::string typed = text;
     std::erase_if(typed, [](unsigned char c) { return c < ' '; });
     if (typed != text) note("los caracteres de control no se teclean");
@@ -98,7 +100,7 @@ void GuionHands::tick(const std::string& name, bool value) {
 }
 
 void GuionHands::choose(const std::string& name, const std::optional<Place>& item) {
-    if (auto* option = dynamic_cast<OptionButton*>(&control(name))) {
+    if (auto* option = top().find<OptionButton>(name)) {
         if (item) fail(name + " es una opción: se elige sin más");
         return actOn(*option, [&](Form& form, Gestures& hands) { hands.click(form, *option); });
     }
@@ -112,15 +114,15 @@ void GuionHands::choose(const std::string& name, const std::optional<Place>& ite
 void GuionHands::clickHeader(const std::string& name, const Place& column) {
     auto& grid = control<DataGrid>(name, "una rejilla");
     const int index = guion::columnOf(grid, column);
-    if (!grid.Columns[static_cast<std::size_t>(index)].Visible)
+    if (!grid.column(index).Visible)
         return note("la columna " + std::to_string(index) + " de " + grid.Name + " está oculta: no pasa nada");
     actOn(grid, [&](Form& form, Gestures& hands) { hands.clickHeader(form, grid, index); });
 }
 
 void GuionHands::clickRow(const std::string& name, const Place& row) {
-    Control& list = control(name);
-    const int index = guion::rowOf(list, row);
-    actOn(list, [&](Form& form, Gestures& hands) { hands.clickRow(form, list, index); });
+    Table& table = guion::table(top(), name);
+    const int index = guion::rowOf(table, row);
+    actOn(table, [&](Form& form, Gestures& hands) { hands.clickRow(form, table, index); });
 }
 
 void GuionHands::doubleClickRow(const std::string& name, const std::optional<Place>& row) {
@@ -133,7 +135,7 @@ void GuionHands::doubleClickRow(const std::string& name, const std::optional<Pla
 void GuionHands::clickCellButton(const std::string& name, const Place& column) {
     auto& grid = control<DataGrid>(name, "una rejilla");
     const int index = guion::columnOf(grid, column);
-    const GridColumn& shown = grid.Columns[static_cast<std::size_t>(index)];
+    const GridColumn& shown = grid.column(index);
     if (!shown.Button || !shown.Visible)
         fail("la columna " + std::to_string(index) + " de " + name + " no tiene botón");
     if (grid.currentRow() < 0) fail(name + " no tiene ninguna fila actual");
@@ -152,12 +154,12 @@ void GuionHands::search(Form& dialog, const ExpectedSearch& wanted) {
         return hands.key(dialog, {key::Escape, shift::None});
     }
     auto* const box = firstOf<TextBox>(dialog);
-    const Control* const list = firstList(dialog);
+    const Table* const list = firstOf<Table>(dialog);
     if (!box || !list) fail("la pantalla de búsqueda no tiene un campo y una lista");
 
     hands.click(dialog, *box);
     hands.type(dialog, wanted.text);
-    const int count = guion::rowCount(*list);
+    const int count = list->rowCount();
     out_ << " texto=" << literal(wanted.text) << " filas=" << count << " → ";
     if (wanted.row > count) {
         out_ << "no hay fila " << wanted.row << "\n";
@@ -170,9 +172,9 @@ void GuionHands::search(Form& dialog, const ExpectedSearch& wanted) {
     hands.key(dialog, {key::Enter, shift::None});
 }
 
-void GuionHands::goDown(Form& dialog, const Control& list, int row) {
-    for (int last = -2; guion::currentRow(list) < row && guion::currentRow(list) != last;) {
-        last = guion::currentRow(list);
+void GuionHands::goDown(Form& dialog, const Table& list, int row) {
+    for (int last = -2; list.currentRow() < row && list.currentRow() != last;) {
+        last = list.currentRow();
         host_.gestures().key(dialog, {key::Down, shift::None});
     }
 }

@@ -40,7 +40,7 @@ private:
         return guion::control<T>(top(), name, kind);
     }
     /// Down to a row, from 0, as far as the list lets one.
-    void goDown(Form& dialog, const Control& list, int row);
+    void goDown(Form& dialog, const Table& list, int row);
     /// Whether a person could act on it; says so when not.
     bool reaches(const Control& control);
     /// Makes a gesture; says so when a message stopped it on its way.

@@ -1,10 +1,11 @@
 #include "app/guion/GuionOperator.h"
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
-#include <thread>
 
 #include "app/guion/Interruption.h"
+#include "app/guion/StatusWatch.h"
 #include "session/frmBuscar.h"
 #include "toolkit/Keys.h"
 
@@ -61,6 +62,7 @@ void GuionOperator::attend(Form& form) {
     keepingFailure([&] {
         if (dynamic_cast<frmBuscar*>(&form))
             if (const auto wanted = script_.take<ExpectedSearch>()) return hands().search(form, *wanted);
+        sayStatus(guion::StatusWatch::textOf(&form));
         while (form.isOpen()) {
             const Command* const command = script_.next();
             if (!command)
@@ -73,11 +75,17 @@ void GuionOperator::attend(Form& form) {
 void GuionOperator::carryOut(const Command& command) {
     if (echo_) out_ << "> " << command.text << "\n";
     // However fast lines are carried out, each is a person's gesture of its own.
-    if (Form* form = host_->desktop().activeForm()) form->pauseTyping();
+    host_->desktop().letPass(ListTyping::pause);
     goOn();
+    const guion::StatusWatch status(host_->desktop());
     if (command.run) command.run(*this);
+    sayStatus(status.news());
     goOn();
     rethrowFailure();
+}
+
+void GuionOperator::sayStatus(const std::string& text) {
+    if (!text.empty()) say("estado: " + text);
 }
 
 void GuionOperator::goOn() const {
@@ -212,13 +220,13 @@ std::shared_ptr<Recordset> GuionOperator::query(const std::string& sql) const {
     return session().Conexion()->Execute(sql);
 }
 
-void GuionOperator::pause(int milliseconds) {
-    using namespace std::chrono;
-    const auto end = steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (steady_clock::now() < end && !Interruption::asked()) {
-        host_->desktop().processPending();
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
+void GuionOperator::pause(int duration) {
+    using std::chrono::milliseconds;
+    // Asked to end, a person does not wait on.
+    constexpr milliseconds longest(200);
+    Desktop& desktop = host_->desktop();
+    for (milliseconds left(duration); left.count() > 0 && !Interruption::asked(); left -= longest)
+        desktop.wait(std::min(left, longest));
 }
 
 }  // namespace FendaMaestros

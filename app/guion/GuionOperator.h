@@ -49,7 +49,8 @@ public:
     /// A line of the script's own.
     void say(const std::string& text) { out_ << text << "\n"; }
     void echo(bool on) { echo_ = on; }
-    void pause(int milliseconds);
+    /// In milliseconds.
+    void pause(int duration);
 
     /// The session of the company that is open; fails when none is.
     SesionBd& session() const;
@@ -60,6 +61,8 @@ public:
 
 private:
     void carryOut(const Command& command);
+    /// What a status line has come to say; nothing for "".
+    void sayStatus(const std::string& text);
     /// Fails when the person is not to go on: the program has been asked to end, or nobody reads what it prints.
     void goOn() const;
     /// Runs what may end in an error of the component, which a script must have expected.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <map>
 #include <memory>
 #include <typeinfo>
@@ -34,9 +35,9 @@ std::string joined(const std::vector<std::string>& cells) {
     return line;
 }
 
-std::string columnLine(int index, const std::string& caption, Twips width, Alignment alignment) {
-    return "    columna " + std::to_string(index) + attribute("título", literal(caption)) + attribute("ancho", width) +
-           attribute("alineación", nameOf(alignment));
+std::string columnLine(int index, const TableColumn& column) {
+    return "    columna " + std::to_string(index) + attribute("título", literal(column.Caption)) +
+           attribute("ancho", column.Width) + attribute("alineación", nameOf(column.TextAlignment));
 }
 
 /// Rows from the first on, and how many there are beyond the limit.
@@ -47,29 +48,27 @@ void printLimited(std::ostream& out, int count, Limits limits, Row row) {
     if (count > shown) out << "    … y " << count - shown << " más\n";
 }
 
-void printGrid(std::ostream& out, const DataGrid& grid, Limits limits) {
-    for (std::size_t index = 0; index < grid.Columns.size(); ++index) {
-        const GridColumn& column = grid.Columns[index];
-        out << columnLine(static_cast<int>(index), column.Caption, column.Width, column.TextAlignment)
-            << attribute("formato", literal(column.NumberFormat)) << attribute("botón", column.Button)
-            << attribute("visible", column.Visible) << "\n";
-    }
-    printLimited(out, grid.rowCount(), limits, [&](int row) {
+void printRows(std::ostream& out, const Table& table, Limits limits) {
+    printLimited(out, table.rowCount(), limits, [&](int row) {
         std::vector<std::string> cells;
-        for (std::size_t index = 0; index < grid.Columns.size(); ++index)
-            if (grid.Columns[index].Visible) cells.push_back(grid.cellText(row, static_cast<int>(index)));
+        for (int column = 0; column < table.columnCount(); ++column)
+            if (table.column(column).Visible) cells.push_back(table.cellText(row, column));
         return "fila " + std::to_string(row + 1) + " " + joined(cells);
     });
 }
 
-void printList(std::ostream& out, const ListView& list, Limits limits) {
-    for (std::size_t index = 0; index < list.Columns.size(); ++index) {
-        const ListColumn& column = list.Columns[index];
-        out << columnLine(static_cast<int>(index), column.Caption, column.Width, column.TextAlignment) << "\n";
+void printGrid(std::ostream& out, const DataGrid& grid, Limits limits) {
+    for (int index = 0; index < grid.columnCount(); ++index) {
+        const GridColumn& column = grid.column(index);
+        out << columnLine(index, column) << attribute("formato", literal(column.NumberFormat))
+            << attribute("botón", column.Button) << attribute("visible", column.Visible) << "\n";
     }
-    printLimited(out, static_cast<int>(list.Rows.size()), limits, [&](int row) {
-        return "fila " + std::to_string(row + 1) + " " + joined(list.Rows[static_cast<std::size_t>(row)].Texts);
-    });
+    printRows(out, grid, limits);
+}
+
+void printList(std::ostream& out, const ListView& list, Limits limits) {
+    for (int index = 0; index < list.columnCount(); ++index) out << columnLine(index, list.column(index)) << "\n";
+    printRows(out, list, limits);
 }
 
 /// The texts of the page, those of one height in one line from left to right.
@@ -84,49 +83,82 @@ void printPage(std::ostream& out, const PageView& view) {
     }
 }
 
-std::string textBoxLine(const TextBox& box) {
-    return attribute("bloqueado", box.Locked) + attribute("color", std::to_string(box.BackColor)) +
-           attribute("máximo", box.MaxLength) + attribute("alineación", nameOf(box.TextAlignment));
+std::string rowsOf(const Table& table) {
+    return attribute("filas", table.rowCount()) + attribute("actual", table.currentRow() + 1);
 }
 
-/// Its kind and what it shows.
-std::string headOf(const Control& control) {
-    const std::string value = attribute("valor", literal(valueOf(control)));
-    const std::string caption = attribute("título", literal(captionOf(control)));
-    if (dynamic_cast<const TextBox*>(&control)) return "campo" + value;
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control))
-        return "desplegable" + value + attribute("índice", combo->ListIndex()) +
-               attribute("elementos", combo->ListCount());
-    if (const auto* check = dynamic_cast<const CheckBox*>(&control))
-        return "casilla" + caption + attribute("valor", check->Value());
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control))
-        return "opción" + caption + attribute("valor", option->Value());
-    if (dynamic_cast<const CommandButton*>(&control)) return "mando" + caption;
-    if (dynamic_cast<const Label*>(&control)) return "etiqueta" + caption;
-    if (dynamic_cast<const Frame*>(&control)) return "marco" + caption;
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&control))
-        return "rejilla" + caption + attribute("filas", grid->rowCount()) + attribute("actual", grid->currentRow() + 1);
-    if (const auto* list = dynamic_cast<const ListView*>(&control))
-        return "lista" + attribute("filas", static_cast<int>(list->Rows.size())) +
-               attribute("actual", list->SelectedRow + 1);
-    if (const auto* page = dynamic_cast<const PageView*>(&control))
-        return "página" + attribute("actual", page->Page + 1) +
-               attribute("de", page->Document ? page->Document->pageCount() : 0) + attribute("zoom", page->Zoom);
-    return "control";
-}
+/// What there is to say of a control, by its kind.
+class Description final : public ControlVisitor {
+public:
+    explicit Description(Control& control) : value(control.caption()) { control.accept(*this); }
 
-void printLine(std::ostream& out, const Form& form, const Control& control) {
-    out << "  " << control.Name << " " << headOf(control) << attribute("activo", control.isEnabled());
+    /// What it shows as one text.
+    std::string value;
+    std::string_view kind;
+    /// What follows the name: kind and contents.
+    std::string head;
+    /// Further attributes, behind those that every control has.
+    std::string tail;
+    /// The lines below; null when it has none.
+    std::function<void(std::ostream&, Limits)> contents;
+
+    void visit(TextBox& box) override {
+        value = box.Text;
+        begin("campo", shownValue());
+        tail = attribute("bloqueado", box.Locked) + attribute("color", std::to_string(box.BackColor)) +
+               attribute("máximo", box.MaxLength) + attribute("alineación", nameOf(box.TextAlignment));
+    }
+    void visit(ComboBox& combo) override {
+        value = combo.Text();
+        begin("desplegable",
+              shownValue() + attribute("índice", combo.ListIndex()) + attribute("elementos", combo.ListCount()));
+    }
+    void visit(CheckBox& check) override { describeChoice(guion::kind::check, check, check.Value()); }
+    void visit(OptionButton& option) override { describeChoice(guion::kind::option, option, option.Value()); }
+    void visit(CommandButton& button) override { begin(guion::kind::button, captionOf(button)); }
+    void visit(Label& label) override { begin("etiqueta", captionOf(label)); }
+    void visit(Frame& frame) override { begin("marco", captionOf(frame)); }
+    void visit(DataGrid& grid) override {
+        begin("rejilla", captionOf(grid) + rowsOf(grid));
+        contents = [&grid](std::ostream& out, Limits limits) { printGrid(out, grid, limits); };
+    }
+    void visit(ListView& list) override {
+        begin("lista", rowsOf(list));
+        contents = [&list](std::ostream& out, Limits limits) { printList(out, list, limits); };
+    }
+    void visit(PageView& pages) override {
+        begin("página", attribute("actual", pages.Page + 1) +
+                            attribute("de", pages.Document ? pages.Document->pageCount() : 0) +
+                            attribute("zoom", pages.Zoom));
+        contents = [&pages](std::ostream& out, Limits) { printPage(out, pages); };
+    }
+    void visit(ProgressBar& progress) override {
+        value = std::to_string(progress.Value) + " de " + std::to_string(progress.Max);
+        kind = "progreso";
+        head = ": " + value;
+    }
+
+private:
+    void begin(std::string_view word, const std::string& attributes) {
+        kind = word;
+        head = " " + std::string(word) + attributes;
+    }
+    static std::string captionOf(const Control& control) { return attribute("título", literal(control.caption())); }
+    std::string shownValue() const { return attribute("valor", literal(value)); }
+    void describeChoice(std::string_view word, const Control& control, bool chosen) {
+        value = yesOrNo(chosen);
+        begin(word, captionOf(control) + attribute("valor", chosen));
+    }
+};
+
+void print(std::ostream& out, const Form& form, Control& control, Limits limits) {
+    const Description description(control);
+    out << "  " << control.Name << description.head << attribute("activo", control.isEnabled());
     if (control.takesFocus()) out << attribute("foco", form.activeControl() == &control);
-    if (const auto* box = dynamic_cast<const TextBox*>(&control)) out << textBoxLine(*box);
+    out << description.tail;
     if (!control.isVisible()) out << attribute("visible", false);
     out << "\n";
-}
-
-void printContents(std::ostream& out, const Control& control, Limits limits) {
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&control)) printGrid(out, *grid, limits);
-    if (const auto* list = dynamic_cast<const ListView*>(&control)) printList(out, *list, limits);
-    if (const auto* page = dynamic_cast<const PageView*>(&control)) printPage(out, *page);
+    if (description.contents) description.contents(out, limits);
 }
 
 }  // namespace
@@ -184,39 +216,23 @@ std::string describe(const Message& message) {
            attribute("defecto", nameOf(message.defaultAnswer())) + attribute("título", literal(message.title));
 }
 
-std::string valueOf(const Control& control) {
-    if (const auto* box = dynamic_cast<const TextBox*>(&control)) return box->Text;
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control)) return combo->Text();
-    if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return yesOrNo(check->Value());
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control)) return yesOrNo(option->Value());
-    return captionOf(control);
-}
+std::string_view kindOf(Control& control) { return Description(control).kind; }
 
-std::string captionOf(const Control& control) {
-    if (const auto* check = dynamic_cast<const CheckBox*>(&control)) return check->Caption;
-    if (const auto* option = dynamic_cast<const OptionButton*>(&control)) return option->Caption;
-    if (const auto* button = dynamic_cast<const CommandButton*>(&control)) return button->Caption;
-    if (const auto* label = dynamic_cast<const Label*>(&control)) return label->Caption;
-    if (const auto* frame = dynamic_cast<const Frame*>(&control)) return frame->Caption;
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&control)) return grid->Caption;
-    return {};
-}
+std::string valueOf(Control& control) { return Description(control).value; }
 
 void printScreen(std::ostream& out, const Form& form, int pointer, Limits limits) {
     out << "pantalla " << formName(form) << attribute("título", literal(form.Caption))
         << attribute("activa", form.Enabled) << attribute("marca", literal(form.Tag)) << attribute("puntero", pointer)
         << "\n";
-    for (const Control* control : form.controls()) {
-        if (!control->isVisible()) continue;
-        printLine(out, form, *control);
-        printContents(out, *control, limits);
-    }
+    for (Control* control : form.controls())
+        if (control->isVisible()) print(out, form, *control, limits);
+    Label* const status = form.statusLine();
+    if (status && !status->Caption.empty()) print(out, form, *status, limits);
 }
 
-void printControl(std::ostream& out, const Form& form, const Control& control, Limits limits) {
-    printLine(out, form, control);
-    printContents(out, control, limits);
-    if (const auto* combo = dynamic_cast<const ComboBox*>(&control))
+void printControl(std::ostream& out, const Form& form, Control& control, Limits limits) {
+    print(out, form, control, limits);
+    if (const ComboBox* const combo = control.asList())
         printLimited(out, combo->ListCount(), limits,
                      [&](int item) { return "elemento " + std::to_string(item) + " " + literal(combo->List(item)); });
 }

@@ -20,10 +20,14 @@ std::string formName(const Form& form);
 std::string describe(const Message& message);
 std::string nameOf(Answer answer);
 
+namespace kind {
+inline constexpr std::string_view button = "mando", check = "casilla", option = "opción";
+}  // namespace kind
+
+/// The word for a kind of control: one of those above, "campo", "rejilla"...
+std::string_view kindOf(Control& control);
 /// What a control shows as one text: a field's or a list's text, sí or no, or its caption.
-std::string valueOf(const Control& control);
-/// "" for what has none.
-std::string captionOf(const Control& control);
+std::string valueOf(Control& control);
 
 struct Limits {
     int rows = 50;
@@ -32,7 +36,7 @@ struct Limits {
 /// The screen and every visible control.
 void printScreen(std::ostream& out, const Form& form, int pointer, Limits limits);
 /// One control, visible or not, with all its rows or items as far as the limits go.
-void printControl(std::ostream& out, const Form& form, const Control& control, Limits limits);
+void printControl(std::ostream& out, const Form& form, Control& control, Limits limits);
 /// The rows of a read under the names of their columns.
 void printRows(std::ostream& out, const RowSource& rows, Limits limits);
 

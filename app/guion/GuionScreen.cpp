@@ -16,19 +16,6 @@ std::string unmarked(const std::string& caption) {
     return text::trimEnd(text::replaced(text::replaced(caption, "»", ""), "«", ""));
 }
 
-std::vector<std::string> captions(const Control& list) {
-    std::vector<std::string> texts;
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list))
-        for (const GridColumn& column : grid->Columns) texts.push_back(column.Caption);
-    if (const auto* view = dynamic_cast<const ListView*>(&list))
-        for (const auto& column : view->Columns) texts.push_back(column.Caption);
-    return texts;
-}
-
-void failUnlessRows(const Control& list) {
-    if (rowCount(list) < 0) fail(list.Name + " no es una rejilla ni una lista");
-}
-
 }  // namespace
 
 std::string describe(const Place& place) {
@@ -44,49 +31,31 @@ Form& topScreen(const Desktop& desktop) {
 Control& control(const Form& form, const std::string& name) {
     if (Control* found = form.find(name)) return *found;
     for (Control* control : form.controls())
-        if (dynamic_cast<CommandButton*>(control) && same(text::replaced(captionOf(*control), "&", ""), name))
+        if (kindOf(*control) == kind::button && same(text::replaced(control->caption(), "&", ""), name))
             return *control;
     fail("la pantalla " + formName(form) + " no tiene ningún control " + name);
 }
 
-int rowCount(const Control& list) {
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return grid->rowCount();
-    if (const auto* view = dynamic_cast<const ListView*>(&list)) return static_cast<int>(view->Rows.size());
-    return -1;
-}
-
-int currentRow(const Control& list) {
-    if (const auto* grid = dynamic_cast<const DataGrid*>(&list)) return grid->currentRow();
-    return dynamic_cast<const ListView&>(list).SelectedRow;
-}
-
-std::vector<std::string> cells(const Control& list, int row) {
-    if (const auto* view = dynamic_cast<const ListView*>(&list)) return view->Rows[static_cast<std::size_t>(row)].Texts;
-    const auto& grid = dynamic_cast<const DataGrid&>(list);
+std::vector<std::string> cells(const Table& table, int row) {
     std::vector<std::string> texts;
-    for (std::size_t column = 0; column < grid.Columns.size(); ++column)
-        if (grid.Columns[column].Visible) texts.push_back(grid.cellText(row, static_cast<int>(column)));
+    for (int column = 0; column < table.columnCount(); ++column)
+        if (table.column(column).Visible) texts.push_back(table.cellText(row, column));
     return texts;
 }
 
-int columnOf(const Control& list, const Place& column) {
-    failUnlessRows(list);
-    const std::vector<std::string> shown = captions(list);
-    const int count = static_cast<int>(shown.size());
-    if (column.isNumber() && column.number < count) return column.number;
-    for (int index = 0; index < count && !column.isNumber(); ++index)
-        if (same(unmarked(shown[static_cast<std::size_t>(index)]), unmarked(column.text))) return index;
-    fail(list.Name + " no tiene la columna " + describe(column));
+int columnOf(const Table& table, const Place& column) {
+    if (column.isNumber() && column.number < table.columnCount()) return column.number;
+    for (int index = 0; index < table.columnCount() && !column.isNumber(); ++index)
+        if (same(unmarked(table.column(index).Caption), unmarked(column.text))) return index;
+    fail(table.Name + " no tiene la columna " + describe(column));
 }
 
-int rowOf(const Control& list, const Place& row) {
-    failUnlessRows(list);
-    const int count = rowCount(list);
-    if (row.number >= 1 && row.number <= count) return row.number - 1;
-    for (int index = 0; index < count && !row.isNumber(); ++index)
-        if (std::ranges::any_of(cells(list, index), [&](const std::string& cell) { return same(cell, row.text); }))
+int rowOf(const Table& table, const Place& row) {
+    if (row.number >= 1 && row.number <= table.rowCount()) return row.number - 1;
+    for (int index = 0; index < table.rowCount() && !row.isNumber(); ++index)
+        if (std::ranges::any_of(cells(table, index), [&](const std::string& cell) { return same(cell, row.text); }))
             return index;
-    fail(list.Name + " no tiene la fila " + describe(row));
+    fail(table.Name + " no tiene la fila " + describe(row));
 }
 
 int itemOf(const ComboBox& combo, const Place& item) {

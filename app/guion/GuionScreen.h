@@ -30,16 +30,16 @@ T& control(const Form& form, const std::string& name, const char* kind) {
     fail(name + " no es " + kind);
 }
 
-/// -1 for what is neither a grid nor a list.
-int rowCount(const Control& list);
-/// From 0, -1 for none.
-int currentRow(const Control& list);
-/// What a row shows, column by column.
-std::vector<std::string> cells(const Control& list, int row);
+/// A grid or a list.
+inline Table& table(const Form& form, const std::string& name) {
+    return control<Table>(form, name, "una rejilla ni una lista");
+}
+/// What a row shows in the columns that are not hidden.
+std::vector<std::string> cells(const Table& table, int row);
 
-/// From 0, of a grid or a list.
-int columnOf(const Control& list, const Place& column);
-int rowOf(const Control& list, const Place& row);
+/// From 0.
+int columnOf(const Table& table, const Place& column);
+int rowOf(const Table& table, const Place& row);
 /// From 0, -1 when there is none such.
 int itemOf(const ComboBox& combo, const Place& item);
 

@@ -14,14 +14,14 @@ void DirectWindow::onKeyUp(int& code, int shift) {
 }
 
 void DirectWindow::press() {
-    auto* button = dynamic_cast<CommandButton*>(activeControl());
+    Button* button = activeControl() ? activeControl()->asButton() : nullptr;
     if (!button) button = firstButton();
-    if (button && canFocus(*button) && button->Click) button->Click();
+    if (button && canFocus(*button)) button->press();
 }
 
-CommandButton* DirectWindow::firstButton() const {
+Button* DirectWindow::firstButton() const {
     for (Control* control : controls())
-        if (auto* button = dynamic_cast<CommandButton*>(control)) return button;
+        if (Button* const button = control->asButton()) return button;
     return nullptr;
 }
 

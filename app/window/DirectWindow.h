@@ -13,7 +13,7 @@ protected:
 
 private:
     void press();
-    CommandButton* firstButton() const;
+    Button* firstButton() const;
 
     bool enterPressed_ = false;
 };

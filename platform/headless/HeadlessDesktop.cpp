@@ -1,10 +1,19 @@
 #include "platform/headless/HeadlessDesktop.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <thread>
 
 #include "toolkit/Form.h"
 
 namespace FendaMaestros {
+
+void HeadlessDesktop::wait(std::chrono::milliseconds time) {
+    constexpr std::chrono::milliseconds breath(10);
+    const auto slept = std::min(time, breath);
+    std::this_thread::sleep_for(slept);
+    letPass(time - slept);
+}
 
 bool HeadlessDesktop::openFile(const std::string& path) {
     openedFiles_.push_back(path);

@@ -21,6 +21,8 @@ public:
     Reply ask(const Message& message) override { return person_.answer(message); }
     void setPointer(int pointer) override { pointer_ = pointer; }
     void processPending() override {}
+    /// Nobody looks on: the clock goes ahead, and other programs get a hundredth of a second at most.
+    void wait(std::chrono::milliseconds time) override;
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
         return person_.saveFile(proposal, kind);
     }

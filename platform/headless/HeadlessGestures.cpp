@@ -24,7 +24,7 @@ bool isPrintable(int code) {
 }  // namespace
 
 void HeadlessGestures::insert(Form& form, char32_t character) {
-    if (auto* combo = dynamic_cast<ComboBox*>(form.activeControl())) return form.typeOn(*combo, character);
+    if (form.typeOnList(character)) return;
     editor_.follow(form);
     editor_.type(form, character);
 }
@@ -50,12 +50,8 @@ void HeadlessGestures::key(Form& form, KeyStroke pressed) {
 }
 
 void HeadlessGestures::click(Form& form, Control& control) {
-    if (auto* button = dynamic_cast<CommandButton*>(&control))
+    if (Button* const button = control.asButton())
         form.press(*button);
-    else if (auto* check = dynamic_cast<CheckBox*>(&control))
-        form.toggle(*check);
-    else if (auto* option = dynamic_cast<OptionButton*>(&control))
-        form.pick(*option);
     else
         form.focus(control);
     editor_.follow(form);
@@ -71,9 +67,8 @@ void HeadlessGestures::clickHeader(Form& form, DataGrid& grid, int column) {
     editor_.follow(form);
 }
 
-void HeadlessGestures::clickRow(Form& form, Control& gridOrList, int row) {
-    if (auto* grid = dynamic_cast<DataGrid*>(&gridOrList)) form.selectRow(*grid, row);
-    if (auto* list = dynamic_cast<ListView*>(&gridOrList)) form.selectRow(*list, row);
+void HeadlessGestures::clickRow(Form& form, Table& table, int row) {
+    form.selectRow(table, row);
     editor_.follow(form);
 }
 

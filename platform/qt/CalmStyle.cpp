@@ -199,6 +199,23 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
     painter.restore();
 }
 
+void drawGroove(QPainter& painter, const QStyleOption& option) {
+    drawPanel(painter, option, option.palette.brush(QPalette::Base));
+}
+
+/// The share that is done, within the line around the groove.
+void drawProgress(QPainter& painter, const QStyleOptionProgressBar& bar) {
+    const QRectF groove = QRectF(bar.rect).adjusted(1, 1, -1, -1);
+    const double share = (bar.progress - bar.minimum) / static_cast<double>(std::max(bar.maximum - bar.minimum, 1));
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mixed(bar.palette.color(QPalette::Base), bar.palette.color(QPalette::Highlight), 0.35));
+    painter.drawRoundedRect(QRectF(groove.topLeft(), QSizeF(groove.width() * share, groove.height())), cornerRadius - 1,
+                            cornerRadius - 1);
+    painter.restore();
+}
+
 }  // namespace
 
 QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
@@ -262,6 +279,11 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
                                      header->position == QStyleOptionHeader::OnlyOneSection);
         return drawHeader(*painter, *option, !last);
     }
+    const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
+    if (element == CE_ProgressBarGroove) return drawGroove(*painter, *option);
+    if (element == CE_ProgressBarContents && bar) return drawProgress(*painter, *bar);
+    if (element == CE_ProgressBarLabel && bar)
+        return drawItemText(painter, bar->rect, Qt::AlignCenter, bar->palette, true, bar->text, QPalette::Text);
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 

@@ -6,14 +6,15 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
 #include <QStyledItemDelegate>
 #include <algorithm>
-#include <stdexcept>
 
 #include "platform/qt/FormWindow.h"
+#include "platform/qt/KeyCodes.h"
 #include "platform/qt/PageCanvas.h"
 #include "platform/qt/TableView.h"
 #include "platform/qt/TextBoxView.h"
@@ -58,18 +59,21 @@ private:
 /// Buttons, checks and options: a click of the mouse is handed to the form, which takes the focus there and decides.
 class ButtonView : public ControlView {
 public:
-    ButtonView(QAbstractButton& button, const std::string& caption) : button_(button), caption_(caption) {
-        button_.setFocusPolicy(Qt::NoFocus);
+    ButtonView(Button& button, QAbstractButton& shown, FormWindow& window) : button_(button), shown_(shown) {
+        shown_.setFocusPolicy(Qt::NoFocus);
+        QObject::connect(&shown_, &QAbstractButton::clicked, &window,
+                         [&] { window.hand([&] { window.form().press(button); }); });
     }
-    QWidget& widget() override { return button_; }
+    QWidget& widget() override { return shown_; }
+    bool focusesFirst() const override { return false; }
     void pull() override {
-        const QString caption = QString::fromStdString(caption_);
-        if (button_.text() != caption) button_.setText(caption);
+        const QString caption = QString::fromStdString(button_.Caption);
+        if (shown_.text() != caption) shown_.setText(caption);
     }
 
 private:
-    QAbstractButton& button_;
-    const std::string& caption_;
+    Button& button_;
+    QAbstractButton& shown_;
 };
 
 class CommandView final : public ButtonView {
@@ -77,10 +81,8 @@ public:
     CommandView(CommandButton& command, FormWindow& window) : CommandView(command, *new QPushButton(&window), window) {}
 
 private:
-    CommandView(CommandButton& command, QPushButton& button, FormWindow& window) : ButtonView(button, command.Caption) {
-        button.setAutoDefault(false);
-        QObject::connect(&button, &QPushButton::clicked, &window,
-                         [&] { window.hand([&] { window.form().press(command); }); });
+    CommandView(CommandButton& command, QPushButton& shown, FormWindow& window) : ButtonView(command, shown, window) {
+        shown.setAutoDefault(false);
     }
 };
 
@@ -94,10 +96,7 @@ public:
 
 private:
     CheckView(CheckBox& check, QCheckBox& box, FormWindow& window)
-        : ButtonView(box, check.Caption), check_(check), box_(box) {
-        QObject::connect(&box, &QCheckBox::clicked, &window,
-                         [&] { window.hand([&] { window.form().toggle(check); }); });
-    }
+        : ButtonView(check, box, window), check_(check), box_(box) {}
 
     CheckBox& check_;
     QCheckBox& box_;
@@ -108,25 +107,24 @@ public:
     OptionView(OptionButton& option, FormWindow& window) : OptionView(option, *new QRadioButton(&window), window) {}
     void pull() override {
         ButtonView::pull();
-        button_.setChecked(option_.Value());
+        circle_.setChecked(option_.Value());
     }
 
 private:
-    OptionView(OptionButton& option, QRadioButton& button, FormWindow& window)
-        : ButtonView(button, option.Caption), option_(option), button_(button) {
-        button.setAutoExclusive(false);
-        QObject::connect(&button, &QRadioButton::clicked, &window,
-                         [&] { window.hand([&] { window.form().pick(option); }); });
+    OptionView(OptionButton& option, QRadioButton& circle, FormWindow& window)
+        : ButtonView(option, circle, window), option_(option), circle_(circle) {
+        circle.setAutoExclusive(false);
     }
 
     OptionButton& option_;
-    QRadioButton& button_;
+    QRadioButton& circle_;
 };
 
 /// What is typed on a list that hangs open leads to its items as on one that is closed.
 class OpenListTyping final : public QObject {
 public:
-    OpenListTyping(const ComboBox& combo, QComboBox& box) : QObject(&box), combo_(combo), box_(box) {
+    OpenListTyping(const ComboBox& combo, QComboBox& box, const Desktop& desktop)
+        : QObject(&box), combo_(combo), box_(box), typing_(desktop) {
         box.view()->installEventFilter(this);
     }
     bool eventFilter(QObject*, QEvent* event) override {
@@ -146,7 +144,7 @@ private:
 
 class ComboView final : public ControlView {
 public:
-    ComboView(ComboBox& combo, FormWindow& window) : combo_(combo), box_(*new QComboBox(&window)) {
+    ComboView(ComboBox& combo, FormWindow& window) : combo_(combo), window_(window), box_(*new QComboBox(&window)) {
         constexpr int fewestCharacters = 12;
         constexpr int itemsDropped = 15;
         box_.setFocusPolicy(Qt::NoFocus);
@@ -154,11 +152,21 @@ public:
         box_.setSizeAdjustPolicy(QComboBox::AdjustToContents);
         box_.setMaxVisibleItems(itemsDropped);
         box_.setItemDelegate(new QStyledItemDelegate(&box_));
-        new OpenListTyping(combo, box_);
+        new OpenListTyping(combo, box_, window.form().desktop());
         QObject::connect(&box_, &QComboBox::activated, &window,
                          [&](int index) { window.hand([&] { window.form().choose(combo, index); }); });
     }
     QWidget& widget() override { return box_; }
+    /// Opens the list, or lets the character lead to an item.
+    bool wants(const QKeyEvent& event) override {
+        const KeyStroke stroke = strokeOf(event);
+        const QString typed = event.text();
+        if (stroke.code == key::F(4) || (stroke.code == key::Down && stroke.shift == shift::Alt))
+            box_.showPopup();
+        else if (stroke.shift <= shift::Shift && !typed.isEmpty() && typed.front().isPrint())
+            window_.hand([&] { window_.form().typeOnList(typed.toStdU32String().front()); });
+        return false;
+    }
     void pull() override {
         if (!showsItems()) {
             QStringList items;
@@ -188,28 +196,62 @@ private:
     }
 
     ComboBox& combo_;
+    FormWindow& window_;
     QComboBox& box_;
 };
 
-template <class ControlType, class View>
-std::unique_ptr<ControlView> viewIf(Control& control, FormWindow& window) {
-    auto* const typed = dynamic_cast<ControlType*>(&control);
-    return typed ? std::make_unique<View>(*typed, window) : nullptr;
-}
+class ProgressView final : public ControlView {
+public:
+    ProgressView(ProgressBar& progress, FormWindow& window) : progress_(progress), bar_(*new QProgressBar(&window)) {
+        bar_.setFormat("%v de %m");
+        bar_.setAlignment(Qt::AlignCenter);
+    }
+    QWidget& widget() override { return bar_; }
+    bool stretches() const override { return true; }
+    void pull() override {
+        // Without an end, the bar would run to and fro.
+        bar_.setRange(0, std::max(progress_.Max, 1));
+        bar_.setValue(std::clamp(progress_.Value, 0, bar_.maximum()));
+    }
+
+private:
+    ProgressBar& progress_;
+    QProgressBar& bar_;
+};
+
+class ViewMaker final : public ControlVisitor {
+public:
+    explicit ViewMaker(FormWindow& window) : window_(window) {}
+
+    std::unique_ptr<ControlView> made;
+
+    void visit(Label& label) override { make<LabelView>(label); }
+    void visit(Frame& frame) override { make<FrameView>(frame); }
+    void visit(TextBox& box) override { make<TextBoxView>(box); }
+    void visit(ComboBox& combo) override { make<ComboView>(combo); }
+    void visit(CommandButton& button) override { make<CommandView>(button); }
+    void visit(CheckBox& check) override { make<CheckView>(check); }
+    void visit(OptionButton& option) override { make<OptionView>(option); }
+    void visit(DataGrid& grid) override { make<GridView>(grid); }
+    void visit(ListView& list) override { make<TableView>(list); }
+    void visit(PageView& pages) override { make<PageCanvasView>(pages); }
+    void visit(ProgressBar& progress) override { make<ProgressView>(progress); }
+
+private:
+    template <class View, class Kind>
+    void make(Kind& control) {
+        made = std::make_unique<View>(control, window_);
+    }
+
+    FormWindow& window_;
+};
 
 }  // namespace
 
 std::unique_ptr<ControlView> makeView(Control& control, FormWindow& window) {
-    using Maker = std::unique_ptr<ControlView> (*)(Control&, FormWindow&);
-    constexpr Maker makers[] = {
-        viewIf<Label, LabelView>,         viewIf<Frame, FrameView>,           viewIf<TextBox, TextBoxView>,
-        viewIf<ComboBox, ComboView>,      viewIf<CheckBox, CheckView>,        viewIf<OptionButton, OptionView>,
-        viewIf<DataGrid, GridView>,       viewIf<CommandButton, CommandView>, viewIf<ListView, ListTableView>,
-        viewIf<PageView, PageCanvasView>,
-    };
-    for (const Maker make : makers)
-        if (auto view = make(control, window)) return view;
-    throw std::logic_error("No hay forma de mostrar el control " + control.Name);
+    ViewMaker maker(window);
+    control.accept(maker);
+    return std::move(maker.made);
 }
 
 }  // namespace FendaMaestros::qt

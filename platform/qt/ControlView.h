@@ -4,6 +4,7 @@
 
 #include "toolkit/Controls.h"
 
+class QKeyEvent;
 class QWidget;
 
 namespace FendaMaestros::qt {
@@ -27,11 +28,15 @@ public:
     virtual void pull() = 0;
     /// True for what is better the wider it is.
     virtual bool stretches() const { return false; }
-    /// True when a key that the form leaves alone is for the widget.
-    virtual bool wantsKeys() const { return false; }
+    /// True for what takes all the height that is left.
+    virtual bool isTall() const { return false; }
+    /// A click on it, before it does anything else, takes the focus there. False for what tells the form of the click.
+    virtual bool focusesFirst() const { return true; }
+    /// A key pressed on it that the form has left alone; true when it is for the widget.
+    virtual bool wants(const QKeyEvent& /*key*/) { return false; }
 };
 
-/// The view for the control's type. The control must outlive it.
+/// The view for the control's kind. The control must outlive it.
 std::unique_ptr<ControlView> makeView(Control& control, FormWindow& window);
 
 }  // namespace FendaMaestros::qt

@@ -23,11 +23,6 @@ constexpr int airOverButtons = 5;
 /// Buttons of a line are equally wide, but for those whose caption needs more than this.
 constexpr int widestAlike = 160;
 
-bool isTall(const Control* control) {
-    return dynamic_cast<const DataGrid*>(control) || dynamic_cast<const ListView*>(control) ||
-           dynamic_cast<const PageView*>(control);
-}
-
 /// Turns the nodes of an arrangement into layouts. All labels of fields get one width, so that the fields line up over
 /// the whole window.
 class Builder {
@@ -55,7 +50,7 @@ public:
 private:
     bool growsTall(const Arrangement& node) {
         if (node.kind == Kind::Filling) return true;
-        if (node.kind != Kind::Framed && isTall(node.control)) return true;
+        if (node.control && window_.viewOf(*node.control).isTall()) return true;
         return std::ranges::any_of(node.children, [this](const Arrangement& child) { return growsTall(child); });
     }
 
@@ -206,42 +201,55 @@ void collect(const Arrangement& node, std::set<const Control*>& placed) {
 }
 
 /// What the arrangement leaves out of a container: a label goes with the field after it, commands come last.
-std::vector<Arrangement> leftOut(const Form& form, const Frame* container, const std::set<const Control*>& placed) {
-    std::vector<Arrangement> nodes;
-    std::vector<Control*> commands;
-    Label* label = nullptr;
-    for (Control* control : form.controls()) {
-        if (control->Container != container || placed.contains(control)) continue;
-        if (auto* next = dynamic_cast<Label*>(control)) {
-            if (label) nodes.push_back(arrange::plain(*label));
-            label = next;
-        } else if (auto* frame = dynamic_cast<Frame*>(control)) {
-            nodes.push_back(arrange::framed(*frame, leftOut(form, frame, placed)));
-        } else if (dynamic_cast<CommandButton*>(control)) {
-            commands.push_back(control);
-        } else if (isTall(control)) {
-            nodes.push_back(arrange::filling(*control));
-        } else {
-            Label* const own = std::exchange(label, nullptr);
-            // A failed cast says nothing of the pointer, which no form registers as null.
-            // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker)
-            nodes.push_back(own ? arrange::field(*own, *control) : arrange::fields({arrange::plain(*control)}));
-        }
+class LeftOut final : public ControlVisitor {
+public:
+    LeftOut(const Form& form, const std::set<const Control*>& placed) : form_(form), placed_(placed) {}
+
+    std::vector<Arrangement> in(const Control* container) {
+        for (Control* control : form_.controls())
+            if (control->Container == container && !placed_.contains(control)) control->accept(*this);
+        placeLabel();
+        if (!commands_.empty()) nodes_.push_back(arrange::buttons(commands_));
+        return std::move(nodes_);
     }
-    if (label) nodes.push_back(arrange::plain(*label));
-    if (!commands.empty()) nodes.push_back(arrange::buttons(commands));
-    return nodes;
-}
+
+    void visit(Label& label) override {
+        placeLabel();
+        label_ = &label;
+    }
+    void visit(Frame& frame) override { nodes_.push_back(arrange::framed(frame, LeftOut(form_, placed_).in(&frame))); }
+    void visit(CommandButton& button) override { commands_.push_back(&button); }
+    void visit(DataGrid& grid) override { nodes_.push_back(arrange::filling(grid)); }
+    void visit(ListView& list) override { nodes_.push_back(arrange::filling(list)); }
+    void visit(PageView& pages) override { nodes_.push_back(arrange::filling(pages)); }
+    void visit(TextBox& box) override { placeField(box); }
+    void visit(ComboBox& combo) override { placeField(combo); }
+    void visit(CheckBox& check) override { placeField(check); }
+    void visit(OptionButton& option) override { placeField(option); }
+    void visit(ProgressBar& progress) override { placeField(progress); }
+
+private:
+    void placeLabel() {
+        if (label_) nodes_.push_back(arrange::plain(*std::exchange(label_, nullptr)));
+    }
+    void placeField(Control& field) {
+        Label* const own = std::exchange(label_, nullptr);
+        nodes_.push_back(own ? arrange::field(*own, field) : arrange::fields({arrange::plain(field)}));
+    }
+
+    const Form& form_;
+    const std::set<const Control*>& placed_;
+    std::vector<Arrangement> nodes_;
+    std::vector<Control*> commands_;
+    Label* label_ = nullptr;
+};
 
 /// Everything that the arrangement leaves out: first what stands outside frames, then what is in frames that are
 /// placed.
 std::vector<Arrangement> allLeftOut(const Form& form, const std::set<const Control*>& placed) {
-    std::vector<Arrangement> nodes = leftOut(form, nullptr, placed);
-    for (Control* control : form.controls()) {
-        const auto* frame = dynamic_cast<Frame*>(control);
-        if (!frame || !placed.contains(frame)) continue;
-        std::ranges::move(leftOut(form, frame, placed), std::back_inserter(nodes));
-    }
+    std::vector<Arrangement> nodes = LeftOut(form, placed).in(nullptr);
+    for (const Control* frame : form.controls())
+        if (placed.contains(frame)) std::ranges::move(LeftOut(form, placed).in(frame), std::back_inserter(nodes));
     return nodes;
 }
 
@@ -283,7 +291,9 @@ void layOutForm(const Form& form, FormWindow& window) {
     builder.alignLabels();
     auto* const around = new QVBoxLayout(&window);
     around->setContentsMargins({});
-    around->addWidget(fitted(contents, window));
+    around->setSpacing(0);
+    around->addWidget(fitted(contents, window), 1);
+    if (Label* const status = form.statusLine()) around->addWidget(&window.viewOf(*status).widget());
 }
 
 }  // namespace FendaMaestros::qt

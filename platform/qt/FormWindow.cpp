@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/qt/FormLayout.h"
+#include "platform/qt/StatusLineView.h"
 
 namespace FendaMaestros::qt {
 
@@ -26,6 +27,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     setWindowModality(Qt::ApplicationModal);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
+    if (Label* const status = form.statusLine()) views_[status] = std::make_unique<StatusLineView>(*status, *this);
     layOutForm(form, *this);
     pull();
     measureAnew();

@@ -1,10 +1,8 @@
 #include "platform/qt/InputFilter.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
-#include <utility>
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/KeyCodes.h"
@@ -19,35 +17,11 @@ quint32 placeOf(const QKeyEvent& event) {
     return event.nativeScanCode() ? scanned | event.nativeScanCode() : static_cast<quint32>(event.key());
 }
 
-/// Opens the list, or lets the character lead to an item.
-void comboKey(FormWindow& window, ComboBox& combo, KeyStroke stroke, const QString& typed) {
-    const bool opens = stroke.code == key::F(4) || (stroke.code == key::Down && stroke.shift == shift::Alt);
-    if (opens) return static_cast<QComboBox&>(window.viewOf(combo).widget()).showPopup();
-    if (stroke.shift > shift::Shift || typed.isEmpty() || !typed.front().isPrint()) return;
-    window.hand([&] { window.form().typeOn(combo, typed.toStdU32String().front()); });
-}
-
-/// The widget would put nothing in the place of what is selected.
-bool pastesNothing(const QKeyEvent& event) {
-    return event.matches(QKeySequence::Paste) && QApplication::clipboard()->text().isEmpty();
-}
-
-/// True when a key that the form has left alone is for the widget.
-bool isForWidget(FormWindow& window, Control& active, KeyStroke stroke) {
-    if (stroke.shift & shift::Alt) return false;
-    bool accepted = true;
-    if (stroke.code == key::Backspace && dynamic_cast<TextBox*>(&active))
-        window.hand([&] { accepted = window.form().accepts(key::Backspace); });
-    return accepted && window.viewOf(active).wantsKeys();
-}
-
 /// A click on a field takes the focus there first; it goes no further when the form does not let the focus move.
 bool clickRefused(QWidget& at) {
     FormWindow* const window = FormWindow::around(at);
     Control* const control = window ? window->controlOf(at) : nullptr;
-    const bool movesFirst = control && control->takesFocus() && !dynamic_cast<CommandButton*>(control) &&
-                            !dynamic_cast<CheckBox*>(control) && !dynamic_cast<OptionButton*>(control);
-    if (!movesFirst) return false;
+    if (!control || !control->takesFocus() || !window->viewOf(*control).focusesFirst()) return false;
     const int before = window->form().interruptions();
     window->hand([&] { window->form().focus(*control); });
     return window->form().activeControl() != control || window->form().interruptions() != before;
@@ -106,15 +80,10 @@ bool InputFilter::keyPressed(QWidget& at, const QKeyEvent& event) {
     Form& form = window->form();
     Control* const active = form.activeControl();
     const KeyStroke stroke = strokeOf(event);
-    const QString typed = event.text();
     bool done = true;
     window->hand([&] { done = form.keyDown(stroke); });
     if (done || !active || form.activeControl() != active) return true;
-    if (auto* combo = dynamic_cast<ComboBox*>(active)) {
-        comboKey(*window, *combo, stroke, typed);
-        return true;
-    }
-    return pastesNothing(event) || !isForWidget(*window, *active, stroke);
+    return !window->viewOf(*active).wants(event);
 }
 
 bool InputFilter::keyReleased(QWidget& at, const QKeyEvent& event) {

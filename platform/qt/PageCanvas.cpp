@@ -1,5 +1,6 @@
 #include "platform/qt/PageCanvas.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
@@ -78,6 +79,9 @@ void PageCanvas::paintEvent(QPaintEvent*) {
     painter.scale(scale(), scale());
     paintPage(painter, page_);
 }
+
+/// Its bars scroll.
+bool PageCanvasView::wants(const QKeyEvent& key) { return !(key.modifiers() & Qt::AltModifier); }
 
 PageCanvasView::PageCanvasView(PageView& pages, FormWindow& window)
     : pages_(pages), canvas_(*new PageCanvas(&window)) {}

@@ -39,7 +39,8 @@ public:
     QWidget& widget() override { return canvas_; }
     void pull() override;
     bool stretches() const override { return true; }
-    bool wantsKeys() const override { return true; }
+    bool isTall() const override { return true; }
+    bool wants(const QKeyEvent& key) override;
 
 private:
     PageView& pages_;

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QEventLoop>
 #include <QFileDialog>
+#include <QTimer>
 #include <QUrl>
 #include <stdexcept>
 
@@ -103,6 +105,13 @@ void QtDesktop::setPointer(int pointer) {
 void QtDesktop::processPending() {
     qt::FormWindow::pullAll();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void QtDesktop::wait(std::chrono::milliseconds time) {
+    qt::FormWindow::pullAll();
+    QEventLoop loop;
+    QTimer::singleShot(time, Qt::PreciseTimer, &loop, [&loop] { loop.quit(); });
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal, const std::string& kind) {

@@ -18,6 +18,7 @@ public:
     Reply ask(const Message& message) override;
     void setPointer(int pointer) override;
     void processPending() override;
+    void wait(std::chrono::milliseconds time) override;
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override;
     bool openFile(const std::string& path) override;
     bool print(const PagedDocument& document) override;

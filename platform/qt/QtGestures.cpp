@@ -8,7 +8,6 @@
 #include "platform/qt/CellButton.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
-#include "platform/qt/TableView.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -16,7 +15,6 @@ namespace FendaMaestros {
 namespace {
 
 using qt::FormWindow;
-using qt::TableView;
 
 /// Makes a gesture in the form's window and lets everything it set off be handled.
 template <class Gesture>
@@ -47,8 +45,8 @@ QString typedBy(KeyStroke stroke) {
     return stroke.shift == shift::None ? typed.toLower() : typed;
 }
 
-QTableView& tableOf(FormWindow& window, Control& gridOrList) {
-    return dynamic_cast<TableView&>(window.viewOf(gridOrList)).table();
+QTableView& tableOf(FormWindow& window, Table& table) {
+    return static_cast<QTableView&>(window.viewOf(table).keyWidget());
 }
 
 int firstVisibleColumn(const QTableView& table) {
@@ -104,10 +102,10 @@ void QtGestures::clickHeader(Form& form, DataGrid& grid, int column) {
     });
 }
 
-void QtGestures::clickRow(Form& form, Control& gridOrList, int row) {
+void QtGestures::clickRow(Form& form, Table& table, int row) {
     inWindow(form, [&](FormWindow& window) {
-        QTableView& table = tableOf(window, gridOrList);
-        if (row >= 0 && row < table.model()->rowCount()) clickOnRow(table, row);
+        QTableView& rows = tableOf(window, table);
+        if (row >= 0 && row < rows.model()->rowCount()) clickOnRow(rows, row);
     });
 }
 

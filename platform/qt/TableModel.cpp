@@ -14,7 +14,8 @@ QVariant alignmentOf(Alignment alignment) {
 }  // namespace
 
 bool TableModel::refreshColumns() {
-    std::vector<TableContent::Column> columns = content_.columns();
+    std::vector<TableColumn> columns;
+    for (int column = 0; column < table_.columnCount(); ++column) columns.push_back(table_.column(column));
     if (columns == columns_) return false;
     beginResetModel();
     columns_ = std::move(columns);
@@ -23,7 +24,7 @@ bool TableModel::refreshColumns() {
 }
 
 bool TableModel::refreshRows() {
-    const int rows = content_.rowCount();
+    const int rows = table_.rowCount();
     if (rows == rows_) return false;
     if (rows > rows_) {
         beginInsertRows({}, rows_, rows - 1);
@@ -44,17 +45,18 @@ int TableModel::columnCount(const QModelIndex& parent) const {
 QVariant TableModel::data(const QModelIndex& index, int role) const {
     const auto column = static_cast<std::size_t>(index.column());
     // A handler may have taken rows or columns away since the last refresh.
-    if (!index.isValid() || index.row() >= content_.rowCount() || column >= columns_.size()) return {};
-    if (role == Qt::DisplayRole) return QString::fromStdString(content_.text(index.row(), index.column()));
-    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].alignment);
+    if (!index.isValid() || index.row() >= table_.rowCount() || column >= columns_.size()) return {};
+    if (index.column() >= table_.columnCount()) return {};
+    if (role == Qt::DisplayRole) return QString::fromStdString(table_.cellText(index.row(), index.column()));
+    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].TextAlignment);
     return {};
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     const auto column = static_cast<std::size_t>(section);
     if (orientation != Qt::Horizontal || column >= columns_.size()) return {};
-    if (role == Qt::DisplayRole) return QString::fromStdString(columns_[column].caption);
-    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].alignment);
+    if (role == Qt::DisplayRole) return QString::fromStdString(columns_[column].Caption);
+    if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].TextAlignment);
     return {};
 }
 

@@ -3,7 +3,7 @@
 #include <QAbstractTableModel>
 #include <vector>
 
-#include "platform/qt/TableView.h"
+#include "toolkit/Controls.h"
 
 namespace FendaMaestros::qt {
 
@@ -11,13 +11,13 @@ namespace FendaMaestros::qt {
 /// the texts when they are painted.
 class TableModel final : public QAbstractTableModel {
 public:
-    TableModel(const TableContent& content, QObject* parent) : QAbstractTableModel(parent), content_(content) {}
+    TableModel(const Table& table, QObject* parent) : QAbstractTableModel(parent), table_(table) {}
 
     /// True when the columns have changed.
     bool refreshColumns();
     /// True when the number of rows has changed.
     bool refreshRows();
-    const std::vector<TableContent::Column>& columns() const { return columns_; }
+    const std::vector<TableColumn>& columns() const { return columns_; }
 
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -25,8 +25,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    const TableContent& content_;
-    std::vector<TableContent::Column> columns_;
+    const Table& table_;
+    std::vector<TableColumn> columns_;
     int rows_ = 0;
 };
 

@@ -1,9 +1,13 @@
 #include "platform/qt/TextBoxView.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
 #include <algorithm>
 #include <limits>
 
 #include "platform/qt/FormWindow.h"
+#include "platform/qt/KeyCodes.h"
 #include "platform/qt/Look.h"
 #include "toolkit/Text.h"
 
@@ -21,6 +25,11 @@ Qt::Alignment alignmentOf(Alignment alignment) {
     if (alignment == Alignment::Right) return Qt::AlignRight | Qt::AlignVCenter;
     if (alignment == Alignment::Center) return Qt::AlignCenter;
     return Qt::AlignLeft | Qt::AlignVCenter;
+}
+
+/// The widget would put nothing in the place of what is selected.
+bool pastesNothing(const QKeyEvent& event) {
+    return event.matches(QKeySequence::Paste) && QApplication::clipboard()->text().isEmpty();
 }
 
 }  // namespace
@@ -48,6 +57,14 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
 }
 
 bool TextBoxView::stretches() const { return box_.MaxLength == 0 || box_.MaxLength > longestFixed; }
+
+bool TextBoxView::wants(const QKeyEvent& event) {
+    const KeyStroke stroke = strokeOf(event);
+    if ((stroke.shift & shift::Alt) || pastesNothing(event)) return false;
+    bool accepted = true;
+    if (stroke.code == key::Backspace) window_.hand([&] { accepted = window_.form().accepts(key::Backspace); });
+    return accepted;
+}
 
 TextBoxView::Mark TextBoxView::mark() const {
     return {edit_.cursorPosition(), edit_.selectionStart(), edit_.selectionLength()};

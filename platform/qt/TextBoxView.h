@@ -15,7 +15,8 @@ public:
     QWidget& widget() override { return edit_; }
     void pull() override;
     bool stretches() const override;
-    bool wantsKeys() const override { return true; }
+    /// Editing keys, as long as the form takes what they do.
+    bool wants(const QKeyEvent& event) override;
 
 private:
     struct Colors {

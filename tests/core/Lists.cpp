@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/support/ScriptedPerson.h"
 #include "toolkit/ListTyping.h"
 #include "toolkit/Text.h"
 
@@ -17,7 +18,7 @@ protected:
 
     /// The name of the item that the text leads to, typed without a pause.
     std::string typed(const char* text, int current = -1) {
-        ListTyping typing;
+        ListTyping typing(desktop);
         for (const char32_t character : text::characters(text)) {
             const int found = typing.next(list, current, character);
             if (found >= 0) current = found;
@@ -25,6 +26,8 @@ protected:
         return current < 0 ? "" : list.List(current);
     }
 
+    testing::ScriptedPerson person;
+    HeadlessDesktop desktop{person};
     ComboBox list;
 };
 

@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -42,6 +44,11 @@ protected:
         if (QApplication::activeModalWidget()) qt::hands::releaseKey(focused(), stroke, text);
     }
     QLineEdit& field(TextBox& box) { return static_cast<QLineEdit&>(qt::FormWindow::of(form)->viewOf(box).widget()); }
+
+    QTableView& table(Table& shown) {
+        return static_cast<QTableView&>(qt::FormWindow::of(form)->viewOf(shown).keyWidget());
+    }
+    QLabel& statusLine() { return static_cast<QLabel&>(qt::FormWindow::of(form)->viewOf(form.lblEstado).widget()); }
 
     QtDesktop desktop;
     Ficha form{desktop};
@@ -189,13 +196,51 @@ TEST_F(Windows, what_is_typed_while_a_message_or_a_screen_closes_reaches_the_scr
     EXPECT_EQ(form.Nombre.Text, "rafaga");
 }
 
+TEST_F(Windows, while_a_screen_waits_it_shows_what_it_has_said) {
+    std::string seen;
+    form.cmdGuardar.Click = [&] {
+        form.lblEstado.Caption = "Otro programa ocupa los datos";
+        QTimer::singleShot(0, qApp, [&] { seen = statusLine().text().toStdString(); });
+        desktop.wait(std::chrono::milliseconds(5));
+    };
+    later({[&] { tap({'G', shift::Alt}); }, [&] { tap({key::Escape, 0}); }});
+    form.show();
+    EXPECT_EQ(seen, "Otro programa ocupa los datos");
+}
+
+TEST_F(Windows, the_status_line_keeps_its_place_and_what_does_not_fit_is_in_its_tooltip) {
+    const std::string whole = "Se ha guardado " + std::string(400, 'x');
+    form.cmdGuardar.Click = [&] { form.lblEstado.Caption = whole; };
+    later({[&] {
+        qt::FormWindow& window = *qt::FormWindow::of(form);
+        const QLabel& line = statusLine();
+        const QRect place = line.geometry();
+        const QSize least = window.minimumSizeHint();
+        EXPECT_EQ(place.bottom(), window.rect().bottom());
+        EXPECT_GE(place.height(), line.fontMetrics().height());
+        EXPECT_EQ(line.accessibleName(), "Línea de estado");
+        tap({'G', shift::Alt});
+        window.layout()->activate();
+        EXPECT_EQ(line.geometry(), place);
+        EXPECT_EQ(window.minimumSizeHint(), least);
+        EXPECT_TRUE(line.text().startsWith("Se ha guardado xxx") && line.text().endsWith("…"));
+        EXPECT_EQ(line.toolTip().toStdString(), whole);
+        EXPECT_EQ(line.accessibleName().toStdString(), whole);
+        form.cmdGuardar.Click = [&] { form.lblEstado.Caption = "Guardado"; };
+        tap({'G', shift::Alt});
+        EXPECT_EQ(line.text() + line.toolTip(), "Guardado");
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
 TEST_F(Windows, each_of_two_quick_clicks_on_a_header_counts) {
     std::vector<int> clicked;
     form.Lista.HeadClick = [&](int column) { clicked.push_back(column); };
     form.Lista.Columns.resize(2);
     form.Lista.bind(std::make_shared<Rows>(2));
     later({[&] {
-        QHeaderView& header = *qt::FormWindow::of(form)->findChild<QTableView*>()->horizontalHeader();
+        QHeaderView& header = *table(form.Lista).horizontalHeader();
         const QPoint at(header.sectionViewportPosition(1) + header.sectionSize(1) / 2, header.height() / 2);
         qt::hands::click(*header.viewport(), at);
         qt::hands::clickAgain(*header.viewport(), at);
@@ -227,7 +272,7 @@ TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {
         EXPECT_TRUE(field(form.Nombre).isReadOnly());
         EXPECT_EQ(field(form.Codigo).palette().color(QPalette::Base), QColor(255, 255, 0));
         EXPECT_LT(qGray(field(form.Codigo).palette().color(QPalette::Text).rgb()), 80);
-        EXPECT_EQ(window.findChild<QTableView*>()->model()->rowCount(), 100'000);
+        EXPECT_EQ(table(form.Lista).model()->rowCount(), 100'000);
         EXPECT_EQ(window.windowTitle(), "Otra");
         EXPECT_EQ(window.focusWidget(), &field(form.Codigo));
         tap({key::Escape, 0});

@@ -70,13 +70,17 @@ public:
         add(Tipo, "Tipo");
         add(Activo, "Activo");
         add(Lista, "Lista");
+        add(Movimientos, "Movimientos");
+        Movimientos.TabStop = false;
+        add(Avance, "Avance");
         add(cmdGuardar, "cmdGuardar");
         add(cmdSalir, "cmdSalir");
         layOut(arrange::column(
-            {arrange::filling(Lista),
+            {arrange::row({arrange::filling(Lista), arrange::filling(Movimientos)}), arrange::plain(Avance),
              arrange::framed(fraDatos, {arrange::fields({arrange::field(lblCodigo, Codigo)}), arrange::plain(Nombre)}),
              arrange::row({arrange::plain(Tipo), arrange::plain(Activo)}),
              arrange::buttons({&cmdGuardar, &cmdSalir})}));
+        setStatusLine(lblEstado, "lblEstado");
         Codigo.MaxLength = 4;
         Codigo.KeyPress = [](int& key) {
             if (key > ' ' && (key < '0' || key > '9')) key = 0;
@@ -97,6 +101,9 @@ public:
     ComboBox Tipo;
     CheckBox Activo;
     DataGrid Lista;
+    ListView Movimientos;
+    ProgressBar Avance;
+    Label lblEstado;
     CommandButton cmdGuardar{"&Guardar"}, cmdSalir{"&Salir"};
     std::vector<std::string> log;
     /// Before the message a mark is left, so that the Enter that dismisses it does not move the focus.

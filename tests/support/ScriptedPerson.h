@@ -71,7 +71,9 @@ public:
     }
     template <class T>
     static T& control(Form& form, const char* name) {
-        return dynamic_cast<T&>(control(form, name));
+        T* const found = form.find<T>(name);
+        if (!found) throw std::logic_error(std::string("no control of that kind ") + name);
+        return *found;
     }
     static std::string text(Form& form, const char* field) { return control<TextBox>(form, field).Text; }
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 // What every desktop does alike. Define FendaMaestros::contract::Platform before: its desktop(Operator&) and gestures()
-// give the desktop under test and the hands on it.
+// give the desktop under test and the hands on it, and seen(Form&, ...) what a person sees of a control.
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,18 @@ protected:
     void type(std::string_view text) { hands->type(screen, text); }
     void press(int code, int shift = shift::None) { hands->key(screen, {code, shift}); }
     void click(Control& control) { hands->click(screen, control); }
+    /// What a person sees: the text of a control, whether a box is ticked, the row marked in a table or, with row and
+    /// column, the text of a cell.
+    template <class... Args>
+    auto seen(Args&&... args) {
+        return Tested::seen(screen, args...);
+    }
+    void fillList(int count) {
+        screen.Movimientos.Columns.resize(2);
+        screen.Movimientos.Rows.clear();
+        for (int row = 0; row < count; ++row)
+            screen.Movimientos.Rows.push_back({{std::to_string(row + 1), "Apunte " + std::to_string(row)}, {}});
+    }
     void bindRows(int count) {
         rows = std::make_shared<Rows>(count);
         screen.Lista.bind(rows);
@@ -179,11 +191,13 @@ TYPED_TEST(ToolkitContract, typed_text_passes_the_filter_the_length_and_the_lock
     this->perform([&](Form&) {
         this->type("1a2b3c45");
         EXPECT_EQ(form.Codigo.Text, "1234");
+        EXPECT_EQ(this->seen(form.Codigo), "1234");
         this->press(key::Backspace);
         EXPECT_EQ(form.Codigo.Text, "123");
         this->press(key::Tab);
         this->type("Año \"ñandú\" 😀, 'x'");
         EXPECT_EQ(form.Nombre.Text, "Año \"ñandú\" 😀, 'x'");
+        EXPECT_EQ(this->seen(form.Nombre), form.Nombre.Text);
         form.Nombre.AllSelected = true;
         this->type("y");
         EXPECT_EQ(form.Nombre.Text, "y");
@@ -203,7 +217,9 @@ TYPED_TEST(ToolkitContract, lists_are_chosen_by_mouse_letter_arrow_and_program_w
         this->hands->choose(shown, form.Tipo, 2);
         this->hands->choose(shown, form.Tipo, 2);
         this->type("p");
+        EXPECT_EQ(this->seen(form.Tipo), "Pasivo");
         this->press(key::Up);
+        EXPECT_EQ(this->seen(form.Tipo), "Activo");
         form.Tipo.setListIndex(2);
     });
     EXPECT_EQ(form.log, (Log{"sale Codigo", "lista Previsto", "lista Previsto", "lista Pasivo", "lista Activo",
@@ -221,8 +237,10 @@ TYPED_TEST(ToolkitContract, accelerators_and_space_press_while_a_plain_letter_on
         this->type("g");
         EXPECT_EQ(form.log.back(), "entra Nombre");
         this->click(form.Activo);
+        EXPECT_TRUE(this->seen(form.Activo));
         this->press(key::Space);
         EXPECT_FALSE(form.Activo.Value());
+        EXPECT_FALSE(this->seen(form.Activo));
         this->press('S', shift::Alt);
         EXPECT_FALSE(form.isOpen());
     });
@@ -315,6 +333,146 @@ TYPED_TEST(ToolkitContract, grids_tell_headers_double_clicks_and_cell_buttons) {
     });
     EXPECT_EQ(form.log, (Log{"cabecera 1", "doble 40", "boton 1", "cabecera 0"}));
     EXPECT_EQ(form.Lista.currentRow(), 59);
+}
+
+TYPED_TEST(ToolkitContract, rows_are_chosen_alike_in_grids_and_lists) {
+    auto& form = this->screen;
+    this->bindRows(30);
+    this->fillList(30);
+    this->perform([&](Form& shown) {
+        for (Table* const table : {static_cast<Table*>(&form.Lista), static_cast<Table*>(&form.Movimientos)}) {
+            SCOPED_TRACE(table->Name);
+            const auto expectRow = [&](int row) {
+                EXPECT_EQ(table->currentRow(), row);
+                EXPECT_EQ(this->seen(*table), row);
+            };
+            this->hands->clickRow(shown, *table, 3);
+            EXPECT_EQ(form.activeControl(), table);
+            expectRow(3);
+            this->press(key::Down);
+            expectRow(4);
+            this->press(key::PageDown);
+            expectRow(14);
+            this->press(key::End);
+            this->press(key::Down);
+            expectRow(29);
+            this->press(key::Home);
+            expectRow(0);
+            this->hands->clickRow(shown, *table, 30);
+            expectRow(0);
+            table->Enabled = false;
+            this->hands->clickRow(shown, *table, 7);
+            expectRow(0);
+        }
+        EXPECT_EQ(this->seen(form.Lista, 29, 0), "30");
+        EXPECT_EQ(this->seen(form.Movimientos, 29, 1), "Apunte 29");
+        form.Movimientos.Rows[4].Texts.pop_back();
+        EXPECT_EQ(this->seen(form.Movimientos, 4, 1), "");
+    });
+}
+
+TYPED_TEST(ToolkitContract, a_status_line_says_its_text_until_something_is_changed) {
+    auto& form = this->screen;
+    this->bindRows(5);
+    this->fillList(5);
+    form.Lista.Columns[1].Button = true;
+    form.cmdGuardar.Click = [&] { form.lblEstado.Caption = "Guardado"; };
+    this->perform([&](Form& shown) {
+        const auto leaves = [&](const char* gesture, const std::string& text, const std::function<void()>& make) {
+            SCOPED_TRACE(gesture);
+            this->click(form.cmdGuardar);
+            EXPECT_EQ(this->seen(form.lblEstado), "Guardado");
+            make();
+            EXPECT_EQ(this->seen(form.lblEstado), text);
+        };
+        leaves("focus", "Guardado", [&] { this->click(form.Nombre); });
+        leaves("Tab", "Guardado", [&] { this->press(key::Tab, shift::Shift); });
+        leaves("Enter", "Guardado", [&] { this->press(key::Enter); });
+        leaves("another key", "Guardado", [&] { this->press(key::F(5)); });
+        leaves("nothing to press", "Guardado", [&] { this->press('Q', shift::Alt); });
+        form.Nombre.Locked = true;
+        leaves("locked", "Guardado", [&] {
+            this->click(form.Nombre);
+            this->type("x");
+        });
+        form.Nombre.Locked = false;
+        form.cmdSalir.Enabled = false;
+        leaves("disabled", "Guardado", [&] { this->click(form.cmdSalir); });
+        form.cmdSalir.Enabled = true;
+
+        leaves("typing", "", [&] {
+            this->click(form.Nombre);
+            this->type("x");
+        });
+        leaves("ticking", "", [&] { this->click(form.Activo); });
+        leaves("space", "", [&] {
+            form.setFocus(form.Activo);
+            this->press(key::Space);
+        });
+        leaves("choosing", "", [&] { this->hands->choose(shown, form.Tipo, 1); });
+        leaves("an arrow", "", [&] {
+            form.setFocus(form.Tipo);
+            this->press(key::Down);
+        });
+        leaves("a letter", "", [&] {
+            form.setFocus(form.Tipo);
+            this->type("a");
+        });
+        leaves("a row of a grid", "", [&] { this->hands->clickRow(shown, form.Lista, 2); });
+        leaves("a row of a list", "", [&] { this->hands->clickRow(shown, form.Movimientos, 2); });
+        leaves("a header", "", [&] { this->hands->clickHeader(shown, form.Lista, 0); });
+        leaves("a cell button", "", [&] { this->hands->clickCellButton(shown, form.Lista, 1); });
+
+        form.Nombre.Change = [&] { form.lblEstado.Caption = "Cambiado"; };
+        leaves("what a handler says", "Cambiado", [&] {
+            this->click(form.Nombre);
+            this->type("y");
+        });
+        form.Nombre.LostFocus = [&] { form.lblEstado.Caption = "Nombre libre"; };
+        leaves("what is said on leaving a field", "Nombre libre", [&] {
+            this->click(form.Nombre);
+            this->click(form.Activo);
+        });
+        form.cmdSalir.Click = nullptr;
+        leaves("an accelerator", "", [&] { this->press('S', shift::Alt); });
+    });
+    EXPECT_EQ(form.find("LBLESTADO"), &form.lblEstado);
+}
+
+TYPED_TEST(ToolkitContract, a_progress_bar_shows_how_far_the_work_has_come_and_takes_no_focus) {
+    auto& form = this->screen;
+    form.Avance.Max = 12;
+    form.cmdGuardar.Click = [&] { form.Avance.Value += 5; };
+    this->perform([&](Form&) {
+        EXPECT_EQ(this->seen(form.Avance), "0 de 12");
+        this->click(form.cmdGuardar);
+        this->click(form.cmdGuardar);
+        EXPECT_EQ(this->seen(form.Avance), "10 de 12");
+        this->click(form.Avance);
+        EXPECT_EQ(form.activeControl(), &form.cmdGuardar);
+    });
+}
+
+TYPED_TEST(ToolkitContract, letters_lead_to_an_item_together_unless_time_has_passed) {
+    using std::chrono::milliseconds;
+    auto& form = this->screen;
+    this->perform([&](Form&) {
+        form.setFocus(form.Tipo);
+        this->type("p");
+        EXPECT_EQ(this->seen(form.Tipo), "Pasivo");
+        this->desktop->letPass(ListTyping::pause / 10);
+        this->type("r");
+        EXPECT_EQ(this->seen(form.Tipo), "Previsto");
+        this->desktop->letPass(ListTyping::pause);
+        this->type("p");
+        EXPECT_EQ(this->seen(form.Tipo), "Pasivo");
+
+        const auto before = this->desktop->now();
+        this->desktop->wait(milliseconds(15));
+        EXPECT_GE(this->desktop->now() - before, milliseconds(15));
+        this->type("r");
+        EXPECT_EQ(this->seen(form.Tipo), "Previsto");
+    });
 }
 
 }  // namespace FendaMaestros::contract

@@ -32,10 +32,10 @@ protected:
     Export() {
         registerKOffice(components, desktop);
         fs::create_directory(folder);
-        grid.Columns = {{"Id", 0, 1440, Alignment::Left, false, ""},
-                        {"Código »", 1, 1500, Alignment::Center, true, ""},
-                        {"Descripción", 2, 10000, Alignment::Left, true, ""},
-                        {"Saldo", 3, 1800, Alignment::Right, true, "##,###,##0.00 "}};
+        grid.Columns = {{{"Id", 1440, Alignment::Left, false}, 0, ""},
+                        {{"Código »", 1500, Alignment::Center, true}, 1, ""},
+                        {{"Descripción", 10000, Alignment::Left, true}, 2, ""},
+                        {{"Saldo", 1800, Alignment::Right, true}, 3, "##,###,##0.00 "}};
     }
     ~Export() override { fs::remove_all(folder); }
 
