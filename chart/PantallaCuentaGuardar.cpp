@@ -101,8 +101,10 @@ void PantallaCuenta::borrar() {
     if (!confirmInPlace("ATENCION: Confirma que desea eliminar la cuenta seleccionada", message::Critical,
                         sTituloVentana))
         return;
+    const std::string deleted = Text1(Codigo).Text;
     deleteRows(instanciaActual().sesion(), "PCta", " WHERE PCta_Id = " + literal(std::to_string(nIdActual)));
     LimpiarPantalla();
+    tell("Borrada " + deleted);
     setFocus(Text1(Codigo));
 }
 

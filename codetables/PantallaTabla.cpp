@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "toolkit/Text.h"
 #include "ui/SessionAccess.h"
 #include "ui/WorkContext.h"
 
@@ -106,8 +107,10 @@ void PantallaTabla::NuevoCancelar() {
 
 void PantallaTabla::guardar() {
     if (!grabar()) return;
+    const std::string saved = text::trim(Text1(0).Text + " " + Text1(1).Text);
     cmdNueva.Caption = tabla_.captionNueva;
     CargarGrid(1, true);
+    tell("Guardado: " + saved);
 }
 
 void PantallaTabla::exportar() {

@@ -45,6 +45,7 @@ void frmConceptos::mostrarFila() {
     if (!isReserved(rsConce->Fields("Conce_Cod").Value.integer())) return;
     cmdGuardar.Enabled = false;
     Text1(1).Locked = true;
+    tell("Concepto reservado: no se modifica");
 }
 
 void frmConceptos::completarAlta(RowWrite& write) { write.column("Conce_Mod", valor::Entero, 0); }

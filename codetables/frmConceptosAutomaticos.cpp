@@ -157,6 +157,7 @@ void frmConceptosAutomaticos::guardar() {
     // The row just inserted is the one that the next save updates.
     if (nIdActual == 0) elegirTipo();
     CargarGrid();
+    tell("Guardado: " + Combo1.Text());
 }
 
 }  // namespace FendaMaestros

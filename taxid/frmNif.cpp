@@ -407,6 +407,7 @@ void frmNif::borrar() {
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
+    tell("Borrado " + txtFields(Documento).Text);
     vaciar();
     setFocus(txtFields(Documento));
 }
