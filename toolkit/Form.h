@@ -10,7 +10,6 @@
 #include "toolkit/Desktop.h"
 #include "toolkit/Keys.h"
 #include "toolkit/ListTyping.h"
-#include "toolkit/Operator.h"
 
 namespace FendaMaestros {
 
