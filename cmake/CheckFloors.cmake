@@ -1,23 +1,10 @@
 # Reads the includes of the core and fails when one reaches outside the standard library or up a floor:
 #   cmake -DROOT=FOLDER -P CheckFloors.cmake
-# Every offence is printed as file:line.
+# Every offence is printed as file:line. The floors are those of floors.txt.
 
 cmake_policy(VERSION 3.25)
 
-# What each floor may include besides itself.
-set(below_toolkit)
-set(below_session toolkit)
-set(below_storage ${below_session} session)
-set(below_ui ${below_session} session)
-set(below_codetables ${below_ui} ui)
-set(below_taxid ${below_ui} ui)
-set(below_chart ${below_ui} ui taxid)
-set(below_chartreports ${below_ui} ui)
-set(below_component ${below_ui} ui)
-set(floors toolkit session storage ui codetables taxid chart chartreports component)
-# The one public header that screens see although it stands above them, and the screens that its source opens.
-set(sees_component ui codetables taxid chart chartreports)
-set(screens codetables taxid chart chartreports)
+include(${CMAKE_CURRENT_LIST_DIR}/ReadFloors.cmake)
 
 set(standard_headers
     algorithm any array atomic barrier bit bitset charconv chrono codecvt compare complex concepts condition_variable
@@ -47,15 +34,9 @@ function(offence out floor file name)
   set(path ${CMAKE_MATCH_1}/${CMAKE_MATCH_2})
   if(NOT EXISTS ${ROOT}/${path})
     set(${out} "does not exist" PARENT_SCOPE)
-  elseif(NOT target IN_LIST floors)
+  elseif(NOT target IN_LIST FENDA_FLOORS)
     set(${out} "is outside the core" PARENT_SCOPE)
-  elseif(target STREQUAL floor OR target IN_LIST below_${floor})
-    return()
-  elseif(path STREQUAL "component/FendaMaes.h" AND floor IN_LIST sees_component)
-    return()
-  elseif(floor STREQUAL "component" AND file MATCHES "\\.cpp$" AND target IN_LIST screens)
-    return()
-  else()
+  elseif(NOT target STREQUAL floor AND NOT target IN_LIST FENDA_BELOW_${floor})
     set(${out} "is not below ${floor}" PARENT_SCOPE)
   endif()
 endfunction()
@@ -72,8 +53,12 @@ endfunction()
 
 set(offences 0)
 set(read 0)
-foreach(floor ${floors})
+foreach(floor ${FENDA_FLOORS})
   file(GLOB_RECURSE files RELATIVE ${ROOT} ${ROOT}/${floor}/*)
+  if(NOT files)
+    message("${floor}: floors.txt lists a folder that is not there")
+    math(EXPR offences "${offences} + 1")
+  endif()
   foreach(file ${files})
     if(NOT file MATCHES "\\.(h|cpp)$")
       message("${file}: only .h and .cpp files belong to the core")
@@ -100,6 +85,6 @@ if(read EQUAL 0)
   message(FATAL_ERROR "no source of the core under ${ROOT}")
 endif()
 if(offences GREATER 0)
-  message(FATAL_ERROR "${offences} includes break the floors")
+  message(FATAL_ERROR "${offences} faults break the floors")
 endif()
 message("${read} files keep the floors")
