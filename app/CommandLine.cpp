@@ -11,6 +11,7 @@
 #include "app/Composition.h"
 #include "app/Folders.h"
 #include "app/guion/Guion.h"
+#include "ui/Version.h"
 
 namespace FendaMaestros {
 
@@ -63,7 +64,7 @@ void describe(CLI::App& program, Request& request) {
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
     program.set_help_flag("-h,--ayuda,--help", "Muestra esta ayuda");
-    program.set_version_flag("--version", "fenda " FENDA_VERSION, "Muestra la versión");
+    program.set_version_flag("--version", "fenda " + componentVersion(), "Muestra la versión");
     program.require_subcommand(0, 1);
     addFolder(program, request, "la del usuario");
     addText(program, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");

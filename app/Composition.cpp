@@ -70,6 +70,14 @@ std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { retu
 
 #endif
 
+#ifndef FENDA_WITH_HEADLESS
+
+GuionDesktop headlessDesktop(Operator&) {
+    throw std::runtime_error("Este programa solo se ha construido con ventanas: el guion se ejecuta con --ventana.");
+}
+
+#endif
+
 OpenCompany::OpenCompany(Desktop& desktop, std::unique_ptr<SesionBd> session)
     : session_(std::move(session)), component_(desktop, components_) {
     registerComponents(components_, desktop);

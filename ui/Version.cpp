@@ -2,6 +2,7 @@
 
 namespace FendaMaestros {
 
-std::string componentVersion() { return FENDA_VERSION; }
+// CMake reads the version of the project from here.
+std::string componentVersion() { return "1.0.0"; }
 
 }  // namespace FendaMaestros

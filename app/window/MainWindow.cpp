@@ -13,6 +13,7 @@
 #include "app/window/Tile.h"
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
+#include "ui/Version.h"
 
 namespace FendaMaestros {
 
@@ -118,8 +119,8 @@ void MainWindow::addOperationMenus() {
 
 void MainWindow::addHelpMenu() {
     menuBar()->addMenu("A&yuda")->addAction("&Acerca de fenda", this, [this] {
-        desktop_.ask({"fenda " FENDA_VERSION
-                      "\nMaestros contables: tablas, identificadores fiscales y plan de cuentas.",
+        desktop_.ask({"fenda " + componentVersion() +
+                          "\nMaestros contables: tablas, identificadores fiscales y plan de cuentas.",
                       message::Ok + message::Information, "Acerca de fenda"});
     });
 }

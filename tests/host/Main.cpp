@@ -1,0 +1,3 @@
+int host();
+
+int main() { return host(); }
