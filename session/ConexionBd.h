@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -37,6 +38,12 @@ public:
     /// Runs one text that reads, and nothing else: a text that could write, returns no columns or goes on behind its
     /// end is refused (ErrorBd::Kind::Refused). Never null.
     virtual std::shared_ptr<Recordset> Execute(std::string_view sql) = 0;
+
+    /// Asked now and then while a read runs, with the rows read so far; false stops the read.
+    using ReadWatch = std::function<bool(int rows)>;
+    /// Watches the reads from now on; an empty watch ends it. A read that is stopped gives the rows read so far, and
+    /// its recordset says that it is Partial. An adapter that cannot stop a read never asks.
+    virtual void watchReads(ReadWatch /*watch*/) {}
 
     /// Runs one INSERT, UPDATE or DELETE composed by the session, and returns how many rows it touched. A text that
     /// goes into a column of numbers is stored as the number it spells. Waits a while for another program before it

@@ -25,6 +25,7 @@ public:
         sink_(sql);
         return connection_->Execute(sql);
     }
+    void watchReads(ReadWatch watch) override { connection_->watchReads(std::move(watch)); }
     std::int64_t run(const Statement& statement) override {
         std::string line = statement.sql;
         const char* separator = "  -- ";
@@ -58,6 +59,7 @@ public:
 
     std::shared_ptr<ConexionBd> Conexion() override { return connection_; }
     const ParametrosEmpresa& Parametros() const override { return session_->Parametros(); }
+    std::string CarpetaFicheros() const override { return session_->CarpetaFicheros(); }
     void Tabla(std::string_view name) override {
         sink_("Tabla " + literal(name));
         session_->Tabla(name);

@@ -19,6 +19,8 @@ struct Field {
 /// case. A fresh recordset stands on its first row; an empty one is at both ends at once.
 class Recordset final : public RowSource {
 public:
+    /// The read was stopped before its last row.
+    bool Partial = false;
     /// Raised after every change of the current row, and when a grid is bound: the end positions included.
     std::function<void()> MoveComplete;
 

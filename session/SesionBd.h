@@ -43,6 +43,10 @@ public:
     virtual std::shared_ptr<ConexionBd> Conexion() = 0;
     virtual const ParametrosEmpresa& Parametros() const = 0;
 
+    /// The folder beside the company's data for files that belong to it, which need not be there yet; empty for a
+    /// session without files of its own.
+    virtual std::string CarpetaFicheros() const { return {}; }
+
     virtual void Tabla(std::string_view name) = 0;
     /// Forgets columns and condition; the argument is always 0.
     virtual void Reiniciar(std::int16_t fixed) = 0;

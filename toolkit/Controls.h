@@ -201,6 +201,9 @@ struct TableColumn {
 /// Rows of texts under captions, of which one may be current. Rows and columns count from 0; hidden columns count.
 class Table : public Control {
 public:
+    /// Double click on the current row, or Space.
+    std::function<void()> DblClick;
+
     virtual int columnCount() const = 0;
     virtual const TableColumn& column(int column) const = 0;
     virtual int rowCount() const = 0;
@@ -229,9 +232,6 @@ public:
 
     std::function<void(int column)> HeadClick;
     std::function<void(int column)> ButtonClick;
-    /// Double click on the current row.
-    std::function<void()> DblClick;
-
     /// Shows these rows from now on, with one plain column for each column of the source, captioned by its name; then
     /// makes the current row current again, so that whoever listens to its moves hears of it. Null empties the grid.
     void bind(std::shared_ptr<RowSource> source);

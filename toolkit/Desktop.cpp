@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 
 #include "toolkit/Form.h"
 
@@ -20,6 +21,10 @@ std::string Date::text() const {
     char digits[40];
     std::snprintf(digits, sizeof digits, "%02d/%02d/%04d", day, month, year);
     return digits;
+}
+
+std::string Desktop::temporaryFile(const std::string& name) const {
+    return (std::filesystem::temp_directory_path() / name).string();
 }
 
 Date Desktop::today() const {

@@ -72,12 +72,22 @@ public:
     /// Lets what is waiting be painted and handled. Never throws.
     virtual void processPending() = 0;
 
+    /// For work that takes long: shows the screens as they stand, and says whether the person has pressed Esc since this
+    /// was last asked. What else is typed or clicked meanwhile is dropped. Never throws.
+    virtual bool stopAsked() = 0;
+
     /// Asks where to save. `proposal` is a file name without folder; `kind` tells a person what it is, as "Hoja de
     /// cálculo (*.xlsx)". Nothing when the person leaves it.
     virtual std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) = 0;
     /// Opens a file with the program that the desktop has for it, and does not wait for it. False when it has none.
     /// With an operator nothing is opened, and the answer is true.
     virtual bool openFile(const std::string& path) = 0;
+
+    /// Hands a file to the desktop's mail program as an attachment, and does not wait for it. False when it has none.
+    /// With an operator nothing is sent, and the answer is true.
+    virtual bool mailFile(const std::string& path) = 0;
+    /// Where a file of this name can be kept until the machine is cleaned; one that is there is replaced.
+    virtual std::string temporaryFile(const std::string& name) const;
 
     /// Asks for a printer and prints; false when the person leaves it. Throws std::runtime_error, in Spanish, when
     /// there is no printer.

@@ -271,9 +271,9 @@ void Form::selectRow(Table& table, int row) {
     });
 }
 
-void Form::doubleClick(DataGrid& grid) {
-    change(grid, [&] {
-        if (grid.currentRow() >= 0) raise(grid.DblClick);
+void Form::doubleClick(Table& table) {
+    change(table, [&] {
+        if (table.currentRow() >= 0) raise(table.DblClick);
     });
 }
 

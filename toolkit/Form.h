@@ -100,7 +100,7 @@ public:
     void press(Button& button);
     void choose(ComboBox& combo, int index);
     void selectRow(Table& table, int row);
-    void doubleClick(DataGrid& grid);
+    void doubleClick(Table& table);
     void clickHeader(DataGrid& grid, int column);
     void clickCellButton(DataGrid& grid, int column);
     /// The window's close box.

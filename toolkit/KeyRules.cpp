@@ -102,6 +102,7 @@ private:
     void moveInRows(Table& table) {
         const int row = rowAfterKey(stroke_.code, table.currentRow(), table.rowCount());
         if (row >= 0) effect.change = [&table, row] { table.moveToRow(row); };
+        if (stroke_.code == key::Space && table.DblClick && table.currentRow() >= 0) effect.change = table.DblClick;
     }
 
     KeyStroke stroke_;

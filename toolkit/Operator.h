@@ -24,6 +24,8 @@ public:
     /// The form is on top and idle: make gestures on it until it is closed. Called once for each form shown; when it
     /// returns with the form open, the desktop closes the form.
     virtual void attend(Form& form) = 0;
+    /// Whether the person presses Esc while long work shows how far it has come.
+    virtual bool stopsWork() { return false; }
     /// Throws when the message was not expected.
     virtual Reply answer(const Message& message) = 0;
     /// Throws when the question was not expected.
@@ -45,7 +47,7 @@ public:
     virtual void choose(Form& form, ComboBox& combo, int index) = 0;
     virtual void clickHeader(Form& form, DataGrid& grid, int column) = 0;
     virtual void clickRow(Form& form, Table& table, int row) = 0;
-    virtual void doubleClickRow(Form& form, DataGrid& grid, int row) = 0;
+    virtual void doubleClickRow(Form& form, Table& table, int row) = 0;
     /// The cell button of the current row.
     virtual void clickCellButton(Form& form, DataGrid& grid, int column) = 0;
     /// The window's close box.

@@ -25,6 +25,13 @@ void ListPair::choose(std::int64_t id) {
     }
 }
 
+std::string ListPair::followChoice() {
+    const int row = combos_(0).ListIndex();
+    if (row < 1) return {};
+    combos_(1).setListIndex(row);
+    return combos_(1).Text();
+}
+
 std::int64_t ListPair::chosenId() const {
     const int row = combos_(0).ListIndex();
     return row > 0 ? Variant(combos_(1).List(row)).integer() : 0;

@@ -23,6 +23,8 @@ public:
     void choose(std::int64_t id);
     /// The identity beside the name shown; 0 for the first row and when none is chosen.
     std::int64_t chosenId() const;
+    /// The hidden list follows the shown one; its text, "" for the first row and when none is chosen.
+    std::string followChoice();
 
 private:
     ControlArray<ComboBox> combos_;

@@ -28,6 +28,14 @@ void deleteRows(SesionBd& session, std::string_view table, std::string_view wher
     requireCarriedOut(status, "borrar", text);
 }
 
+void RowWrite::erase(std::string_view where) {
+    session_.Condicion(where);
+    std::string text;
+    bool status = false;
+    session_.Borrar(text, status);
+    requireCarriedOut(status, "borrar", text);
+}
+
 void RowWrite::update(std::string_view where) {
     session_.Condicion(where);
     std::string text;

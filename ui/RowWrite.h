@@ -32,8 +32,8 @@ void requireUnique(ConexionBd& connection, const std::string& table, const std::
 /// Deletes the rows under a condition; arguments and errors as RowWrite::update().
 void deleteRows(SesionBd& session, std::string_view table, std::string_view where);
 
-/// One write, described and carried out in the order that the session wants: table, columns, then actualizar() or
-/// insertar().
+/// One write, described and carried out in the order that the session wants: table, columns, then update(), insert() or
+/// erase().
 class RowWrite {
 public:
     RowWrite(SesionBd& session, std::string_view table) : session_(session) {
@@ -49,8 +49,10 @@ public:
     /// `where` in full with its leading blank. Throws ErrorBd, also (kind Refused) when the session refuses the
     /// statement.
     void update(std::string_view where);
-    /// Errors as actualizar().
+    /// Errors as update().
     void insert();
+    /// Deletes the rows under a condition; columns are not asked for. Errors as update().
+    void erase(std::string_view where);
 
 private:
     SesionBd& session_;

@@ -53,7 +53,6 @@ protected:
     /// The same, with the mark for the key that answers: an Enter leaves the focus where the answer puts it.
     bool confirmInPlace(const std::string& text, int icon, const std::string& title);
 
-private:
     Label lblEstado;
 };
 

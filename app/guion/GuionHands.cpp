@@ -126,7 +126,7 @@ void GuionHands::clickRow(const std::string& name, const Place& row) {
 }
 
 void GuionHands::doubleClickRow(const std::string& name, const std::optional<Place>& row) {
-    auto& grid = control<DataGrid>(name, "una rejilla");
+    Table& grid = guion::table(top(), name);
     const int index = row ? guion::rowOf(grid, *row) : grid.currentRow();
     if (index < 0) fail(name + " no tiene ninguna fila actual");
     actOn(grid, [&](Form& form, Gestures& hands) { hands.doubleClickRow(form, grid, index); });

@@ -20,6 +20,11 @@ bool HeadlessDesktop::openFile(const std::string& path) {
     return true;
 }
 
+bool HeadlessDesktop::mailFile(const std::string& path) {
+    mailedFiles_.push_back(path);
+    return true;
+}
+
 bool HeadlessDesktop::print(const PagedDocument&) { throw std::runtime_error("No hay ninguna impresora."); }
 
 void HeadlessDesktop::writePdf(const PagedDocument& document, const std::string& path) {

@@ -23,14 +23,18 @@ public:
     void processPending() override {}
     /// Nobody looks on: the clock goes ahead, and other programs get a hundredth of a second at most.
     void wait(std::chrono::milliseconds time) override;
+    bool stopAsked() override { return person_.stopsWork(); }
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
         return person_.saveFile(proposal, kind);
     }
     bool openFile(const std::string& path) override;
+    bool mailFile(const std::string& path) override;
     bool print(const PagedDocument&) override;
     void writePdf(const PagedDocument& document, const std::string& path) override;
 
     int pointer() const { return pointer_; }
+    /// What mailFile() was asked for, in order.
+    const std::vector<std::string>& mailedFiles() const { return mailedFiles_; }
     /// What openFile() was asked for, in order.
     const std::vector<std::string>& openedFiles() const { return openedFiles_; }
 
@@ -41,7 +45,7 @@ private:
     Operator& person_;
     PdfWriter pdf_;
     int pointer_ = 0;
-    std::vector<std::string> openedFiles_;
+    std::vector<std::string> openedFiles_, mailedFiles_;
 };
 
 }  // namespace FendaMaestros

@@ -72,10 +72,10 @@ void HeadlessGestures::clickRow(Form& form, Table& table, int row) {
     editor_.follow(form);
 }
 
-void HeadlessGestures::doubleClickRow(Form& form, DataGrid& grid, int row) {
+void HeadlessGestures::doubleClickRow(Form& form, Table& table, int row) {
     const int before = form.interruptions();
-    form.selectRow(grid, row);
-    if (form.isOpen() && form.interruptions() == before) form.doubleClick(grid);
+    form.selectRow(table, row);
+    if (form.isOpen() && form.interruptions() == before) form.doubleClick(table);
     editor_.follow(form);
 }
 

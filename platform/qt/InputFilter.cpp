@@ -31,6 +31,7 @@ bool clickRefused(QWidget& at) {
 
 bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
     if (!watched->isWidgetType()) return false;
+    if (watching_ && dropsWhileWatching(*event)) return true;
     QWidget& at = *static_cast<QWidget*>(watched);
     switch (event->type()) {
         case QEvent::KeyPress:
@@ -50,6 +51,24 @@ bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Wheel:
             // Rolling over a list that is closed must not choose another item.
             return FormWindow::around(at) && qobject_cast<QComboBox*>(&at);
+        default:
+            return false;
+    }
+}
+
+bool InputFilter::dropsWhileWatching(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::KeyPress:
+            if (static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape) escapePressed_ = true;
+            return true;
+        case QEvent::KeyRelease:
+        case QEvent::ShortcutOverride:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::Close:
+            return true;
         default:
             return false;
     }

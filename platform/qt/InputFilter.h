@@ -18,7 +18,25 @@ class InputFilter final : public QObject {
 public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    /// As long as it lives, no key and no click reaches anybody; it only notes an Esc.
+    class StopWatch {
+    public:
+        explicit StopWatch(InputFilter& filter) : filter_(filter) {
+            filter_.watching_ = true;
+            filter_.escapePressed_ = false;
+        }
+        StopWatch(const StopWatch&) = delete;
+        StopWatch& operator=(const StopWatch&) = delete;
+        ~StopWatch() { filter_.watching_ = false; }
+
+        bool escapePressed() const { return filter_.escapePressed_; }
+
+    private:
+        InputFilter& filter_;
+    };
+
 private:
+    bool dropsWhileWatching(const QEvent& event);
     bool keyPressed(QWidget& at, const QKeyEvent& event);
     bool keyReleased(QWidget& at, const QKeyEvent& event);
     bool mousePressed(QWidget& at);
@@ -29,6 +47,8 @@ private:
     std::map<quint32, QPointer<QWidget>> pressedIn_;
     /// The field whose text stays selected when the click that brought the focus there ends without marking a part.
     QPointer<QLineEdit> selectOnRelease_;
+    bool watching_ = false;
+    bool escapePressed_ = false;
 };
 
 }  // namespace FendaMaestros::qt

@@ -4,6 +4,7 @@
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QProcess>
 #include <QTimer>
 #include <QUrl>
 #include <stdexcept>
@@ -102,6 +103,18 @@ void QtDesktop::setPointer(int pointer) {
 
 /// Keys and clicks wait until the running handler is done: a form drops gestures made meanwhile, and what is typed fast
 /// would be lost.
+bool QtDesktop::stopAsked() {
+    qt::FormWindow::pullAll();
+    const qt::InputFilter::StopWatch watch(program_->filter);
+    QCoreApplication::processEvents();
+    return (person_ && person_->stopsWork()) || watch.escapePressed();
+}
+
+bool QtDesktop::mailFile(const std::string& path) {
+    if (person_) return true;
+    return QProcess::startDetached("xdg-email", {"--attach", QString::fromStdString(path)});
+}
+
 void QtDesktop::processPending() {
     qt::FormWindow::pullAll();
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);

@@ -18,6 +18,8 @@ public:
     Reply ask(const Message& message) override;
     void setPointer(int pointer) override;
     void processPending() override;
+    bool stopAsked() override;
+    bool mailFile(const std::string& path) override;
     void wait(std::chrono::milliseconds time) override;
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override;
     bool openFile(const std::string& path) override;

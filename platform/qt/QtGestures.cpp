@@ -109,14 +109,14 @@ void QtGestures::clickRow(Form& form, Table& table, int row) {
     });
 }
 
-void QtGestures::doubleClickRow(Form& form, DataGrid& grid, int row) {
+void QtGestures::doubleClickRow(Form& form, Table& table, int row) {
     inWindow(form, [&](FormWindow& window) {
-        QTableView& table = tableOf(window, grid);
-        if (row < 0 || row >= table.model()->rowCount()) return;
+        QTableView& rows = tableOf(window, table);
+        if (row < 0 || row >= rows.model()->rowCount()) return;
         const int before = form.interruptions();
-        const QPoint at = clickOnRow(table, row);
+        const QPoint at = clickOnRow(rows, row);
         window.rethrowFailure();
-        if (form.isOpen() && form.interruptions() == before) qt::hands::clickAgain(*table.viewport(), at);
+        if (form.isOpen() && form.interruptions() == before) qt::hands::clickAgain(*rows.viewport(), at);
     });
 }
 

@@ -14,7 +14,7 @@ public:
     void choose(Form& form, ComboBox& combo, int index) override;
     void clickHeader(Form& form, DataGrid& grid, int column) override;
     void clickRow(Form& form, Table& table, int row) override;
-    void doubleClickRow(Form& form, DataGrid& grid, int row) override;
+    void doubleClickRow(Form& form, Table& table, int row) override;
     void clickCellButton(Form& form, DataGrid& grid, int column) override;
     void close(Form& form) override;
 };

@@ -89,6 +89,8 @@ TableView::TableView(Table& table, FormWindow& window)
     QObject::connect(&rows_, &QTableView::pressed, &window, [&](const QModelIndex& index) {
         window.hand([&] { window.form().selectRow(table, index.row()); });
     });
+    QObject::connect(&rows_, &QTableView::doubleClicked, &window,
+                     [&] { window.hand([&] { window.form().doubleClick(table); }); });
 }
 
 QWidget& TableView::keyWidget() { return rows_; }
@@ -141,8 +143,6 @@ GridView::GridView(DataGrid& grid, FormWindow& window) : TableView(grid, window)
     };
     rows().setItemDelegate(new CellButton(
         &rows(), shownIn, [&](int column) { window.hand([&] { window.form().clickCellButton(grid, column); }); }));
-    QObject::connect(&rows(), &QTableView::doubleClicked, &window,
-                     [&] { window.hand([&] { window.form().doubleClick(grid); }); });
     const auto headerClicked = [&](int column) {
         if (column >= 0) window.hand([&] { window.form().clickHeader(grid, column); });
     };

@@ -20,6 +20,36 @@ namespace {
 [[noreturn]] void refuse(const char* sentence) { throw ErrorBd(ErrorBd::Kind::Refused, sentence); }
 
 /// A statement in use: without bindings and at its start again when it goes.
+class Watched {
+public:
+    Watched(const Database& database, const ConexionBd::ReadWatch& watch, const Recordset& rows)
+        : database_(database), watch_(watch), rows_(rows) {
+        if (watch_) sqlite3_progress_handler(database_.handle(), instructions, &ask, this);
+    }
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+    ~Watched() {
+        if (watch_) sqlite3_progress_handler(database_.handle(), 0, nullptr, nullptr);
+    }
+
+    bool stopped() const { return stopped_; }
+
+private:
+    /// Of the engine's virtual machine, between two questions: some tenths of a millisecond.
+    static constexpr int instructions = 20000;
+
+    static int ask(void* self) {
+        auto& watched = *static_cast<Watched*>(self);
+        watched.stopped_ = watched.stopped_ || !watched.watch_(watched.rows_.rowCount());
+        return watched.stopped_ ? 1 : 0;
+    }
+
+    const Database& database_;
+    const ConexionBd::ReadWatch& watch_;
+    const Recordset& rows_;
+    bool stopped_ = false;
+};
+
 class Run {
 public:
     Run(const Database& database, sqlite3_stmt* statement) : database_(database), statement_(statement) {}
@@ -32,6 +62,13 @@ public:
 
     bool step() {
         const int code = sqlite3_step(statement_);
+        check(code, database_.handle());
+        return code == SQLITE_ROW;
+    }
+    /// False also when the watch has stopped the read.
+    bool step(const Watched& watched) {
+        const int code = sqlite3_step(statement_);
+        if (code == SQLITE_INTERRUPT && watched.stopped()) return false;
         check(code, database_.handle());
         return code == SQLITE_ROW;
     }
@@ -185,8 +222,10 @@ std::shared_ptr<Recordset> SqliteConexion::Execute(std::string_view sql) {
     Run run(database_, statement);
     bindLiterals(run, shape_.literals, unquoted);
     const int columns = static_cast<int>(cached.columns.size());
-    while (run.step())
+    const Watched watched(database_, watch_, *rows);
+    while (run.step(watched))
         for (int i = 0; i < columns; ++i) append(*rows, sqlite3_column_value(statement, i));
+    rows->Partial = watched.stopped();
     cached.rows = rows->rowCount();
     cached.textBytes = rows->textBytes();
     return rows;

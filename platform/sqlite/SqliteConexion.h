@@ -16,6 +16,7 @@ public:
     SqliteConexion& operator=(const SqliteConexion&) = delete;
 
     std::shared_ptr<Recordset> Execute(std::string_view sql) override;
+    void watchReads(ReadWatch watch) override { watch_ = std::move(watch); }
     std::int64_t run(const Statement& statement) override;
     void BeginTrans() override;
     void CommitTrans() override;
@@ -37,6 +38,7 @@ private:
     storage::Shape shape_;
     Permission permission_ = Permission::Everything;
     int depth_ = 0;
+    ReadWatch watch_;
 };
 
 }  // namespace FendaMaestros::sqlite

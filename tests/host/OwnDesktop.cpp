@@ -16,6 +16,8 @@ public:
 
     Reply ask(const Message& message) override { throw std::runtime_error(message.text); }
     void setPointer(int) override {}
+    bool stopAsked() override { return false; }
+    bool mailFile(const std::string&) override { return false; }
     void processPending() override {}
     void wait(std::chrono::milliseconds) override {}
     std::optional<std::string> chooseSaveFile(const std::string&, const std::string&) override { return std::nullopt; }
