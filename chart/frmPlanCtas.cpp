@@ -26,6 +26,12 @@ constexpr std::array fieldLabels = {"Código Cuenta ",
 
 }  // namespace
 
+void abrirSubcuentas(std::int64_t nIdCuenta) {
+    frmPlanCtas screen;
+    screen.nIdInicial = nIdCuenta;
+    screen.show();
+}
+
 frmPlanCtas::frmPlanCtas() : PantallaCuenta({0, 1, 2, 3, 4, 5, 6, 7}, {0, 1, 2, 3, 4, 5, 6, 7}, false) {
     for (std::size_t i = 0; i < fieldLabels.size(); ++i) Label1(static_cast<int>(i)).Caption = fieldLabels[i];
     Frame2.Caption = "Estado";

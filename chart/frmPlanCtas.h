@@ -7,6 +7,9 @@
 
 namespace FendaMaestros {
 
+/// Shows the sub-accounts on the one with this PCta_Id, if it is not 0; returns when the person has closed them.
+void abrirSubcuentas(std::int64_t nIdCuenta);
+
 /// The company's sub-accounts, table `PCta`: found by code or name, walked through, created, changed and deleted, with
 /// their links to other accounts and to a tax identity.
 class frmPlanCtas final : public PantallaCuenta {

@@ -3,6 +3,10 @@
 #include "chart/BuscarCuentas.h"
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
+#include "chart/frmPlanGC.h"
+#include "chartreports/frmInfPlanGc.h"
+#include "chartreports/frmPlanVerificar.h"
+#include "chartreports/frmPlandeCuentas.h"
 #include "codetables/frmCentros.h"
 #include "codetables/frmConceptos.h"
 #include "codetables/frmDepartamentos.h"
@@ -26,11 +30,15 @@ void FendaMaes::jCentros() { frmCentros().show(); }
 
 void FendaMaes::jMasas() { frmMasas().show(); }
 
-void FendaMaes::jPlanCuentas(std::int32_t nIdCuenta) {
-    frmPlanCtas screen;
-    screen.nIdInicial = nIdCuenta;
-    screen.show();
+void FendaMaes::jPlanCuentas(std::int32_t nIdCuenta) { abrirSubcuentas(nIdCuenta); }
+
+void FendaMaes::jshowInformePlandeCuentas() { frmPlandeCuentas().show(); }
+
+void FendaMaes::jshowPGCMantenimiento() {
+    frmPlanGC([] { frmInfPlanGc().show(); }).show();
 }
+
+void FendaMaes::jshowPGCVerificacion() { frmPlanVerificar().show(); }
 
 std::string FendaMaes::CrearNuevaCuenta(std::string& sCta, std::int32_t nIdNif, bool bCalcula) {
     frmPlanCtas screen;

@@ -28,6 +28,13 @@ public:
     /// code saved, or the one that turned out to exist; left without either, it keeps the value it had.
     std::string CrearNuevaCuenta(std::string& sCta, std::int32_t nIdNif = 0, bool bCalcula = false);
 
+    /// The chart of accounts as a listing.
+    void jshowInformePlandeCuentas();
+    /// The accounts of the official plan.
+    void jshowPGCMantenimiento();
+    /// The checks of the chart of accounts.
+    void jshowPGCVerificacion();
+
     /// Whether a code hangs from an account of the official plan of the year, or a person wants it all the same. See
     /// chart/CodigosCuenta.h.
     bool msValidaCuentaPlan(const std::string& sCuenta, std::int16_t nEjercicio, bool bPreguntar = true);

@@ -9,6 +9,7 @@
 #include "taxid/ClavesRetencion.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/Validacion.h"
+#include "taxid/frmCambiarNif.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
 #include "ui/CodedList.h"
@@ -140,6 +141,7 @@ void frmNif::mostrar(const Ficha& ficha) {
     const int subkey = codedList::position(cboSubclave, 2, nif.subclave);
     if (subkey >= 0) cboSubclave.setListIndex(subkey);
     cmdBorrar.Enabled = !ficha.conFacturas;
+    cmdSustituir.Enabled = true;
 }
 
 /// The trade name is not stored, and goes on being that of the entry on the screen.
@@ -158,7 +160,7 @@ void frmNif::vaciar() {
     cboProvincias.setListIndex(nProvinciaPropia_);
     cboPais.setListIndex(nPaisPropio_);
     cboClaveRetencion.setListIndex(0);
-    cmdBorrar.Enabled = false;
+    cmdBorrar.Enabled = cmdSustituir.Enabled = false;
 }
 
 NifRecord frmNif::enPantalla() const {
@@ -391,7 +393,7 @@ void frmNif::actualizar(RowWrite& write) {
             throw std::runtime_error(
                 "Otro programa ha cambiado este CIF/NIF. Vuelva a buscarlo para ver cómo está ahora.");
         nIdActual_ = 0;
-        cmdBorrar.Enabled = false;
+        cmdBorrar.Enabled = cmdSustituir.Enabled = false;
         throw std::runtime_error("Otro programa ha eliminado este CIF/NIF. Si lo guarda otra vez, se crea de nuevo.");
     }
     refusingSilently([&] { write.update(" WHERE Nif_Id = " + std::to_string(nIdActual_)); });
@@ -410,6 +412,13 @@ void frmNif::borrar() {
     tell("Borrado " + txtFields(Documento).Text);
     vaciar();
     setFocus(txtFields(Documento));
+}
+
+void frmNif::sustituir() {
+    frmCambiarNif screen(nIdActual_);
+    screen.show();
+    if (msBuscarCif({}, 0, nIdActual_) < 1) tell("Otro programa ha eliminado este CIF/NIF");
+    if (!screen.resumen().empty()) tell(screen.resumen());
 }
 
 void frmNif::avisarFallo(const std::exception& error) {

@@ -115,6 +115,7 @@ private:
     /// Throws std::runtime_error when another program has changed the entry, or has deleted it: then it is a new one.
     void actualizar(RowWrite& write);
     void borrar();
+    void sustituir();
     void avisarFallo(const std::exception& error);
 
     std::int64_t nIdActual_ = 0;
@@ -150,6 +151,8 @@ private:
     NavigationButtons navegacion{[this](Step step) { navegar(step); }};
     CommandButton cmdSalvar{"&Guardar Cambios"};
     CommandButton cmdBorrar{"Borrar CIF/NIF"};
+    CommandButton cmdSustituir{"Cambiar CIF/NIF"};
+    CommandButton cmdInforme{"Informe"};
     CommandButton cmdSalir{"(ESC) - &Salir"};
 };
 

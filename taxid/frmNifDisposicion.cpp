@@ -1,3 +1,4 @@
+#include "taxid/frmInfNif.h"
 #include "taxid/frmNif.h"
 
 namespace FendaMaestros {
@@ -53,7 +54,9 @@ void frmNif::prepararMandos() {
     cboClaveRetencion.Click = [this] { elegirClaveRetencion(); };
     cmdSalvar.Click = [this] { guardar(); };
     cmdBorrar.Click = [this] { borrar(); };
-    cmdBorrar.Enabled = false;
+    cmdSustituir.Click = [this] { sustituir(); };
+    cmdInforme.Click = [] { frmInfNif().show(); };
+    cmdBorrar.Enabled = cmdSustituir.Enabled = false;
     cmdSalir.Click = [this] { unload(); };
     lblTeclas.Caption =
         "F1 buscar por documento · F2 buscar por nombre · F5 guardar · Intro campo siguiente · Esc salir";
@@ -112,13 +115,16 @@ void frmNif::disponer() {
     add(navegacion.cmdNav, &navegacion.frame);
     add(cmdSalvar, "cmdSalvar");
     add(cmdBorrar, "cmdBorrar");
+    add(cmdSustituir, "cmdSustituir");
+    add(cmdInforme, "cmdInforme");
     add(cmdSalir, "cmdSalir");
     add(lblTeclas, "lblTeclas");
 
     layOut(arrange::column(
         {arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
          arrange::framed(fraDireccion, {arrange::fields(std::move(address))}), arrange::fields(std::move(withholding)),
-         arrange::row({navegacion.arrangement(), arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSalir})}),
+         arrange::row({navegacion.arrangement(),
+                       arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSustituir, &cmdInforme, &cmdSalir})}),
          arrange::plain(lblTeclas)}));
 }
 

@@ -36,4 +36,8 @@ struct Operation {
     std::function<Outcome(FendaMaes&, const Arguments&)> call;
 };
 
+/// An operation that takes no arguments and shows a screen.
+Operation screenOperation(std::string name, std::string group, std::string caption, KeyStroke key,
+                          void (FendaMaes::*show)());
+
 }  // namespace FendaMaestros

@@ -1,0 +1,222 @@
+#include "chartreports/frmPlandeCuentas.h"
+
+#include <array>
+
+#include "chart/CodigosCuenta.h"
+#include "chart/frmPlanCtas.h"
+#include "session/ParametrosEmpresa.h"
+#include "session/TypedText.h"
+#include "toolkit/Format.h"
+#include "toolkit/Text.h"
+#include "ui/SessionAccess.h"
+#include "ui/WorkContext.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+constexpr const char* amountMask = "##,###,##0.00";
+constexpr const char* balanceMask = "##,###,##0.00 ";
+constexpr const char* totalMask = "#,###,###,##0.00";
+
+/// The report of each kind of listing; null for one that is not printed.
+constexpr std::array<const char*, 6> reports{"PlanCuentas1",      nullptr,         nullptr, "PlanCuentasDpto",
+                                             "PlanCuentasCentro", "PlanCuentasNif"};
+
+bool isByPlace(TipoInforme tipo) { return tipo == TipoInforme::Departamentos || tipo == TipoInforme::Centros; }
+
+int codeColumn(TipoInforme tipo) { return isByPlace(tipo) ? 2 : 1; }
+
+std::vector<ListingColumn> columnsOf(TipoInforme tipo, bool conSaldo) {
+    const auto balance = [conSaldo](Twips width) {
+        return ListingColumn{"Saldo", conSaldo ? width : 0, Alignment::Right, balanceMask};
+    };
+    const auto code = [](Twips width) { return ListingColumn{"Cuenta", width, Alignment::Center, {}, true}; };
+    if (isByPlace(tipo))
+        return {{}, {"Departamento/Centro", 1500, Alignment::Center}, code(1200), {"Descripción", 9500}, balance(1100)};
+    if (tipo != TipoInforme::Nif) return {{}, code(1500), {"Descripción", 10000}, balance(1800)};
+    return {{},
+            code(1200),
+            {"Descripción", 3000},
+            {"Nif", 1200},
+            {"Razón Social/Nombre", 3000},
+            {"Direccion", 1800},
+            {"C.Postal", 700, Alignment::Center},
+            {"Poblacion", 1800},
+            {"Provincia", 1800},
+            {"Pais", 1800},
+            {}};
+}
+
+}  // namespace
+
+frmPlandeCuentas::frmPlandeCuentas()
+    : PantallaInforme({NombreBuscado, Desde, NombreDesde, DesdeSaldo, HastaSaldo, Hasta, NombreHasta},
+                      {0, 1, 2, 3, 4, 5, 6, 7}) {
+    Caption = "Informes del Plan de cuentas";
+    Frame1.Caption = "Estado";
+    Option1(0).Caption = "Activas";
+    Option1(1).Caption = "Inactivas";
+    Option1(2).Caption = "Todas";
+    Check1.Caption = "Informar del  saldo";
+    lblAcu(2).Visible = false;
+
+    cboTipo.Click = [this] { elegirTipo(); };
+    dbg.ButtonClick = [this](int column) {
+        if (column == codeColumn(tipoListado_)) abrirCuenta();
+    };
+    dbg.DblClick = [this] { abrirCuenta(); };
+    for (const int code : {Desde, Hasta}) editField(Text1(code), [this, code] { dejarCodigo(code); });
+    for (const int amount : {DesdeSaldo, HastaSaldo}) {
+        TextBox& field = Text1(amount);
+        field.TextAlignment = Alignment::Right;
+        field.KeyPress = [this, &field](int& ascii) {
+            Ayuda.FiltrarTecla(field, ascii, true, 0);
+            if (ascii == key::Enter) ascii = 0;
+        };
+        editField(field, [this, amount] { dejarSaldo(amount); });
+    }
+    disponer();
+    Option1(0).setValue(true);
+}
+
+void frmPlandeCuentas::disponer() {
+    static constexpr std::array captions{
+        "Tipo de informe", "Desde Codigo Cuenta", "Hasta Codigo Cuenta", "Con el nombre de cuenta", "Departamento",
+        "Centro",          "Desde saldo",         "Hasta saldo"};
+    for (std::size_t i = 0; i < captions.size(); ++i) Label1(static_cast<int>(i)).Caption = captions[i];
+
+    add(Label1);
+    add(cboTipo, "cboTipo");
+    for (const int field : {Desde, NombreDesde, Hasta, NombreHasta, NombreBuscado})
+        add(Text1(field), "Text1(" + std::to_string(field) + ")");
+    add(Check2, "Check2");
+    add(cboDepar.controls());
+    add(cboCentro.controls());
+    add(Frame1, "Frame1");
+    add(Option1, &Frame1);
+    for (const int field : {DesdeSaldo, HastaSaldo}) add(Text1(field), "Text1(" + std::to_string(field) + ")");
+    add(Check1, "Check1");
+    add(cmdIniciar, "cmdIniciar");
+    add(dbg, "dbg");
+    add(lblAcu);
+    add(barProgreso, "barProgreso");
+    add(cmdInforme, "cmdInforme");
+    add(cmdExcel, "cmdExcel");
+    add(cmdSalir, "cmdSalir");
+
+    using namespace arrange;
+    const auto list = [](Label& label, ListPair& pair) {
+        return field(label, {plain(pair.controls()(0)), plain(pair.controls()(1))});
+    };
+    layOut(column({
+        row({fields({
+                 field(Label1(0), cboTipo),
+                 field(Label1(1), {plain(Text1(Desde)), plain(Text1(NombreDesde))}),
+                 field(Label1(2), {plain(Text1(Hasta)), plain(Text1(NombreHasta))}),
+                 field(Label1(3), {plain(Text1(NombreBuscado)), plain(Check2)}),
+             }),
+             column(
+                 {fields({
+                      list(Label1(4), cboDepar),
+                      list(Label1(5), cboCentro),
+                      field(Label1(6), {plain(Text1(DesdeSaldo)), field(Label1(7), Text1(HastaSaldo)), plain(Check1)}),
+                  }),
+                  row({framed(Frame1, {row({plain(Option1(0)), plain(Option1(1)), plain(Option1(2))})}),
+                       buttons({&cmdIniciar})})})}),
+        filling(dbg),
+        row({plain(lblAcu(2)), plain(barProgreso), buttons({&cmdInforme, &cmdExcel, &cmdSalir})}),
+    }));
+}
+
+void frmPlandeCuentas::CargarCombos() {
+    for (const char* type : {"Informe Subcuentas", "Informe Subcuentas completo", "Informe Cuentas-Subcuentas",
+                             "Informe por Departamentos", "Informe por Centros", "Informe Subcuentas con Nif"})
+        cboTipo.AddItem(type);
+    cboTipo.setListIndex(0);
+    cboDepar.load("Todos", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
+    cboCentro.load("Todos", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
+}
+
+// --- filters
+
+void frmPlandeCuentas::elegirTipo() {
+    Check1.Enabled = tipo() != TipoInforme::Nif;
+    if (!Check1.Enabled) Check1.setValue(false);
+}
+
+void frmPlandeCuentas::dejarCodigo(int field) {
+    TextBox& name = Text1(field + 1);
+    if (text::trim(Text1(field).Text).empty()) return name.Text.clear();
+    Text1(field).Text = completedCode(Text1(field).Text, digitosSubcuenta(instanciaActual().sesion().Parametros()));
+    if (CargarCuenta(0, field, Text1(field).Text, 0) == Hallazgo::NoEncontrada)
+        name.Text = "Código de cuenta no existe";
+}
+
+void frmPlandeCuentas::dejarSaldo(int field) {
+    Ayuda.SalirCampo(Text1(field), amountMask, 0);
+    const std::string& from = Text1(DesdeSaldo).Text;
+    const std::string& to = Text1(HastaSaldo).Text;
+    const auto lower = typed::amount(from);
+    const auto upper = typed::amount(to);
+    if (!lower || !upper || *lower <= *upper) return saldosAvisados_.clear();
+    // Whoever leaves the same two again has been told, and may want them.
+    const std::string bounds = from + "/" + to;
+    if (std::exchange(saldosAvisados_, bounds) == bounds) return;
+    warn("El importe hasta no puede ser superior al importe desde", Text1(HastaSaldo), message::Ok);
+}
+
+EstadoCuenta frmPlandeCuentas::estado() const {
+    if (Option1(0).Value()) return EstadoCuenta::Activas;
+    return Option1(1).Value() ? EstadoCuenta::Inactivas : EstadoCuenta::Todas;
+}
+
+FiltroCuentas frmPlandeCuentas::filtro() {
+    return {.tipo = tipo(),
+            .plan = planEnVigor(),
+            .desde = Text1(Desde).Text,
+            .hasta = Text1(Hasta).Text,
+            .departamento = cboDepar.followChoice(),
+            .centro = cboCentro.followChoice(),
+            .desdeSaldo = Text1(DesdeSaldo).Text,
+            .hastaSaldo = Text1(HastaSaldo).Text,
+            .nombre = Text1(NombreBuscado).Text,
+            .enCualquierParte = Check2.Value(),
+            .estado = estado(),
+            .conSaldo = Check1.Value()};
+}
+
+// --- the listing
+
+PantallaInforme::Consulta frmPlandeCuentas::consulta(std::int16_t nColumna, bool bAsc) {
+    return {.sql = sqlListado(filtro(), nColumna, bAsc),
+            .orden = ordenCuentas(tipo(), nColumna),
+            .columnas = columnsOf(tipo(), Check1.Value())};
+}
+
+void frmPlandeCuentas::leerTotal() {
+    total_.clear();
+    if (Check1.Value()) total_ = "Total... " + format(read(sqlTotal(filtro()))->cell(0, 0), totalMask);
+}
+
+void frmPlandeCuentas::mostrarTotal() {
+    tipoListado_ = tipo();
+    lblAcu(2).Visible = Check1.Value();
+    if (Check1.Value()) lblAcu(2).Caption = total_;
+}
+
+void frmPlandeCuentas::abrirCuenta() {
+    if (rsListado && !rsListado->Eof()) abrirSubcuentas(rsListado->Fields("PCta_id").Value.integer());
+}
+
+void frmPlandeCuentas::imprimir() {
+    const auto printer = instanciaActual().components().create<ReportPrinter>();
+    printer->MyBd = instanciaActual().MyBd;
+    printer->sAcotacion1 =
+        textoRango({Text1(Desde).Text, Text1(NombreDesde).Text}, {Text1(Hasta).Text, Text1(NombreHasta).Text});
+    printer->svariables = Check1.Value() ? 1 : 0;
+    if (const char* report = reports[static_cast<std::size_t>(tipoListado_)])
+        printer->jshowInforme(report, sSQLListado);
+}
+
+}  // namespace FendaMaestros

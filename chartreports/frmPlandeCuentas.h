@@ -1,0 +1,45 @@
+#pragma once
+
+#include "chartreports/PantallaInforme.h"
+
+namespace FendaMaestros {
+
+/// The company's chart of accounts as a listing: by range, place, state, name and balance, with the balance of each
+/// account and their total.
+class frmPlandeCuentas final : public PantallaInforme {
+public:
+    frmPlandeCuentas();
+
+private:
+    static constexpr int DesdeSaldo = 4, HastaSaldo = 5;
+
+    void CargarCombos() override;
+    Consulta consulta(std::int16_t nColumna, bool bAsc) override;
+    void leerTotal() override;
+    void mostrarTotal() override;
+    void imprimir() override;
+
+    void disponer();
+    TipoInforme tipo() const { return static_cast<TipoInforme>(cboTipo.ListIndex()); }
+    FiltroCuentas filtro();
+    EstadoCuenta estado() const;
+    void elegirTipo();
+    void dejarCodigo(int field);
+    void dejarSaldo(int field);
+    void abrirCuenta();
+
+    ListPair cboDepar{"cboDepar"};
+    ListPair cboCentro{"cboCentro"};
+    Frame Frame1;
+    ControlArray<OptionButton> Option1{"Option1", {0, 1, 2}};
+    CheckBox Check1;
+    ControlArray<Label> lblAcu{"lblAcu", {2}};
+
+    /// The kind of what is listed, which may no longer be the one chosen.
+    TipoInforme tipoListado_ = TipoInforme::Subcuentas;
+    std::string total_;
+    /// The bounds that the person has been told are reversed, and has left so.
+    std::string saldosAvisados_;
+};
+
+}  // namespace FendaMaestros

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "taxid/NifRecord.h"
+#include "ui/Screen.h"
+
+namespace FendaMaestros {
+
+/// Gives an entry of the register of tax identities another document and, if wanted, that document and its name to the
+/// invoices of the active fiscal year.
+class frmCambiarNif final : public Screen {
+public:
+    /// `nIdNif`: Nif_Id of the entry.
+    explicit frmCambiarNif(std::int64_t nIdNif);
+
+    /// What a save has changed among the invoices, in words; empty when it had nothing to do there, or there was none.
+    const std::string& resumen() const { return resumen_; }
+
+private:
+    static constexpr int Nombre = 1, Apellido1 = 2, Apellido2 = 3, Actual = 5, Nuevo = 6;
+
+    void onLoad() override;
+    void disponer();
+    void cargar();
+    void elegirTipo();
+    void dejarDocumento(int field);
+    /// Whether another entry has a document already and the person does not want it.
+    bool msBuscarCif(const std::string& document);
+    void aconsejar();
+    void guardar();
+    /// How many invoices it has changed.
+    int grabar();
+    int facturasDelEjercicio() const;
+    std::string condicionFacturas() const;
+    std::string nombreCompleto() const;
+
+    std::int64_t nIdNif_;
+    std::int16_t nEjercicio_ = 0;
+    std::string sExpresionNombre_;
+    std::string resumen_;
+
+    ControlArray<TextBox> txtFields{"txtFields", {0, 1, 2, 3, 4, 5, 6}};
+    ControlArray<Label> lblFields{"lblFields", {1, 2, 3, 5, 6}};
+    Frame fraActual;
+    Frame fraNuevo;
+    Label lblDocType{"Tipo Documento"};
+    ComboBox cboDocType;
+    CheckBox Check1;
+    CommandButton cmdSalvar{"&Guardar Cambios"};
+    CommandButton cmdSalir{"(ESC) - &Salir"};
+};
+
+}  // namespace FendaMaestros
