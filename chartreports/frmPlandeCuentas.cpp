@@ -15,6 +15,8 @@ namespace FendaMaestros {
 
 namespace {
 
+/// Characters of an amount as it is shown, with room for any that is exact.
+constexpr int amountLength = 20;
 constexpr const char* amountMask = "##,###,##0.00";
 constexpr const char* balanceMask = "##,###,##0.00 ";
 constexpr const char* totalMask = "#,###,###,##0.00";
@@ -70,6 +72,7 @@ frmPlandeCuentas::frmPlandeCuentas()
     for (const int amount : {DesdeSaldo, HastaSaldo}) {
         TextBox& field = Text1(amount);
         field.TextAlignment = Alignment::Right;
+        field.MaxLength = amountLength;
         field.KeyPress = [this, &field](int& ascii) {
             Ayuda.FiltrarTecla(field, ascii, true, 0);
             if (ascii == key::Enter) ascii = 0;
@@ -109,21 +112,18 @@ void frmPlandeCuentas::disponer() {
     const auto list = [](Label& label, ListPair& pair) {
         return field(label, {plain(pair.controls()(0)), plain(pair.controls()(1))});
     };
+    const auto code = [this](Label& label, int index) {
+        return field(label, {plain(Text1(index)), plain(Text1(index + 1))});
+    };
     layOut(column({
-        row({fields({
-                 field(Label1(0), cboTipo),
-                 field(Label1(1), {plain(Text1(Desde)), plain(Text1(NombreDesde))}),
-                 field(Label1(2), {plain(Text1(Hasta)), plain(Text1(NombreHasta))}),
-                 field(Label1(3), {plain(Text1(NombreBuscado)), plain(Check2)}),
-             }),
-             column(
-                 {fields({
-                      list(Label1(4), cboDepar),
-                      list(Label1(5), cboCentro),
-                      field(Label1(6), {plain(Text1(DesdeSaldo)), field(Label1(7), Text1(HastaSaldo)), plain(Check1)}),
-                  }),
-                  row({framed(Frame1, {row({plain(Option1(0)), plain(Option1(1)), plain(Option1(2))})}),
-                       buttons({&cmdIniciar})})})}),
+        fields({
+            field(Label1(0), {plain(cboTipo), list(Label1(4), cboDepar), list(Label1(5), cboCentro)}),
+            code(Label1(1), Desde),
+            code(Label1(2), Hasta),
+            field(Label1(3), {plain(Text1(NombreBuscado)), plain(Check2)}),
+            field(Label1(6), {plain(Text1(DesdeSaldo)), field(Label1(7), Text1(HastaSaldo)), plain(Check1)}),
+        }),
+        row({framed(Frame1, {row({plain(Option1(0)), plain(Option1(1)), plain(Option1(2))})}), buttons({&cmdIniciar})}),
         filling(dbg),
         row({plain(lblAcu(2)), plain(barProgreso), buttons({&cmdInforme, &cmdExcel, &cmdSalir})}),
     }));

@@ -109,8 +109,8 @@ void frmNif::disponer() {
     address.push_back(text(Correo, where));
 
     std::vector<Arrangement> withholding;
-    withholding.push_back(list(lblClaveRetencion, cboClaveRetencion, "ClaveRetencion", nullptr));
-    withholding.push_back(list(lblSubclave, cboSubclave, "Subclave", nullptr));
+    withholding.push_back(line({list(lblClaveRetencion, cboClaveRetencion, "ClaveRetencion", nullptr),
+                                list(lblSubclave, cboSubclave, "Subclave", nullptr)}));
     add(navegacion.frame, "fraNavegacion");
     add(navegacion.cmdNav, &navegacion.frame);
     add(cmdSalvar, "cmdSalvar");
@@ -120,12 +120,11 @@ void frmNif::disponer() {
     add(cmdSalir, "cmdSalir");
     add(lblTeclas, "lblTeclas");
 
-    layOut(arrange::column(
-        {arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
-         arrange::framed(fraDireccion, {arrange::fields(std::move(address))}), arrange::fields(std::move(withholding)),
-         arrange::row({navegacion.arrangement(),
-                       arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSustituir, &cmdInforme, &cmdSalir})}),
-         arrange::plain(lblTeclas)}));
+    layOut(arrange::column({arrange::framed(fraIdentificacion, {arrange::fields(std::move(identity))}),
+                            arrange::framed(fraDireccion, {arrange::fields(std::move(address))}),
+                            arrange::fields(std::move(withholding)), navegacion.arrangement(),
+                            arrange::buttons({&cmdSalvar, &cmdBorrar, &cmdSustituir, &cmdInforme, &cmdSalir}),
+                            arrange::plain(lblTeclas)}));
 }
 
 }  // namespace FendaMaestros

@@ -7,7 +7,6 @@
 namespace FendaMaestros::qt {
 
 QRect CellButton::place(const QRect& cell) {
-    constexpr int widest = 28;
     const int width = std::min(widest, cell.width());
     return QRect(cell.right() - width + 1, cell.top(), width, cell.height()).adjusted(1, 1, -1, -1);
 }

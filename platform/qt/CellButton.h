@@ -8,6 +8,9 @@ namespace FendaMaestros::qt {
 /// Paints a button at the right end of some cells and tells when it is clicked.
 class CellButton final : public QStyledItemDelegate {
 public:
+    /// Of a button, in pixels.
+    static constexpr int widest = 28;
+
     using ShownIn = std::function<bool(int row, int column)>;
 
     CellButton(QObject* parent, ShownIn shownIn, std::function<void(int column)> clicked)

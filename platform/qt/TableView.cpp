@@ -110,13 +110,16 @@ void TableView::pullCaption() {
     caption_.setVisible(!shown.isEmpty());
 }
 
-/// Widths that a person has dragged stay until the columns change.
+/// A column is as wide as its header needs, whatever less was asked for. Widths that a person has dragged stay until
+/// the columns change.
 void TableView::pullColumns() {
     if (!model_.refreshColumns()) return;
     int section = 0;
     for (const TableColumn& column : model_.columns()) {
         rows_.setColumnHidden(section, !column.Visible);
-        rows_.setColumnWidth(section++, pixels(column.Width));
+        const int header = column.Visible ? rows_.horizontalHeader()->sectionSizeHint(section) : 0;
+        rows_.setColumnWidth(section, std::max(pixels(column.Width) + extraWidth(section), header));
+        ++section;
     }
     rows_.updateGeometry();
 }
@@ -137,7 +140,7 @@ void TableView::pullCurrentRow(bool rowsChanged) {
     rows_.scrollTo(model_.index(row, column));
 }
 
-GridView::GridView(DataGrid& grid, FormWindow& window) : TableView(grid, window) {
+GridView::GridView(DataGrid& grid, FormWindow& window) : TableView(grid, window), grid_(grid) {
     const auto shownIn = [&grid](int row, int column) {
         return row == grid.currentRow() && column < grid.columnCount() && grid.column(column).Button;
     };
@@ -149,6 +152,10 @@ GridView::GridView(DataGrid& grid, FormWindow& window) : TableView(grid, window)
     // Of two quick clicks the second comes as a double one.
     for (const auto click : {&QHeaderView::sectionClicked, &QHeaderView::sectionDoubleClicked})
         QObject::connect(rows().horizontalHeader(), click, &window, headerClicked);
+}
+
+int GridView::extraWidth(int column) const {
+    return column < grid_.columnCount() && grid_.column(column).Button ? 2 * CellButton::widest : 0;
 }
 
 }  // namespace FendaMaestros::qt

@@ -23,6 +23,8 @@ public:
 
 protected:
     QTableView& rows() { return rows_; }
+    /// What a column needs besides the width that it asks for, in pixels.
+    virtual int extraWidth(int /*column*/) const { return 0; }
 
 private:
     void pullCaption();
@@ -40,6 +42,13 @@ private:
 class GridView final : public TableView {
 public:
     GridView(DataGrid& grid, FormWindow& window);
+
+protected:
+    /// The button of a cell covers no text.
+    int extraWidth(int column) const override;
+
+private:
+    DataGrid& grid_;
 };
 
 }  // namespace FendaMaestros::qt
