@@ -1,5 +1,6 @@
 #include "tests/reports/Support.h"
 #include "tests/support/DesktopTest.h"
+#include "tests/support/WithoutViewer.h"
 #include "ui/BandedReport.h"
 
 namespace FendaMaestros::testing {
@@ -207,6 +208,19 @@ TEST_F(Preview, SavesAndOpensAPdfAndSurvivesAFullDisk) {
         person.press(form, "cmdSalir");
         EXPECT_FALSE(form.isOpen());
     });
+}
+
+TEST_F(Preview, TellsWhereThePdfIsWhenNothingOpensIt) {
+    WithoutViewer withoutViewer(person);
+    onNextScreen([&](Form& form) {
+        person.files = {"aqui.pdf"};
+        person.answers = {Answer::Ok};
+        person.press(form, "cmdPdf");
+        EXPECT_EQ(person.messages.at(0).text, "Se ha guardado aqui.pdf");
+        EXPECT_EQ(person.messages.at(0).style, message::Information);
+        form.unload();
+    });
+    TestReport(1).Show(withoutViewer);
 }
 
 }  // namespace

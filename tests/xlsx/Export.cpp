@@ -9,6 +9,7 @@
 #include "platform/xlsx/Hoja.h"
 #include "platform/xlsx/KOffice.h"
 #include "tests/support/DesktopTest.h"
+#include "tests/support/WithoutViewer.h"
 #include "tests/xlsx/Archive.h"
 #include "ui/FileName.h"
 
@@ -140,27 +141,8 @@ TEST_F(Export, CountsWithNumbersAndTurnsThePaperForWhatIsWide) {
 }
 
 TEST_F(Export, TellsWhereTheFileIsWhenNothingOpensIt) {
-    class WithoutViewer final : public Desktop {
-    public:
-        explicit WithoutViewer(Desktop& inner) : inner_(inner) {}
-        Reply ask(const Message& message) override { return inner_.ask(message); }
-        void setPointer(int) override {}
-        void processPending() override {}
-        std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
-            return inner_.chooseSaveFile(proposal, kind);
-        }
-        bool openFile(const std::string&) override { return false; }
-        bool print(const PagedDocument&) override { return false; }
-        void writePdf(const PagedDocument&, const std::string&) override {}
-        void wait(std::chrono::milliseconds) override {}
-
-    protected:
-        void runModal(Form&) override {}
-
-    private:
-        Desktop& inner_;
-    } desktopWithoutViewer(desktop);
-    registerKOffice(components, desktopWithoutViewer);
+    WithoutViewer withoutViewer(person);
+    registerKOffice(components, withoutViewer);
     person.answers = {Answer::Ok};
     exportTo(target, "Cuentas");
     EXPECT_EQ(person.messages.at(0).text, "Se ha guardado " + target);
