@@ -2,8 +2,7 @@
 
 #include "chart/CodigosCuenta.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
 TEST(AccountCode, IsCompletedToItsDigits) {
@@ -70,5 +69,4 @@ TEST(AccountCode, FollowsTheHighestOfItsGroup) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
 #include "session/AyudaCampos.h"
-#include "tests/support/ScriptedPerson.h"
+#include "tests/support/DesktopTest.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
-class Fields : public ::testing::Test {
+class Fields : public DesktopTest {
 protected:
-    testing::ScriptedPerson person;
-    HeadlessDesktop desktop{person};
     AyudaCampos help{desktop};
     TextBox field;
 
@@ -36,14 +31,18 @@ TEST_F(Fields, ShowWhereTheFocusIs) {
 TEST_F(Fields, AmountsAreReadAsSpanishWritesThem) {
     const std::pair<const char*, const char*> cases[] = {
         {"1234,5", "1.234,50"},
-        {"1.234,50", "1.234,50"},
+        {"-1.234.567,895", "-1.234.567,90"},
         {"1.234", "1.234,00"},
         {"-7", "-7,00"},
+        {"-0,001", "0,00"},
         {" 12 ", "12,00"},
         {"12.5", "12,50"},
+        {"1234.567", "1.234,57"},
         {",5", "0,50"},
         {"0,005", "0,01"},
-        {"1.234.567,891", "1.234.567,89"},
+        {"999999", "999.999,00"},
+        {"123456789012345", "123.456.789.012.345,00"},
+        {"1234.567,8", "1234.567,8"},
         {"1.23,4", "1.23,4"},
         {"1,2,3", "1,2,3"},
         {"doce", "doce"},
@@ -56,16 +55,20 @@ TEST_F(Fields, AmountsAreReadAsSpanishWritesThem) {
     };
     for (const auto& [typed, shown] : cases) EXPECT_EQ(leftUnder("##,###,##0.00", typed), shown) << typed;
     EXPECT_EQ(leftUnder("0000", "12"), "0012");
+    EXPECT_EQ(leftUnder("0000", "-12"), "-0012");
 }
 
 TEST_F(Fields, DatesAreReadInEveryUsualForm) {
     const std::pair<const char*, const char*> cases[] = {
         {"1/2/26", "01/02/2026"},
+        {"1/2/29", "01/02/2029"},
+        {"1/2/30", "01/02/1930"},
         {"01-02-2026", "01/02/2026"},
         {"1.2.99", "01/02/1999"},
         {"01022026", "01/02/2026"},
         {"010226", "01/02/2026"},
         {"29/2/2024", "29/02/2024"},
+        {"31/12/26", "31/12/2026"},
         {"29/2/2026", "29/2/2026"},
         {"31/4/26", "31/4/26"},
         {"1/13/26", "1/13/26"},
@@ -96,5 +99,4 @@ TEST_F(Fields, NumericOnesTakeNoOtherKeys) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

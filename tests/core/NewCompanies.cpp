@@ -3,7 +3,7 @@
 #include "session/Companies.h"
 #include "session/ErrorBd.h"
 
-namespace FendaMaestros {
+namespace FendaMaestros::testing {
 namespace {
 
 template <class Error, class Call>
@@ -74,4 +74,4 @@ TEST(NewCompanies, WhatIsNotTypedTakesItsDefault) {
 }
 
 }  // namespace
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

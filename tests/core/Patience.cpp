@@ -1,16 +1,11 @@
-#include <gtest/gtest.h>
-
-#include "tests/support/ScriptedPerson.h"
+#include "tests/support/DesktopTest.h"
 #include "ui/Transaction.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
-class Patience : public ::testing::Test {
+class Patience : public DesktopTest {
 protected:
-    testing::ScriptedPerson person;
-    HeadlessDesktop desktop{person};
     int tries = 0;
 
     /// A save that takes its time, and is turned away so many times.
@@ -36,5 +31,4 @@ TEST_F(Patience, SavesAgainWhileTheDataIsBusyForFiveSecondsAtMost) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

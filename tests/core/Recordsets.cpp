@@ -5,8 +5,7 @@
 #include "session/Recordset.h"
 #include "toolkit/Controls.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
 std::shared_ptr<Recordset> concepts() {
@@ -38,6 +37,7 @@ TEST(RecordsetFind, ComparesAsTheColumnDoes) {
     EXPECT_EQ(found("Codigo = '12'"), 2) << "trailing blanks do not count";
     EXPECT_EQ(found("codigo='ÑU  '"), 1) << "nor does case, and the first one wins";
     EXPECT_EQ(found("Codigo = 'A'1'"), 0) << "a quote typed into a field is part of the literal";
+    EXPECT_EQ(found("Codigo = 'A''1'"), 0) << "doubled or not";
     EXPECT_EQ(found("Codigo = '1'"), -1);
     EXPECT_EQ(found("Codigo = ''"), 4);
     EXPECT_EQ(found("Id = '008'"), 1) << "numbers compare as numbers";
@@ -59,13 +59,14 @@ TEST(RecordsetMoves, TellOfEveryPositionTheEndIncluded) {
     DataGrid grid;
     grid.bind(rows);
     rows->Find("Id = '9'");
+    rows->Find("Id = '7'");
     rows->Find("Id = '1'");
     rows->MoveNext();
     grid.bind(rows);
     rows->moveToRow(4);
     rows->MoveNext();
     rows->MoveFirst();
-    EXPECT_EQ(heard, (std::vector{0, 2, -1, -1, 4, -1, 0})) << "MoveNext at the end is silent";
+    EXPECT_EQ(heard, (std::vector{0, 2, 0, -1, -1, 4, -1, 0})) << "MoveNext at the end is silent";
 }
 
 TEST(RecordsetEnds, HoldBothWhenThereAreNoRows) {
@@ -91,5 +92,4 @@ TEST(CompanyParameters, AreFoundInAnyCaseAndMissedAloud) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

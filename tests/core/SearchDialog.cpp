@@ -1,21 +1,16 @@
-#include <gtest/gtest.h>
-
 #include "session/AyudaCampos.h"
+#include "tests/support/DesktopTest.h"
 #include "tests/support/FakeConexion.h"
-#include "tests/support/ScriptedPerson.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
-using Person = testing::ScriptedPerson;
+using Person = ScriptedPerson;
 
-class SearchDialog : public ::testing::Test {
+class SearchDialog : public DesktopTest {
 protected:
-    Person person;
-    HeadlessDesktop desktop{person};
     AyudaCampos help{desktop};
-    std::shared_ptr<testing::FakeConexion> connection = std::make_shared<testing::FakeConexion>();
+    std::shared_ptr<FakeConexion> connection = std::make_shared<FakeConexion>();
 
     void SetUp() override {
         help.Conexion = connection;
@@ -99,6 +94,8 @@ TEST_F(SearchDialog, ArrowsMoveWhileTypingGoesOn) {
         const auto& grid = Person::control<DataGrid>(form, "dbgBuscar");
         person.hands.key(form, {key::PageDown, shift::None});
         EXPECT_EQ(grid.currentRow(), 4);
+        person.hands.key(form, {key::PageUp, shift::None});
+        EXPECT_EQ(grid.currentRow(), 0);
         person.hands.type(form, "sur");
         EXPECT_EQ(grid.currentRow(), 0) << "narrowing goes back to the first row";
         person.hands.key(form, {key::Up, shift::None});
@@ -121,9 +118,9 @@ TEST_F(SearchDialog, LeavesWithNothingUnlessARowIsChosen) {
               }),
               "");
     EXPECT_EQ(AyudaCampos::chosenId(search([&](Form& form) {
-                  person.hands.doubleClickRow(form, Person::control<DataGrid>(form, "dbgBuscar"), 3);
+                  person.hands.doubleClickRow(form, Person::control<DataGrid>(form, "dbgBuscar"), 0);
               })),
-              73);
+              70);
 }
 
 TEST(SearchResult, OfTwoCharactersIsNoChoice) {
@@ -137,5 +134,4 @@ TEST(SearchResult, OfTwoCharactersIsNoChoice) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

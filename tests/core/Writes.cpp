@@ -9,8 +9,7 @@
 
 using namespace std::literals;
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
 using Values = std::vector<Variant>;
@@ -82,7 +81,7 @@ TEST(Condition, RefusesWhatIsMoreThanAConjunctionOfComparisons) {
 
 class Writing : public ::testing::Test {
 protected:
-    std::shared_ptr<testing::FakeConexion> connection = std::make_shared<testing::FakeConexion>();
+    std::shared_ptr<FakeConexion> connection = std::make_shared<FakeConexion>();
     SesionSql session{connection, {}};
     std::string text;
     bool status = true;
@@ -122,6 +121,12 @@ TEST_F(Writing, ComposesOneStatementWithItsValuesApart) {
     session.Actualizar(text, status);
     EXPECT_EQ(text, "UPDATE Centro SET Centro_Cod = ?, Centro_Des = ? WHERE Centro_Id = ?");
     EXPECT_EQ(connection->parameters, (Values{"3", "Ñ", 7}));
+
+    session.Tabla("Centro");
+    session.Reiniciar(0);
+    add("Centro_Cod", valor::Texto, 4);
+    session.Insertar(text, status);
+    EXPECT_EQ(text, "INSERT INTO Centro (Centro_Cod) VALUES (?)") << "nothing of the write before";
 
     describe("Nif", " WHERE Nif_Id = 7 AND Nif_Doc = 'A1'");
     session.Borrar(text, status);
@@ -168,7 +173,7 @@ TEST_F(Writing, RefusesWhatItCannotCarryOut) {
 
 TEST(Trace, SaysEveryTextAndStepInOrder) {
     std::vector<std::string> lines;
-    const auto connection = std::make_shared<testing::FakeConexion>();
+    const auto connection = std::make_shared<FakeConexion>();
     const auto session = traced(std::make_unique<SesionSql>(connection, ParametrosEmpresa()),
                                 [&](std::string_view line) { lines.emplace_back(line); });
     std::string text;
@@ -191,8 +196,8 @@ TEST(Trace, SaysEveryTextAndStepInOrder) {
 }
 
 TEST(FailingConnection, FailsTheStatementAskedForAndNoOther) {
-    const auto inner = std::make_shared<testing::FakeConexion>();
-    testing::FailingConexion connection(inner);
+    const auto inner = std::make_shared<FakeConexion>();
+    FailingConexion connection(inner);
     connection.failAt(3);
     connection.BeginTrans();
     connection.Execute("SELECT 1");
@@ -204,5 +209,4 @@ TEST(FailingConnection, FailsTheStatementAskedForAndNoOther) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "tests/reports/Support.h"
-#include "tests/support/ScriptedPerson.h"
+#include "tests/support/DesktopTest.h"
+#include "tests/support/WithoutViewer.h"
 #include "ui/BandedReport.h"
 
 namespace FendaMaestros::testing {
@@ -113,19 +112,17 @@ TEST(BandedReport, NamesWhatIsMissing) {
 
 // --- the preview
 
-class Preview : public ::testing::Test {
+class Preview : public DesktopTest {
 protected:
-    ScriptedPerson person;
-    std::string writtenTo;
-    HeadlessDesktop desktop{person, [this](const PagedDocument& document, const std::string& path) {
-                                if (path == "lleno.pdf") throw std::runtime_error("No queda sitio en el disco.");
-                                writtenTo = path + " de " + std::to_string(document.pageCount());
-                            }};
+    Preview()
+        : DesktopTest([this](const PagedDocument& document, const std::string& path) {
+              if (path == "lleno.pdf") throw std::runtime_error("No queda sitio en el disco.");
+              writtenTo = path + " de " + std::to_string(document.pageCount());
+          }) {}
 
     void show(int rows, ScriptedPerson::Visit visit) {
-        person.visits.push_back(std::move(visit));
+        onNextScreen(std::move(visit));
         TestReport(rows).Show(desktop);
-        EXPECT_TRUE(person.visits.empty());
     }
     static std::string where(Form& form) {
         std::string state = ScriptedPerson::control<Label>(form, "lblPagina").Caption;
@@ -133,6 +130,8 @@ protected:
             state += ScriptedPerson::control(form, name).Enabled ? "+" : "-";
         return state;
     }
+
+    std::string writtenTo;
 };
 
 TEST_F(Preview, TurnsPagesByKeysAndCommandsAndStopsAtBothEnds) {
@@ -173,13 +172,18 @@ TEST_F(Preview, ZoomsWithinItsSteps) {
     show(1, [&](Form& form) {
         const auto& page = ScriptedPerson::control<PageView>(form, "Pagina");
         EXPECT_EQ(page.Zoom, 0);
-        for (int i = 0; i < 9; ++i) person.press(form, "cmdAmpliar");
-        EXPECT_EQ(page.Zoom, 300);
-        person.press(form, "cmdAjustar");
-        EXPECT_EQ(page.Zoom, 0);
-        EXPECT_TRUE(ScriptedPerson::control(form, "cmdAmpliar").Enabled);
-        for (int i = 0; i < 9; ++i) person.press(form, "cmdReducir");
-        EXPECT_EQ(page.Zoom, 50);
+        const auto pressed = [&](const char* button) {
+            std::string zooms;
+            for (int i = 0; i < 7; ++i) {
+                person.press(form, button);
+                zooms += std::to_string(page.Zoom) + (ScriptedPerson::control(form, button).Enabled ? " " : "- ");
+            }
+            return zooms;
+        };
+        EXPECT_EQ(pressed("cmdAmpliar"), "125 150 200 300- 300- 300- 300- ");
+        EXPECT_EQ(pressed("cmdReducir"), "200 150 125 100 75 50- 50- ");
+        EXPECT_EQ(pressed("cmdAjustar"), "0 0 0 0 0 0 0 ");
+        EXPECT_EQ(pressed("cmdReducir"), "75 50- 50- 50- 50- 50- 50- ");
         EXPECT_EQ(where(form), "Página 1 de 1----");
     });
 }
@@ -191,14 +195,32 @@ TEST_F(Preview, SavesAndOpensAPdfAndSurvivesAFullDisk) {
         person.hands.key(form, {'D', shift::Alt});
         ASSERT_EQ(person.messages.size(), 1U);
         EXPECT_EQ(person.messages[0].text, "No queda sitio en el disco.");
+        EXPECT_EQ(person.proposals.at(0), "Listado de prueba.pdf");
         EXPECT_EQ(form.activeControl()->Name, "cmdPdf");
         EXPECT_TRUE(form.isOpen() && form.Enabled);
         person.press(form, "cmdPdf");
         EXPECT_EQ(writtenTo, "bien.pdf de 2");
         EXPECT_EQ(desktop.openedFiles(), std::vector<std::string>{"bien.pdf"});
+        person.answers = {Answer::Ok};
+        person.press(form, "cmdImprimir");
+        EXPECT_EQ(person.messages.back().text, "No hay ninguna impresora.");
+        EXPECT_EQ(person.messages.back().title, "Listado de prueba");
         person.press(form, "cmdSalir");
         EXPECT_FALSE(form.isOpen());
     });
+}
+
+TEST_F(Preview, TellsWhereThePdfIsWhenNothingOpensIt) {
+    WithoutViewer withoutViewer(person);
+    onNextScreen([&](Form& form) {
+        person.files = {"aqui.pdf"};
+        person.answers = {Answer::Ok};
+        person.press(form, "cmdPdf");
+        EXPECT_EQ(person.messages.at(0).text, "Se ha guardado aqui.pdf");
+        EXPECT_EQ(person.messages.at(0).style, message::Information);
+        form.unload();
+    });
+    TestReport(1).Show(withoutViewer);
 }
 
 }  // namespace

@@ -23,6 +23,7 @@
 #include "component/FendaMaes.h"
 #include "platform/sqlite/DataFolder.h"
 #include "platform/sqlite/SqliteConexion.h"
+#include "tests/support/Company.h"
 #include "tests/support/FailingConexion.h"
 #include "tests/support/ScriptedPerson.h"
 
@@ -90,15 +91,15 @@ public:
     /// A new identity, all of whose texts follow from its document.
     void saveIdentity(const std::string& document) {
         person_.visits.push_back([&](Form& form) {
-            person_.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "cboDocType"), 3);
-            person_.fill(form, "txtFields(5)", document);
-            person_.fill(form, "txtFields(1)", "Nombre " + document);
-            person_.fill(form, "txtFields(2)", "Primero " + document);
-            person_.fill(form, "txtFields(3)", "Segundo " + document);
-            person_.fill(form, "txtFields(45)", "Calle " + document);
-            person_.fill(form, "txtFields(50)", "Villa " + document);
-            person_.fill(form, "txtFields(9)", document);
-            person_.press(form, "cmdSalvar");
+            person_.hands.choose(form, ScriptedPerson::control<ComboBox>(form, identity::type), 3);
+            person_.fill(form, identity::document, document);
+            person_.fill(form, identity::name, "Nombre " + document);
+            person_.fill(form, identity::surname, "Primero " + document);
+            person_.fill(form, identity::surname2, "Segundo " + document);
+            person_.fill(form, identity::street, "Calle " + document);
+            person_.fill(form, identity::town, "Villa " + document);
+            person_.fill(form, identity::email, document);
+            person_.press(form, identity::save);
             person_.escape(form);
         });
         maes_.jNif();
@@ -136,8 +137,8 @@ private:
 
     void nameAndSave(const std::string& name) {
         person_.visits.push_back([this, name](Form& form) {
-            person_.fill(form, "Text1(1)", name);
-            person_.press(form, "cmdGuardar");
+            person_.fill(form, account::name, name);
+            person_.press(form, account::save);
             if (form.isOpen()) person_.escape(form);
         });
     }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <initializer_list>
 #include <string>
 
 #include "session/ConexionBd.h"
@@ -17,6 +16,7 @@ inline ParametrosEmpresa parameters(int fiscalYear) {
     made.set("Par_CtaNum", 8);
     made.set("Par_Provincia", 28);
     made.set("PAR_ORCONTANOM", 0);
+    made.set("Par_Nombre", "Empresa de prueba");
     return made;
 }
 
@@ -29,15 +29,24 @@ inline bool hasOpenTransaction(ConexionBd& connection) {
     }
 }
 
-/// Every value of every row, a line each.
-inline std::string contents(ConexionBd& connection, std::initializer_list<const char*> tables) {
+/// Every value of every row, "|" behind each and a line each row.
+inline std::string valuesOf(const Recordset& rows) {
     std::string found;
-    for (const char* table : tables) {
-        const auto rows = connection.Execute(std::string("SELECT * FROM ") + table);
-        for (int row = 0; row < rows->rowCount(); ++row, found += '\n')
-            for (int column = 0; column < rows->columnCount(); ++column) found += rows->cell(row, column).text() + "|";
-    }
+    for (int row = 0; row < rows.rowCount(); ++row, found += '\n')
+        for (int column = 0; column < rows.columnCount(); ++column) found += rows.cell(row, column).text() + "|";
     return found;
+}
+
+/// Names of controls by what they hold.
+namespace account {
+constexpr const char *code = "Text1(0)", *name = "Text1(1)", *linked = "Text1(2)", *document = "Text1(4)",
+                     *withholding = "Text1(6)", *save = "cmdGuardar", *remove = "cmdBorrar";
+}
+namespace identity {
+constexpr const char *name = "txtFields(1)", *surname = "txtFields(2)", *surname2 = "txtFields(3)",
+                     *document = "txtFields(5)", *email = "txtFields(9)", *number = "txtFields(44)",
+                     *street = "txtFields(45)", *town = "txtFields(50)", *type = "cboDocType", *save = "cmdSalvar",
+                     *remove = "cmdBorrar";
 }
 
 }  // namespace FendaMaestros::testing

@@ -7,8 +7,7 @@
 
 using namespace std::literals;
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
 constexpr bool valid = true;
@@ -22,9 +21,9 @@ struct Rule {
 };
 
 void PrintTo(const Rule& rule, std::ostream* out) { *out << '"' << rule.typed.substr(0, 40) << '"'; }
-std::string ruleName(const testing::TestParamInfo<Rule>& info) { return info.param.name; }
+std::string ruleName(const ::testing::TestParamInfo<Rule>& info) { return info.param.name; }
 
-class Identifier : public testing::TestWithParam<Rule> {};
+class Identifier : public ::testing::TestWithParam<Rule> {};
 
 TEST_P(Identifier, HasVerdictAndNormalForm) {
     std::string value = GetParam().typed;
@@ -33,78 +32,81 @@ TEST_P(Identifier, HasVerdictAndNormalForm) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Person, Identifier,
-                         testing::Values(Rule{"SignsAreDropped", "12.345.678-z", "12345678Z", valid},
-                                         Rule{"LetterIsMissing", "12345678", "12345678", invalid},
-                                         Rule{"LetterIsWrong", "12345678A", "12345678A", invalid},
-                                         Rule{"SevenDigitsWillDo", "1234567L", "1234567L", valid},
-                                         Rule{"SixDigitsWithLetterMakeSeven", "123456S", "123456S", valid},
-                                         Rule{"SixCharactersAreTooFew", "12345V", "12345V", invalid},
-                                         Rule{"LetterInTheMiddle", "1234L567L", "1234L567L", invalid},
-                                         Rule{"TwoLetters", "12345678ZZ", "12345678ZZ", invalid},
-                                         Rule{"SignBehindZCountsAsLetter", "12345678Z[", "12345678Z[", invalid},
-                                         Rule{"ForeignX", "x1234567l", "X1234567L", valid},
-                                         Rule{"ForeignYCountsAsOne", "Y1234567X", "Y1234567X", valid},
-                                         Rule{"ForeignZCountsAsTwo", "Z1234567R", "Z1234567R", valid},
-                                         Rule{"ForeignWithoutLetter", "X12345678", "X12345678", invalid},
-                                         Rule{"ForeignIsNeverAnotherCountry", "YU123456789", "YU123456789", invalid},
-                                         Rule{"ForeignTooShort", "X1234L", "X1234L", invalid}),
+                         ::testing::Values(Rule{"SignsAreDropped", "12.345.678-z", "12345678Z", valid},
+                                           Rule{"LetterIsMissing", "12345678", "12345678", invalid},
+                                           Rule{"LetterIsWrong", "12345678A", "12345678A", invalid},
+                                           Rule{"SevenDigitsWillDo", "1234567L", "1234567L", valid},
+                                           Rule{"SixDigitsWithLetterMakeSeven", "123456S", "123456S", valid},
+                                           Rule{"SixCharactersAreTooFew", "12345V", "12345V", invalid},
+                                           Rule{"LetterInTheMiddle", "1234L567L", "1234L567L", invalid},
+                                           Rule{"TwoLetters", "12345678ZZ", "12345678ZZ", invalid},
+                                           Rule{"SignBehindZCountsAsLetter", "12345678Z[", "12345678Z[", invalid},
+                                           Rule{"ForeignX", "x1234567l", "X1234567L", valid},
+                                           Rule{"ForeignYCountsAsOne", "Y1234567X", "Y1234567X", valid},
+                                           Rule{"ForeignZCountsAsTwo", "Z1234567R", "Z1234567R", valid},
+                                           Rule{"ForeignWithoutLetter", "X12345678", "X12345678", invalid},
+                                           Rule{"ForeignIsNeverAnotherCountry", "YU123456789", "YU123456789", invalid},
+                                           Rule{"ForeignTooShort", "X1234L", "X1234L", invalid}),
                          ruleName);
 
 INSTANTIATE_TEST_SUITE_P(Organisation, Identifier,
-                         testing::Values(Rule{"ControlDigit", "A12345674", "A12345674", valid},
-                                         Rule{"SmallLetter", "e37968005", "E37968005", valid},
-                                         Rule{"ControlDigitIsWrong", "A12345675", "A12345675", invalid},
-                                         Rule{"LetterWhereADigitBelongs", "A1234567D", "A1234567D", invalid},
-                                         Rule{"DigitWhereALetterBelongs", "P12345674", "P12345674", invalid},
-                                         Rule{"CountryPrefixIsRemoved", "es-A12345674", "A12345674", valid},
-                                         Rule{"CountryPrefixIsRemovedOnce", "ESESA12345674", "ESA12345674", invalid},
-                                         Rule{"CountryPrefixBeforeAPerson", "ES12345678Z", "12345678Z", invalid},
-                                         Rule{"CountryPrefixAndTooShort", "ESA123456", "A123456", invalid},
-                                         Rule{"ControlLetter", "P1234567D", "P1234567D", valid},
-                                         Rule{"ControlLetterOfN", "N2345678C", "N2345678C", valid},
-                                         Rule{"ControlLetterOfZero", "Q0000000J", "Q0000000J", valid},
-                                         Rule{"ControlDigitOfZero", "B00000000", "B00000000", valid},
-                                         Rule{"NoOrganisationLetter", "K1234567D", "K1234567D", invalid},
-                                         Rule{"EightCharacters", "A1234567", "A1234567", invalid},
-                                         Rule{"TenCharacters", "A123456745", "A123456745", invalid},
-                                         Rule{"LetterAmongTheDigits", "A12B4567X", "A12B4567X", invalid}),
+                         ::testing::Values(Rule{"ControlDigit", "A12345674", "A12345674", valid},
+                                           Rule{"SmallLetter", "e37968005", "E37968005", valid},
+                                           Rule{"ControlDigitIsWrong", "A12345675", "A12345675", invalid},
+                                           Rule{"LetterWhereADigitBelongs", "A1234567D", "A1234567D", invalid},
+                                           Rule{"DigitWhereALetterBelongs", "P12345674", "P12345674", invalid},
+                                           Rule{"CountryPrefixIsRemoved", "es-A12345674", "A12345674", valid},
+                                           Rule{"CountryPrefixIsRemovedOnce", "ESESA12345674", "ESA12345674", invalid},
+                                           Rule{"CountryPrefixBeforeAPerson", "ES12345678Z", "12345678Z", invalid},
+                                           Rule{"CountryPrefixAndTooShort", "ESA123456", "A123456", invalid},
+                                           Rule{"ControlLetter", "P1234567D", "P1234567D", valid},
+                                           Rule{"ControlLetterOfN", "N2345678C", "N2345678C", valid},
+                                           Rule{"ControlLetterOfZero", "Q0000000J", "Q0000000J", valid},
+                                           Rule{"ControlDigitOfZero", "B00000000", "B00000000", valid},
+                                           Rule{"NoOrganisationLetter", "K1234567D", "K1234567D", invalid},
+                                           Rule{"EightCharacters", "A1234567", "A1234567", invalid},
+                                           Rule{"TenCharacters", "A123456745", "A123456745", invalid},
+                                           Rule{"LetterAmongTheDigits", "A12B4567X", "A12B4567X", invalid}),
                          ruleName);
 
 INSTANTIATE_TEST_SUITE_P(OtherCountry, Identifier,
-                         testing::Values(Rule{"Denmark", "DK12345678", "DK12345678", valid},
-                                         Rule{"DenmarkTooLong", "DK123456789", "DK123456789", invalid},
-                                         Rule{"Portugal", "PT123456789", "PT123456789", valid},
-                                         Rule{"Germany", "DE123456789", "DE123456789", valid},
-                                         Rule{"GermanyTooShort", "DE12345678", "DE12345678", invalid},
-                                         Rule{"Greece", "EL123456789", "EL123456789", valid},
-                                         Rule{"Britain", "GB 123 4567 89", "GB123456789", valid},
-                                         Rule{"Belgium", "BE0123456789", "BE0123456789", invalid},
-                                         Rule{"Cyprus", "CY12345678L", "CY12345678L", valid},
-                                         Rule{"France", "FR12345678901", "FR12345678901", valid},
-                                         Rule{"Italy", "IT1234567890", "IT1234567890", invalid},
-                                         Rule{"Sweden", "SE123456789012", "SE123456789012", valid},
-                                         Rule{"UnlistedIsTakenAsItComes", "NL123456789B01", "NL123456789B01", valid},
-                                         Rule{"UnlistedButTooShort", "AB1234", "AB1234", invalid},
-                                         Rule{"SignsBehindZAreAPrefixToo", "[\\1234567", "[\\1234567", valid}),
+                         ::testing::Values(Rule{"Denmark", "DK12345678", "DK12345678", valid},
+                                           Rule{"DenmarkTooLong", "DK123456789", "DK123456789", invalid},
+                                           Rule{"Portugal", "PT123456789", "PT123456789", valid},
+                                           Rule{"Germany", "DE123456789", "DE123456789", valid},
+                                           Rule{"GermanyTooShort", "DE12345678", "DE12345678", invalid},
+                                           Rule{"Greece", "EL123456789", "EL123456789", valid},
+                                           Rule{"Britain", "GB 123 4567 89", "GB123456789", valid},
+                                           Rule{"Belgium", "BE123456789", "BE123456789", valid},
+                                           Rule{"BelgiumTooLong", "BE0123456789", "BE0123456789", invalid},
+                                           Rule{"Cyprus", "CY12345678L", "CY12345678L", valid},
+                                           Rule{"France", "FR12345678901", "FR12345678901", valid},
+                                           Rule{"Italy", "IT1234567890", "IT1234567890", invalid},
+                                           Rule{"ItalyInFull", "IT12345678901", "IT12345678901", valid},
+                                           Rule{"FranceTooShort", "FR1234567890", "FR1234567890", invalid},
+                                           Rule{"Sweden", "SE123456789012", "SE123456789012", valid},
+                                           Rule{"UnlistedIsTakenAsItComes", "NL123456789B01", "NL123456789B01", valid},
+                                           Rule{"UnlistedButTooShort", "AB1234", "AB1234", invalid},
+                                           Rule{"SignsBehindZAreAPrefixToo", "[\\1234567", "[\\1234567", valid}),
                          ruleName);
 
 INSTANTIATE_TEST_SUITE_P(
     Hostile, Identifier,
-    testing::Values(Rule{"Empty", "", "", invalid}, Rule{"NothingLeft", " -./\t\n", "", invalid},
-                    Rule{"Nul", "1234\0005678Z"s, "12345678Z", valid},
-                    Rule{"ControlCharacters",
-                         "\x01\x7F"
-                         "12345678\r\nZ\x1B",
-                         "12345678Z", valid},
-                    Rule{"AccentsAreNoLetters", "ñ12345678záÁ", "12345678Z", valid},
-                    Rule{"BytesThatAreNoText",
-                         "\xFF"
-                         "12345678Z\xC3",
-                         "12345678Z", valid},
-                    Rule{"WideDigitsAreNoDigits", "１２３４５６７８Z", "Z", invalid},
-                    Rule{"EmojiAndQuote", "12345678Z'🙂--", "12345678Z", valid},
-                    Rule{"TenThousandNines", std::string(10'000, '9') + "N", std::string(10'000, '9') + "N", valid},
-                    Rule{"TenThousandLetters", std::string(10'000, 'a'), std::string(10'000, 'A'), valid}),
+    ::testing::Values(Rule{"Empty", "", "", invalid}, Rule{"NothingLeft", " -./\t\n", "", invalid},
+                      Rule{"Nul", "1234\0005678Z"s, "12345678Z", valid},
+                      Rule{"ControlCharacters",
+                           "\x01\x7F"
+                           "12345678\r\nZ\x1B",
+                           "12345678Z", valid},
+                      Rule{"AccentsAreNoLetters", "ñ12345678záÁ", "12345678Z", valid},
+                      Rule{"BytesThatAreNoText",
+                           "\xFF"
+                           "12345678Z\xC3",
+                           "12345678Z", valid},
+                      Rule{"WideDigitsAreNoDigits", "１２３４５６７８Z", "Z", invalid},
+                      Rule{"EmojiAndQuote", "12345678Z'🙂--", "12345678Z", valid},
+                      Rule{"TenThousandNines", std::string(10'000, '9') + "N", std::string(10'000, '9') + "N", valid},
+                      Rule{"TenThousandLetters", std::string(10'000, 'a'), std::string(10'000, 'A'), valid}),
     ruleName);
 
 TEST(NifLetter, EachRemainderHasItsLetter) {
@@ -145,5 +147,4 @@ TEST(NifLetter, LeavesTheMessageAloneWhenThereIsOne) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

@@ -2,8 +2,7 @@
 
 #include "taxid/ClavesRetencion.h"
 
-namespace FendaMaestros {
-
+namespace FendaMaestros::testing {
 namespace {
 
 TEST(WithholdingKeys, FillTheListOfTheirYear) {
@@ -50,5 +49,4 @@ TEST(WithholdingKeys, FillTheListOfTheirYear) {
 }
 
 }  // namespace
-
-}  // namespace FendaMaestros
+}  // namespace FendaMaestros::testing

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 
 #include <csignal>
@@ -9,7 +8,8 @@
 #include "platform/xlsx/CellText.h"
 #include "platform/xlsx/Hoja.h"
 #include "platform/xlsx/KOffice.h"
-#include "tests/support/ScriptedPerson.h"
+#include "tests/support/DesktopTest.h"
+#include "tests/support/WithoutViewer.h"
 #include "tests/xlsx/Archive.h"
 #include "ui/FileName.h"
 
@@ -18,20 +18,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Export : public ::testing::Test {
+class Export : public DesktopTest {
 protected:
-    ScriptedPerson person;
-    HeadlessDesktop desktop{person};
-    ComponentRegistry components;
-    fs::path folder = fs::temp_directory_path() / ("fenda-xlsx-" + std::to_string(::getpid()));
-    std::string target = folder / "Listado.xlsx";
+    fs::path folder;
+    std::string target;
     DataGrid grid;
     std::shared_ptr<Recordset> rows =
         std::make_shared<Recordset>(std::vector<std::string>{"Id", "Codigo", "Des", "Saldo"});
 
     Export() {
         registerKOffice(components, desktop);
-        fs::create_directory(folder);
+        std::string made = (fs::temp_directory_path() / "fendaXXXXXX").string();
+        if (!mkdtemp(made.data())) throw std::runtime_error("no folder");
+        folder = made;
+        target = folder / "Listado.xlsx";
         grid.Columns = {{{"Id", 1440, Alignment::Left, false}, 0, ""},
                         {{"Código »", 1500, Alignment::Center, true}, 1, ""},
                         {{"Descripción", 10000, Alignment::Left, true}, 2, ""},
@@ -117,6 +117,38 @@ TEST_F(Export, TellsNumbersFromTextsAndTextsFromFormulas) {
     expectContains(Archive(target)["xl/styles.xml"], {"formatCode=\"00\""});
 }
 
+TEST_F(Export, CountsWithNumbersAndTurnsThePaperForWhatIsWide) {
+    grid.Columns = {{{"Centrado", 5250, Alignment::Center, true}, 0, "00"},
+                    {{"Texto", 5250, Alignment::Left, true}, 2, ""}};
+    rows->appendInteger(5);
+    rows->appendText("");
+    rows->appendText("a\tb\nc");
+    rows->appendNull();
+    rows->appendInteger(-999'999'999'999'999);
+    rows->appendNull();
+    rows->appendInteger(-1'000'000'000'000'000);
+    rows->appendNull();
+    exportTo(target, "");
+    expectContains(sheet(), {"<v>5</v>", "<t>a\tb\nc</t>", "<v>-999999999999999</v>", "<t>-1000000000000000</t>",
+                             "customWidth=\"1\""});
+    EXPECT_EQ(sheet().find("landscape"), std::string::npos) << "700 pixels just fit";
+    const auto widths = [&] { return sheet().substr(sheet().find("<cols>"), 200); };
+    const std::string before = widths();
+    grid.Columns[1].Width += 15;
+    exportTo(target, "");
+    expectContains(sheet(), {"landscape"});
+    EXPECT_NE(widths(), before);
+}
+
+TEST_F(Export, TellsWhereTheFileIsWhenNothingOpensIt) {
+    WithoutViewer withoutViewer(person);
+    registerKOffice(components, withoutViewer);
+    person.answers = {Answer::Ok};
+    exportTo(target, "Cuentas");
+    EXPECT_EQ(person.messages.at(0).text, "Se ha guardado " + target);
+    EXPECT_EQ(person.messages.at(0).title, "Cuentas");
+}
+
 TEST_F(Export, ProposesANameThatFileSystemsTake) {
     exportTo("", "");
     exportTo("", "Fenda. Altas/bajas: \"2026\"\n");
@@ -187,6 +219,7 @@ TEST_F(Export, RefusesMoreRowsThanASheetTakes) {
               "El listado tiene 1048575 filas y en una hoja de cálculo caben 1048574. Acote el "
               "listado y vuelva a exportarlo.");
     EXPECT_EQ(person.files.size(), 1U) << "asked for a file first";
+    person.files.clear();
 }
 
 }  // namespace

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <utility>
+
+#include "toolkit/Desktop.h"
+#include "toolkit/Form.h"
+#include "toolkit/Operator.h"
+
+namespace FendaMaestros::testing {
+
+/// A desktop that has no program to open a file with.
+class WithoutViewer final : public Desktop {
+public:
+    explicit WithoutViewer(Operator& person) : person_(person) {}
+
+    Reply ask(const Message& message) override { return person_.answer(message); }
+    void setPointer(int) override {}
+    void processPending() override {}
+    std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
+        return person_.saveFile(proposal, kind);
+    }
+    bool openFile(const std::string&) override { return false; }
+    bool print(const PagedDocument&) override { return false; }
+    void writePdf(const PagedDocument&, const std::string&) override {}
+    void wait(std::chrono::milliseconds) override {}
+
+protected:
+    void runModal(Form& form) override {
+        form.activate();
+        person_.attend(form);
+    }
+
+private:
+    Operator& person_;
+};
+
+}  // namespace FendaMaestros::testing
