@@ -27,6 +27,8 @@ public:
     Reply ask(const Message&) override { return {}; }
     void setPointer(int) override {}
     void processPending() override {}
+    bool stopAsked() override { return false; }
+    bool mailFile(const std::string&) override { return false; }
     void wait(std::chrono::milliseconds) override {}
     std::optional<std::string> chooseSaveFile(const std::string&, const std::string&) override { return path_; }
     bool openFile(const std::string&) override { return false; }

@@ -16,6 +16,8 @@ public:
     Reply ask(const Message& message) override { return person_.answer(message); }
     void setPointer(int) override {}
     void processPending() override {}
+    bool stopAsked() override { return false; }
+    bool mailFile(const std::string&) override { return false; }
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
         return person_.saveFile(proposal, kind);
     }
