@@ -105,15 +105,16 @@ TEST_F(Writing, ComposesOneStatementWithItsValuesApart) {
     describe("KXComun.dbo.Conceptos");
     add("Conce_Cod", valor::Texto, "7'");
     add("Conce_Mod", valor::Entero, "12");
+    add("Conce_Nat", valor::Entero, 3.6);
     add("Conce_Plan", valor::Numero, " 2008");
     add("Conce_Pct", valor::Numero, "0.5");
     add("Conce_Des", valor::Nulo, "Null");
     session.Insertar(text, status);
     EXPECT_TRUE(status);
     EXPECT_EQ(text,
-              "INSERT INTO KXComun.dbo.Conceptos (Conce_Cod, Conce_Mod, Conce_Plan, Conce_Pct, Conce_Des) "
-              "VALUES (?, ?, ?, ?, ?)");
-    EXPECT_EQ(connection->parameters, (Values{"7'", 12, 2008, 0.5, {}}));
+              "INSERT INTO KXComun.dbo.Conceptos (Conce_Cod, Conce_Mod, Conce_Nat, Conce_Plan, Conce_Pct, Conce_Des) "
+              "VALUES (?, ?, ?, ?, ?, ?)");
+    EXPECT_EQ(connection->parameters, (Values{"7'", 12, 4, 2008, 0.5, {}}));
 
     describe("Centro", " WHERE Centro_Id = 7");
     add("Centro_Cod", valor::Texto, 3);

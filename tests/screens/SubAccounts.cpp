@@ -164,15 +164,17 @@ TEST_F(SubAccounts, AnAccountKeepsItsOriginAndANewOneHasNone) {
         enter(form, account::code, "57200000");
         person.fill(form, account::name, "Banco");
         pressAndRead(form, account::save, done);
-        enter(form, account::code, "43000001");
-        pressAndRead(form, account::save, done);
         enter(form, account::code, "57200000");
         enter(form, account::code, "572,");
+        pressAndRead(form, account::save, done);
+        enter(form, account::code, "57200001");
+        enter(form, account::code, "43000001");
+        enter(form, account::document, "A1");
         pressAndRead(form, account::save, done);
     });
     maes.jPlanCuentas();
     EXPECT_EQ(stored("57200000"), "Banco|0|2|5|6||0||8|10|\n");
-    EXPECT_EQ(stored("43000001"), "Antigua|1|1|3|4||0||7|9|\n");
+    EXPECT_EQ(stored("43000001"), "Antigua|1|2|3|4||0||0|9|\n") << "another identity ends it";
     EXPECT_EQ(stored("57200001"), "|0|0|0|0||0||0|0|\n");
 }
 

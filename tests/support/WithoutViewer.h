@@ -8,7 +8,7 @@
 
 namespace FendaMaestros::testing {
 
-/// A desktop that has no program to open a file with.
+/// A desktop that has no program to open or to mail a file with.
 class WithoutViewer final : public Desktop {
 public:
     explicit WithoutViewer(Operator& person) : person_(person) {}
@@ -17,11 +17,11 @@ public:
     void setPointer(int) override {}
     void processPending() override {}
     bool stopAsked() override { return false; }
-    bool mailFile(const std::string&) override { return false; }
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
         return person_.saveFile(proposal, kind);
     }
     bool openFile(const std::string&) override { return false; }
+    bool mailFile(const std::string&) override { return false; }
     bool print(const PagedDocument&) override { return false; }
     void writePdf(const PagedDocument&, const std::string&) override {}
     void wait(std::chrono::milliseconds) override {}

@@ -131,6 +131,7 @@ TEST_F(Export, CountsWithNumbersAndTurnsThePaperForWhatIsWide) {
     exportTo(target, "");
     expectContains(sheet(), {"<v>5</v>", "<t>a\tb\nc</t>", "<v>-999999999999999</v>", "<t>-1000000000000000</t>",
                              "customWidth=\"1\""});
+    expectContains(Archive(target)["xl/styles.xml"], {"<b/>"});
     EXPECT_EQ(sheet().find("landscape"), std::string::npos) << "700 pixels just fit";
     const auto widths = [&] { return sheet().substr(sheet().find("<cols>"), 200); };
     const std::string before = widths();
