@@ -50,7 +50,7 @@ std::string writeNewFile(const std::filesystem::path& folder, const std::string&
     for (int copy = 1;; ++copy) {
         const auto path = folder / (start + (copy == 1 ? "" : " (" + std::to_string(copy) + ")") + extension);
         errno = 0;
-        File file(std::fopen(path.c_str(), "wbx"));
+        File file(std::fopen(path.string().c_str(), "wbx"));
         if (!file && errno == EEXIST) continue;
         if (!file) fail(path, lastError());
         if (written(std::move(file), text)) return path.string();
