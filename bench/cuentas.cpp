@@ -4,18 +4,15 @@
 // processor time, of which waiting for the disk is no part, and elapsed time.
 
 #include <sqlite3.h>
-
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "bench/Measure.h"
 #include "chart/CodigosCuenta.h"
 #include "component/FendaMaes.h"
 #include "platform/sqlite/DataFolder.h"
@@ -26,43 +23,11 @@
 namespace {
 
 using namespace FendaMaestros;
+using namespace FendaMaestros::bench;
 using testing::ScriptedPerson;
 
 constexpr int digits = 8;
 constexpr int rowsOfAPage = 20;
-
-struct Spent {
-    double processor = 0, elapsed = 0;  ///< milliseconds
-};
-
-class Watch {
-public:
-    Spent spent() const {
-        const std::chrono::duration<double, std::milli> elapsed = std::chrono::steady_clock::now() - start_;
-        return {static_cast<double>(std::clock() - processor_) * 1000 / CLOCKS_PER_SEC, elapsed.count()};
-    }
-
-private:
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-    std::clock_t processor_ = std::clock();
-};
-
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
-/// The median of `rounds` rounds of `each` calls, for one call.
-Spent measure(int rounds, int each, const std::function<void()>& call) {
-    std::vector<double> processor, elapsed;
-    for (int round = 0; round < rounds; ++round) {
-        const Watch watch;
-        for (int i = 0; i < each; ++i) call();
-        processor.push_back(watch.spent().processor / each);
-        elapsed.push_back(watch.spent().elapsed / each);
-    }
-    return {median(processor), median(elapsed)};
-}
 
 /// A company of so many sub-accounts, five in ten of them customers, three suppliers and two banks; one in fifty is
 /// inactive.

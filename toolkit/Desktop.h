@@ -72,8 +72,8 @@ public:
     /// Lets what is waiting be painted and handled. Never throws.
     virtual void processPending() = 0;
 
-    /// For work that takes long: shows the screens as they stand, and says whether the person has pressed Esc since this
-    /// was last asked. What else is typed or clicked meanwhile is dropped. Never throws.
+    /// For work that takes long: shows the screens as they stand, and says whether the person has pressed Esc since
+    /// this was last asked. What else is typed or clicked meanwhile is dropped. Never throws.
     virtual bool stopAsked() = 0;
 
     /// Asks where to save. `proposal` is a file name without folder; `kind` tells a person what it is, as "Hoja de
