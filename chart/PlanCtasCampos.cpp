@@ -1,6 +1,5 @@
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
-#include "session/ErrorBd.h"
 #include "taxid/frmNif.h"
 #include "toolkit/Raised.h"
 #include "toolkit/Text.h"
@@ -46,33 +45,19 @@ void frmPlanCtas::prepararCodigos() {
 }
 
 void frmPlanCtas::mostrarEstado(int field) {
-    tell({});
-    if (bSinEstado || Text1(field).Text.find(',') == std::string::npos) return;
-    try {
-        tell(textoEstado(field));
-    } catch (const ErrorBd&) {
-        // What is wrong with the database is said when the field is left; a busy one is not waited for at each key.
-        bSinEstado = true;
-    }
+    tell(aviso.texto(Text1(field).Text, nPlan, [this, field] { return codigoCompleto(field); }));
 }
 
 void frmPlanCtas::quitarEstado() {
     tell({});
-    bSinEstado = false;
+    aviso.dejado();
 }
 
-std::string frmPlanCtas::textoEstado(int field) const {
+std::string frmPlanCtas::codigoCompleto(int field) const {
     const std::string& typed = Text1(field).Text;
-    std::string code = completedCode(typed, digitos());
-    if (field == Codigo && asksForNextCode(typed)) {
-        const std::string prefix = typed.substr(0, typed.size() - 1);
-        code = nextCode(read(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
-    }
-    if (code.empty()) return {};
-    const auto plan = planAccount(code, nPlan);
-    if (!plan) return code + ", de ninguna cuenta del PGC";
-    return code + ", de la cuenta " + plan->Fields("PCta_Cta").Value.text() + " " +
-           plan->Fields("PCta_Des").Value.text();
+    if (field != Codigo || !asksForNextCode(typed)) return completedCode(typed, digitos());
+    const std::string prefix = typed.substr(0, typed.size() - 1);
+    return nextCode(read(highestCodeSql(prefix))->cell(0, 0), prefix, digitos()).code;
 }
 
 void frmPlanCtas::dejarCodigo() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "chart/AvisoCodigo.h"
 #include "chart/PantallaCuenta.h"
 
 namespace FendaMaestros {
@@ -48,7 +49,8 @@ private:
     void prepararCodigos();
     /// A code being typed with a comma: shows what it will become and where it hangs from.
     void mostrarEstado(int field);
-    std::string textoEstado(int field) const;
+    /// What leaving the field will make of its code.
+    std::string codigoCompleto(int field) const;
     void quitarEstado();
     void dejarCodigo() override;
     void dejarCuentaAsociada(int field);
@@ -89,8 +91,7 @@ private:
 
     bool bModoCrear = false;
     bool bEnFichaNif = false;
-    /// The database has not answered for the status line of the field that is being typed into.
-    bool bSinEstado = false;
+    AvisoCodigo aviso;
     std::int64_t nIdCtaAso = 0;
     std::int64_t nIdNif = 0;
     std::int64_t nIdOrigen = 0;

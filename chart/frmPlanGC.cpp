@@ -159,6 +159,7 @@ void frmPlanGC::describirAlta(RowWrite& write) const {
 
 void frmPlanGC::terminarGrabacion() {
     cmdNueva.Visible = false;
+    tell("Guardada " + Text1(Codigo).Text);
     setFocus(Text1(Codigo));
 }
 

@@ -16,14 +16,15 @@ struct FiltroCuentas {
     TipoInforme tipo = TipoInforme::Subcuentas;
     /// The plan in force, 2008 or 1990; only CuentasSubcuentas lists its accounts.
     std::int16_t plan = 2008;
-    std::string desde;  ///< first and last account code
-    std::string hasta;
-    std::string departamento;  ///< Dpto_Id; empty for all
-    std::string centro;        ///< Centro_Id; empty for all
-    std::string desdeSaldo;    ///< bounds of the balance as a field shows them, "1.000,50"; no amount filters nothing
-    std::string hastaSaldo;
-    std::string nombre;             ///< how the description begins
-    bool enCualquierParte = false;  ///< `nombre` may stand anywhere in it
+    /// First and last account code.
+    std::string desde = {}, hasta = {};
+    /// Dpto_Id and Centro_Id; empty for all.
+    std::string departamento = {}, centro = {};
+    /// Bounds of the balance as a field shows them, "1.000,50"; no amount filters nothing.
+    std::string desdeSaldo = {}, hastaSaldo = {};
+    /// How the description begins, or, `enCualquierParte`, what stands anywhere in it.
+    std::string nombre = {};
+    bool enCualquierParte = false;
     EstadoCuenta estado = EstadoCuenta::Activas;
     bool conSaldo = false;  ///< with the balance of each account
 };

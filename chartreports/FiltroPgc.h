@@ -10,10 +10,10 @@ namespace FendaMaestros {
 /// Which accounts of the official plan are listed.
 struct FiltroPgc {
     std::string plan = "2008";
-    std::string desde;  ///< as in FiltroCuentas
-    std::string hasta;
-    std::string masa;  ///< Masas_Id; empty for all
-    std::string nombre;
+    std::string desde = {};  ///< as in FiltroCuentas
+    std::string hasta = {};
+    std::string masa = {};  ///< Masas_Id; empty for all
+    std::string nombre = {};
     bool enCualquierParte = false;
 };
 

@@ -137,7 +137,7 @@ void PantallaInforme::listar(std::int16_t& nColumna, bool bAsc) {
     cmdExcel.Enabled = cmdInforme.Enabled = rsListado->RecordCount() > 0;
     if (!isShown(wanted.columnas, nColumna)) nColumna = columnaPorDefecto();
     dbg.markOrder(nColumna, wanted.orden.titulo, bAsc);
-    const std::string count = format(rsListado->RecordCount(), "#,##0") + " cuentas";
+    const std::string count = counted(rsListado->RecordCount(), "cuenta", "cuentas");
     tell(rsListado->Partial ? count + " hasta aquí: el listado no está completo" : count);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <unordered_map>
 
 #include "session/Literal.h"
 #include "session/ParametrosEmpresa.h"
@@ -31,12 +32,13 @@ void describe(std::int64_t id, const std::string& description) {
 /// Gives the first description of a deleted row of a code to a row of that code that has none.
 class DescripcionHeredada {
 public:
-    /// The rows in the order of the list, those of one code together.
-    void next(const SubcuentaErronea& row) {
+    /// The rows in the order of the list, those of one code together. `unchanged`: a row still is what was listed; what
+    /// another program has made of one is not written over.
+    void next(const SubcuentaErronea& row, bool unchanged) {
         if (row.codigo == codigo_) return;
         codigo_ = row.codigo;
         primera_ = row.conDiario ? 0 : row.id;
-        primeraEnBlanco_ = isBlank(row.descripcion);
+        primeraEnBlanco_ = isBlank(row.descripcion) && unchanged;
     }
     void aboutToDelete(const SubcuentaErronea& row) const {
         if (primeraEnBlanco_ && row.id != primera_ && !isBlank(row.descripcion)) describe(primera_, row.descripcion);
@@ -82,13 +84,17 @@ Eliminacion deleteInTransaction(const std::vector<SubcuentaErronea>& listed) {
     Transaction transaction(session.Conexion());
     const auto now =
         subcuentasErroneas(*read(sqlSubcuentasErroneas(session.Parametros().Item("Par_CtaNum").Value.text())));
+    std::unordered_map<std::int64_t, const SubcuentaErronea*> byId;
+    for (const SubcuentaErronea& row : now) byId.emplace(row.id, &row);
     Eliminacion outcome;
     std::vector<SubcuentaErronea> deleted;
     DescripcionHeredada inherited;
     for (const SubcuentaErronea& row : listed) {
-        inherited.next(row);
+        const auto found = byId.find(row.id);
+        const bool unchanged = found != byId.end() && *found->second == row;
+        inherited.next(row, unchanged);
         if (row.conDiario) continue;
-        if (std::ranges::find(now, row) == now.end()) {
+        if (!unchanged) {
             ++outcome.omitidas;
             continue;
         }

@@ -13,8 +13,8 @@ private:
     void CargarCombos() override;
     std::int16_t columnaPorDefecto() const override { return static_cast<std::int16_t>(cboTipo.ListIndex() + 1); }
     Consulta consulta(std::int16_t nColumna, bool bAsc) override;
-    /// A spreadsheet is the way out of this listing.
-    void imprimir() override {}
+    /// Prints nothing: a spreadsheet is the way out of this listing.
+    void imprimir() override { tell("Este listado no se imprime: expórtelo a Excel"); }
     void disponer();
 
     ComboBox cboPlan;

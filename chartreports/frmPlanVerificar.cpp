@@ -1,6 +1,7 @@
 #include "chartreports/frmPlanVerificar.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "chart/BuscarCuentas.h"
 #include "chart/frmPlanCtas.h"
@@ -31,9 +32,10 @@ std::string tagOf(const SubcuentaErronea& account) {
 }
 
 std::string outcomeText(const Eliminacion& outcome) {
-    std::string text = "Eliminadas " + format(outcome.eliminadas, "#,##0");
+    std::string text = counted(outcome.eliminadas, "cuenta eliminada", "cuentas eliminadas");
     if (outcome.omitidas > 0)
-        text += ", " + format(outcome.omitidas, "#,##0") + " ya no: las ha cambiado otro programa";
+        text +=
+            ", " + counted(outcome.omitidas, "no: la ha cambiado otro programa", "no: las ha cambiado otro programa");
     if (!outcome.copia.empty()) text += ". Copia en " + outcome.copia;
     return text;
 }
@@ -88,7 +90,7 @@ void frmPlanVerificar::iniciar() {
         const BusyGuard busy(*this);
         if (cboPlan.ListIndex() == planCheck) verificarPlan();
         if (cboPlan.ListIndex() == subaccountCheck) verificarSubcuentas();
-    } catch (const std::exception& error) {
+    } catch (const std::runtime_error& error) {
         failure = error.what();
     }
     if (!failure.empty()) warn(failure, cmdInicio, message::Ok);
@@ -106,13 +108,20 @@ void frmPlanVerificar::prepararLista(std::vector<TableColumn> columns) {
 void frmPlanVerificar::verificarSubcuentas() {
     prepararLista({{"Cuenta", 5000}, {"Diario", 1000, Alignment::Center}, {"Actuación", 6800}});
     const std::string digits = instanciaActual().sesion().Parametros().Item("Par_CtaNum").Value.text();
-    std::vector<SubcuentaErronea> found;
+    std::shared_ptr<Recordset> rows;
     {
         const LongWork work(desktop(), barProgreso, lblEstado, "cuentas erróneas");
-        found = subcuentasErroneas(*read(sqlSubcuentasErroneas(digits)));
+        rows = read(sqlSubcuentasErroneas(digits));
     }
+    const auto found = subcuentasErroneas(*rows);
     for (const SubcuentaErronea& account : found) listarSubcuenta(account);
-    cerrarVerificacion(found);
+    contar("cuenta errónea", "cuentas erróneas", rows->Partial);
+    if (!rows->Partial) cerrarVerificacion(found);
+}
+
+void frmPlanVerificar::contar(const char* one, const char* many, bool stopped) {
+    const std::string count = counted(static_cast<int>(nIds.size()), one, many);
+    tell(stopped ? count + " hasta aquí: la verificación no está completa" : count);
 }
 
 void frmPlanVerificar::listarSubcuenta(const SubcuentaErronea& account) {
@@ -145,19 +154,22 @@ void frmPlanVerificar::verificarPlan() {
                    {"Plan Contable", 2000, Alignment::Center},
                    {"Balance Situación", 2000, Alignment::Center},
                    {"Cta Perdidas y Ganan.", 2000, Alignment::Center}});
+    LongWork work(desktop(), barProgreso, lblEstado, "cuentas");
     const auto accounts = read(sqlSubcuentasActivas());
-    LongWork work(desktop(), barProgreso, lblEstado, "cuentas", accounts->RecordCount());
+    work.expect(accounts->RecordCount());
     for (; !accounts->Eof(); accounts->MoveNext()) {
         const std::string code = accounts->Fields("pcta_cta").Value.text();
-        if (!perteneceAlPlan(cboPlan.Text(), cboPGC.ListIndex() + 1, code)) {
+        const bool outside = !perteneceAlPlan(cboPlan.Text(), cboPGC.ListIndex() + 1, code);
+        // A look-up that has been stopped says nothing about the account.
+        if (work.stopped()) break;
+        if (outside) {
             ListView1.Rows.push_back(
                 {.Texts = {code + " " + accounts->Fields("PCta_Des").Value.text(), "No"}, .Tag = {}});
             nIds.push_back(accounts->Fields("PCta_Id").Value.integer());
         }
         if (!work.advance()) break;
     }
-    const std::string count = format(static_cast<int>(nIds.size()), "#,##0") + " cuentas fuera del plan";
-    tell(work.stopped() ? count + " hasta aquí: la verificación no está completa" : count);
+    contar("cuenta fuera del plan", "cuentas fuera del plan", work.stopped());
 }
 
 void frmPlanVerificar::abrirCuenta() {

@@ -25,6 +25,8 @@ private:
     void listarSubcuenta(const SubcuentaErronea& account);
     void cerrarVerificacion(const std::vector<SubcuentaErronea>& found);
     void verificarPlan();
+    /// Tells how many rows the list has; `stopped`: it holds what was found until then.
+    void contar(const char* one, const char* many, bool stopped);
     void abrirCuenta();
 
     Label Label1{"Plan"};

@@ -27,6 +27,10 @@ constexpr std::array<const char*, 6> reports{"PlanCuentas1",      nullptr,      
 
 bool isByPlace(TipoInforme tipo) { return tipo == TipoInforme::Departamentos || tipo == TipoInforme::Centros; }
 
+std::string codigoCompleto(const std::string& typed) {
+    return completedCode(typed, digitosSubcuenta(instanciaActual().sesion().Parametros()));
+}
+
 int codeColumn(TipoInforme tipo) { return isByPlace(tipo) ? 2 : 1; }
 
 std::vector<ListingColumn> columnsOf(TipoInforme tipo, bool conSaldo) {
@@ -55,7 +59,7 @@ std::vector<ListingColumn> columnsOf(TipoInforme tipo, bool conSaldo) {
 frmPlandeCuentas::frmPlandeCuentas()
     : PantallaInforme({NombreBuscado, Desde, NombreDesde, DesdeSaldo, HastaSaldo, Hasta, NombreHasta},
                       {0, 1, 2, 3, 4, 5, 6, 7}) {
-    Caption = "Informes del Plan de cuentas";
+    Caption = sTituloVentana = "Informes del Plan de cuentas";
     Frame1.Caption = "Estado";
     Option1(0).Caption = "Activas";
     Option1(1).Caption = "Inactivas";
@@ -68,7 +72,10 @@ frmPlandeCuentas::frmPlandeCuentas()
         if (column == codeColumn(tipoListado_)) abrirCuenta();
     };
     dbg.DblClick = [this] { abrirCuenta(); };
-    for (const int code : {Desde, Hasta}) editField(Text1(code), [this, code] { dejarCodigo(code); });
+    for (const int code : {Desde, Hasta}) {
+        editField(Text1(code), [this, code] { dejarCodigo(code); });
+        Text1(code).Change = [this, code] { anunciarCodigo(code); };
+    }
     for (const int amount : {DesdeSaldo, HastaSaldo}) {
         TextBox& field = Text1(amount);
         field.TextAlignment = Alignment::Right;
@@ -145,10 +152,17 @@ void frmPlandeCuentas::elegirTipo() {
     if (!Check1.Enabled) Check1.setValue(false);
 }
 
+void frmPlandeCuentas::anunciarCodigo(int field) {
+    const std::string& typed = Text1(field).Text;
+    tell(aviso_.texto(typed, planEnVigor(), [&typed] { return codigoCompleto(typed); }));
+}
+
 void frmPlandeCuentas::dejarCodigo(int field) {
+    tell({});
+    aviso_.dejado();
     TextBox& name = Text1(field + 1);
     if (text::trim(Text1(field).Text).empty()) return name.Text.clear();
-    Text1(field).Text = completedCode(Text1(field).Text, digitosSubcuenta(instanciaActual().sesion().Parametros()));
+    Text1(field).Text = codigoCompleto(Text1(field).Text);
     if (CargarCuenta(0, field, Text1(field).Text, 0) == Hallazgo::NoEncontrada)
         name.Text = "Código de cuenta no existe";
 }
@@ -196,11 +210,16 @@ PantallaInforme::Consulta frmPlandeCuentas::consulta(std::int16_t nColumna, bool
 
 void frmPlandeCuentas::leerTotal() {
     total_.clear();
-    if (Check1.Value()) total_ = "Total... " + format(read(sqlTotal(filtro()))->cell(0, 0), totalMask);
+    if (!Check1.Value()) return;
+    const auto sum = read(sqlTotal(filtro()));
+    total_ = "Total... " + (sum->Partial ? "sin calcular" : format(sum->cell(0, 0), totalMask));
 }
 
 void frmPlandeCuentas::mostrarTotal() {
     tipoListado_ = tipo();
+    conSaldoListado_ = Check1.Value();
+    rangoListado_ =
+        textoRango({Text1(Desde).Text, Text1(NombreDesde).Text}, {Text1(Hasta).Text, Text1(NombreHasta).Text});
     lblAcu(2).Visible = Check1.Value();
     if (Check1.Value()) lblAcu(2).Caption = total_;
 }
@@ -212,9 +231,8 @@ void frmPlandeCuentas::abrirCuenta() {
 void frmPlandeCuentas::imprimir() {
     const auto printer = instanciaActual().components().create<ReportPrinter>();
     printer->MyBd = instanciaActual().MyBd;
-    printer->sAcotacion1 =
-        textoRango({Text1(Desde).Text, Text1(NombreDesde).Text}, {Text1(Hasta).Text, Text1(NombreHasta).Text});
-    printer->svariables = Check1.Value() ? 1 : 0;
+    printer->sAcotacion1 = rangoListado_;
+    printer->svariables = conSaldoListado_ ? 1 : 0;
     if (const char* report = reports[static_cast<std::size_t>(tipoListado_)])
         printer->jshowInforme(report, sSQLListado);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "chart/AvisoCodigo.h"
 #include "chartreports/PantallaInforme.h"
 
 namespace FendaMaestros {
@@ -24,6 +25,8 @@ private:
     FiltroCuentas filtro();
     EstadoCuenta estado() const;
     void elegirTipo();
+    /// A code being typed with a comma: the status line shows what it will become.
+    void anunciarCodigo(int field);
     void dejarCodigo(int field);
     void dejarSaldo(int field);
     void abrirCuenta();
@@ -35,8 +38,12 @@ private:
     CheckBox Check1;
     ControlArray<Label> lblAcu{"lblAcu", {2}};
 
-    /// The kind of what is listed, which may no longer be the one chosen.
+    /// Of what is listed, which may no longer be what the fields say.
     TipoInforme tipoListado_ = TipoInforme::Subcuentas;
+    bool conSaldoListado_ = false;
+    std::string rangoListado_;
+
+    AvisoCodigo aviso_;
     std::string total_;
     /// The bounds that the person has been told are reversed, and has left so.
     std::string saldosAvisados_;

@@ -11,11 +11,13 @@ namespace FendaMaestros {
 /// A session on any connection: it composes the statements, with bound parameters, and the connection runs them.
 class SesionSql final : public SesionBd, private ListaCampos {
 public:
-    SesionSql(std::shared_ptr<ConexionBd> connection, ParametrosEmpresa parameters)
-        : connection_(std::move(connection)), parameters_(std::move(parameters)) {}
+    /// `folder` is CarpetaFicheros().
+    SesionSql(std::shared_ptr<ConexionBd> connection, ParametrosEmpresa parameters, std::string folder = {})
+        : connection_(std::move(connection)), parameters_(std::move(parameters)), folder_(std::move(folder)) {}
 
     std::shared_ptr<ConexionBd> Conexion() override { return connection_; }
     const ParametrosEmpresa& Parametros() const override { return parameters_; }
+    std::string CarpetaFicheros() const override { return folder_; }
     void Tabla(std::string_view name) override { table_ = name; }
     void Reiniciar(std::int16_t fixed) override;
     ListaCampos& Campos() override { return *this; }
@@ -42,6 +44,7 @@ private:
 
     std::shared_ptr<ConexionBd> connection_;
     ParametrosEmpresa parameters_;
+    std::string folder_;
     std::string table_;
     std::vector<Column> columns_;
     std::string condition_;

@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "session/ErrorBd.h"
 #include "session/Literal.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/Validacion.h"
@@ -18,7 +19,7 @@ namespace {
 
 std::string rowOf(std::int64_t id) { return "SELECT * FROM KXComun.dbo.Nif WHERE Nif_Id = " + std::to_string(id); }
 
-std::string invoices(int count) { return format(count, "#,##0") + (count == 1 ? " factura" : " facturas"); }
+std::string invoices(int count) { return counted(count, "factura", "facturas"); }
 
 }  // namespace
 
@@ -39,10 +40,7 @@ frmCambiarNif::frmCambiarNif(std::int64_t nIdNif) : nIdNif_(nIdNif) {
 
     for (const char* type : {"C.I.F.", "N.I.F.", "N.I.E.", "Otros"}) cboDocType.AddItem(type);
     cboDocType.Click = [this] { elegirTipo(); };
-    Check1.Click = [this] {
-        if (Check1.Value())
-            tell("Se cambiarán " + invoices(facturasDelEjercicio()) + " de " + std::to_string(nEjercicio_));
-    };
+    Check1.Click = [this] { anunciarFacturas(); };
     cmdSalvar.Click = [this] { guardar(); };
     cmdSalir.Click = [this] { unload(); };
     disponer();
@@ -90,7 +88,8 @@ void frmCambiarNif::onLoad() {
 }
 
 void frmCambiarNif::cargar() {
-    const auto row = read(rowOf(nIdNif_));
+    rsLeida_ = read(rowOf(nIdNif_));
+    const auto& row = rsLeida_;
     cmdSalvar.Enabled = !row->Eof();
     if (row->Eof()) return tell("No hay ninguna identidad que cambiar");
     txtFields(Nombre).Text = row->Fields("Nif_nom").Value.text();
@@ -139,6 +138,15 @@ std::string frmCambiarNif::condicionFacturas() const {
            " AND year(Fac_Fecha) = " + std::to_string(nEjercicio_);
 }
 
+void frmCambiarNif::anunciarFacturas() {
+    if (!Check1.Value()) return;
+    try {
+        tell("Se cambiarán " + invoices(facturasDelEjercicio()) + " de " + std::to_string(nEjercicio_));
+    } catch (const ErrorBd&) {
+        // What is wrong with the database is said when it is to be changed.
+    }
+}
+
 int frmCambiarNif::facturasDelEjercicio() const {
     return static_cast<int>(read("SELECT COUNT(Fac_Id) FROM Fac" + condicionFacturas())->cell(0, 0).integer());
 }
@@ -184,7 +192,11 @@ int frmCambiarNif::grabar() {
         throw std::runtime_error("No hay ningún Cif/Nif actual: sus facturas no se pueden buscar.");
 
     Transaction transaction(session.Conexion());
-    if (read(rowOf(nIdNif_))->Eof()) throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
+    const auto stored = read(rowOf(nIdNif_));
+    if (stored->Eof()) throw std::runtime_error("Otro programa ha eliminado este CIF/NIF.");
+    if (!stored->sameContents(*rsLeida_))
+        throw std::runtime_error(
+            "Otro programa ha cambiado este CIF/NIF. Salga y vuelva a abrirlo para ver cómo está.");
     if (!changed.empty()) {
         RowWrite identity(session, "KXComun.dbo.Nif");
         identity.column("Nif_Doc", valor::Texto, txtFields(Nuevo).Text);

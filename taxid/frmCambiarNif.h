@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "session/Recordset.h"
 #include "taxid/NifRecord.h"
 #include "ui/Screen.h"
 
@@ -29,6 +31,7 @@ private:
     /// Whether another entry has a document already and the person does not want it.
     bool msBuscarCif(const std::string& document);
     void aconsejar();
+    void anunciarFacturas();
     void guardar();
     /// How many invoices it has changed.
     int grabar();
@@ -37,6 +40,8 @@ private:
     std::string nombreCompleto() const;
 
     std::int64_t nIdNif_;
+    /// The entry as it was read.
+    std::shared_ptr<Recordset> rsLeida_;
     std::int16_t nEjercicio_ = 0;
     std::string sExpresionNombre_;
     std::string resumen_;

@@ -1,14 +1,16 @@
 #include "taxid/frmInfNif.h"
 
 #include <array>
+#include <stdexcept>
 
+#include "session/ErrorBd.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/InformeNif.h"
 #include "taxid/frmNif.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
-#include "ui/FileName.h"
 #include "ui/GridReport.h"
+#include "ui/LongWork.h"
 #include "ui/SessionAccess.h"
 
 namespace FendaMaestros {
@@ -32,6 +34,7 @@ frmInfNif::frmInfNif() {
     dbgNif.DblClick = [this] { abrirFicha(); };
     cmdIniciar.Click = [this] { iniciar(); };
     cmdSalir.Click = [this] { unload(); };
+    barProgreso.Visible = false;
     disponer();
     optSalida(Pantalla).setValue(true);
 }
@@ -41,6 +44,7 @@ void frmInfNif::disponer() {
     add(optSalida, &Frame1);
     add(cmdIniciar, "cmdIniciar");
     add(dbgNif, "dbgNif");
+    add(barProgreso, "barProgreso");
     add(cmdSalir, "cmdSalir");
 
     using namespace arrange;
@@ -49,7 +53,7 @@ void frmInfNif::disponer() {
     layOut(column({
         row({framed(Frame1, {row(std::move(outputs))}), buttons({&cmdIniciar})}),
         filling(dbgNif),
-        buttons({&cmdSalir}),
+        row({plain(barProgreso), buttons({&cmdSalir})}),
     }));
 }
 
@@ -59,21 +63,26 @@ void frmInfNif::onLoad() {
 }
 
 void frmInfNif::iniciar() {
-    cargar("Nombre");
-    if (rsNif->RecordCount() == 0) return;
+    if (!cargar("Nombre") || rsNif->RecordCount() == 0) return;
     for (const auto& [index, option] : optSalida.elements())
         if (option->Value()) return emitir(index);
 }
 
-void frmInfNif::cargar(const std::string& orden) {
-    {
+bool frmInfNif::cargar(const std::string& orden) {
+    try {
         const BusyGuard busy(*this);
+        const LongWork work(desktop(), barProgreso, lblEstado, "identidades leídas");
         rsNif = read(sqlInformeNif(sExpresionNombre_, orden));
         dbgNif.show(rsNif, columnasInformeNif());
+    } catch (const ErrorBd& error) {
+        warn(error.what(), cmdIniciar, message::Ok);
+        return false;
     }
     bDescendente_ = orden.find(descending) != std::string::npos;
     marcarOrden(orden);
-    tell(format(rsNif->RecordCount(), "#,##0") + " identidades");
+    const std::string count = counted(rsNif->RecordCount(), "identidad", "identidades");
+    tell(rsNif->Partial ? count + " hasta aquí: el listado no está completo" : count);
+    return true;
 }
 
 void frmInfNif::marcarOrden(const std::string& orden) {
@@ -92,21 +101,13 @@ void frmInfNif::ordenarPor(int column) {
 // --- outputs
 
 void frmInfNif::emitir(int salida) {
-    switch (salida) {
-        case Impresora:
-            desktop().print(*documentoListado());
-            break;
-        case Pdf:
-            guardarPdf();
-            break;
-        case Correo:
-            enviarPdf();
-            break;
-        case Excel:
-            exportar();
-            break;
-        default:
-            break;
+    if (salida == Excel) return exportar();
+    try {
+        if (salida == Impresora) desktop().print(*documentoListado());
+        if (salida == Pdf) guardarPdf();
+        if (salida == Correo) enviarPdf();
+    } catch (const std::runtime_error& failure) {
+        warn(failure.what(), cmdIniciar);
     }
 }
 
@@ -124,13 +125,18 @@ std::shared_ptr<const PagedDocument> frmInfNif::documentoListado() const {
 void frmInfNif::guardarPdf() {
     const auto path = desktop().chooseSaveFile(std::string(title) + ".pdf", "Documento PDF (*.pdf)");
     if (!path) return;
-    desktop().writePdf(*documentoListado(), *path);
+    escribirPdf(*path);
     tell("Guardado en " + *path);
+}
+
+void frmInfNif::escribirPdf(const std::string& path) {
+    const BusyGuard busy(*this);
+    desktop().writePdf(*documentoListado(), path);
 }
 
 void frmInfNif::enviarPdf() {
     const std::string path = desktop().temporaryFile(std::string(title) + ".pdf");
-    desktop().writePdf(*documentoListado(), path);
+    escribirPdf(path);
     if (!desktop().mailFile(path))
         ask("No hay ningún programa de correo. El PDF está en " + path, message::Information, sTituloVentana);
 }

@@ -20,19 +20,22 @@ private:
     void disponer();
     void iniciar();
     /// Reads and shows the register in the order of a column's name, with " ASC " or " DESC " behind it or nothing.
-    void cargar(const std::string& orden);
+    /// False when it cannot be read: the person has been told, and what was shown stays.
+    bool cargar(const std::string& orden);
     void marcarOrden(const std::string& orden);
     void ordenarPor(int column);
     void emitir(int salida);
     void exportar();
     void guardarPdf();
     void enviarPdf();
+    void escribirPdf(const std::string& path);
     std::shared_ptr<const PagedDocument> documentoListado() const;
     void abrirFicha();
 
     Frame Frame1;
     ControlArray<OptionButton> optSalida{"optSalida", {0, 1, 2, 3, 4}};
     ListingGrid dbgNif;
+    ProgressBar barProgreso;
     CommandButton cmdIniciar{"&Iniciar"};
     CommandButton cmdSalir{"(ESC) - &Salir"};
 

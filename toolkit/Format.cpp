@@ -56,4 +56,8 @@ std::string format(const Variant& value, std::string_view mask) {
     return grouped(value.real(), point == std::string_view::npos ? 0 : digits.size() - point - 1) + tail;
 }
 
+std::string counted(int count, std::string_view one, std::string_view many) {
+    return format(count, "#,##0") + " " + std::string(count == 1 ? one : many);
+}
+
 }  // namespace FendaMaestros

@@ -13,4 +13,7 @@ namespace FendaMaestros {
 /// Spanish order. An empty mask, null, or a text that the mask does not fit, give the value's own text.
 std::string format(const Variant& value, std::string_view mask);
 
+/// How many there are of something, in words: "1 cuenta", "1.234 cuentas".
+std::string counted(int count, std::string_view one, std::string_view many);
+
 }  // namespace FendaMaestros

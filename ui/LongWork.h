@@ -22,8 +22,11 @@ public:
     /// One more step is done. False when the person has asked to stop.
     bool advance() { return reached(done_ + 1); }
     bool stopped() const { return stopped_; }
-    /// How many steps there are, once it is known.
-    void expect(int total) { total_ = total; }
+    /// How many steps there are, once a read has told: they begin now.
+    void expect(int total) {
+        total_ = total;
+        done_ = 0;
+    }
 
 private:
     bool reached(int done);

@@ -135,7 +135,7 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
         auto parameters = storage::readParameters(*own);
         std::shared_ptr<ConexionBd> connection = std::move(own);
         if (wrap) connection = wrap(std::move(connection));
-        return std::make_unique<SesionSql>(std::move(connection), std::move(parameters));
+        return std::make_unique<SesionSql>(std::move(connection), std::move(parameters), folder_.string());
     });
 }
 

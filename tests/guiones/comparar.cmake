@@ -1,5 +1,5 @@
 # Runs a script in a fresh folder and compares what it prints, its exit status and its complaint with the .salida file
-# beside it. The date of today reads <hoy>.
+# beside it. The date of today reads <hoy>, the file that holds a copy of what was deleted <copia>.
 #
 #   cmake -DFENDA=program -DSCRIPT=x.guion -DFOLDER=fresh/folder [-DGOLDEN=x.salida] [-DOPTIONS=--ventana]
 #         [-DPDF=file "-DLINES=text|text"] [-DREGENERATE=ON] -P comparar.cmake
@@ -30,6 +30,7 @@ endif()
 string(REPLACE "${SCRIPT}" "${name}" found "${found}")
 string(TIMESTAMP today "%d/%m/%Y")
 string(REPLACE "${today}" "<hoy>" found "${found}")
+string(REGEX REPLACE "Copia en [^\n]*[.]csv" "Copia en <copia>" found "${found}")
 
 if(REGENERATE)
   file(WRITE ${GOLDEN} "${found}")
