@@ -1,12 +1,18 @@
 #include "app/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <optional>
+#include <utility>
 
 #include "app/CommandCrear.h"
+#include "app/CommandIdentidades.h"
+#include "app/CommandListado.h"
 #include "app/CommandNif.h"
+#include "app/CommandVerificar.h"
 #include "app/Complaint.h"
 #include "app/Composition.h"
 #include "app/Folders.h"
@@ -27,6 +33,13 @@ struct Request {
     TypedCompany newCompany;
     std::vector<std::string> identifiers;
     GuionOptions script;
+    TypedListado listing;
+    VerificarOptions check;
+    std::string registerOrder;
+    bool registerDescending = false;
+    /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
+    std::string csv, xlsx, pdf;
+    bool json = false;
 };
 
 std::shared_ptr<CLI::Formatter> spanishFormatter() {
@@ -60,6 +73,62 @@ void addFolder(CLI::App& app, Request& request, const std::string& otherwise) {
             "CARPETA");
 }
 
+void addCompany(CLI::App& app, Request& request) {
+    addText(app, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
+}
+
+/// What the commands that list have in common.
+void addOutputs(CLI::App& app, Request& request) {
+    addText(app, "--csv", request.csv, "En CSV, a un fichero o a la salida", "[FICHERO]")->expected(0, 1);
+    addText(app, "--xlsx", request.xlsx, "En una hoja de cálculo", "FICHERO");
+    addText(app, "--pdf", request.pdf, "En un documento PDF, como se imprime", "FICHERO");
+    app.add_flag("--json", request.json, "En JSON");
+    addFolder(app, request, "la del usuario");
+    addCompany(app, request);
+}
+
+void describeListing(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "listado", "Lista el plan de cuentas, como el informe de la pantalla");
+    TypedListado& listing = request.listing;
+    addText(app, "--tipo", listing.kind,
+            "subcuentas (si no se da), completo, cuentas (con las del plan), departamentos, centros o nif", "TIPO");
+    addText(app, "--desde", listing.from, "Primera cuenta; 43 es 43000000, y 43,5 es 43000005", "CUENTA");
+    addText(app, "--hasta", listing.to, "Última cuenta", "CUENTA");
+    addText(app, "--nombre", listing.name, "Cómo empieza el nombre de la cuenta", "NOMBRE");
+    app.add_flag("--en-cualquier-parte", listing.anywhere, "Ese nombre puede estar en medio");
+    addText(app, "--departamento", listing.department, "Código o nombre de un departamento", "DEPARTAMENTO");
+    addText(app, "--centro", listing.centre, "Código o nombre de un centro", "CENTRO");
+    addText(app, "--estado", listing.state, "activas (si no se da), inactivas o todas", "ESTADO");
+    addText(app, "--desde-saldo", listing.fromBalance, "Saldo mínimo, como 1.234,56", "SALDO");
+    addText(app, "--hasta-saldo", listing.toBalance, "Saldo máximo", "SALDO");
+    app.add_flag("--con-saldo", listing.withBalance, "Con el saldo de cada cuenta y el total");
+    addText(app, "--orden", listing.order, "cuenta, descripcion o, en esos tipos, departamento o centro", "ORDEN");
+    app.add_flag("--descendente", listing.descending, "De mayor a menor");
+    addOutputs(app, request);
+    app.footer("Sin otra salida, una tabla. Sale con 0, o con 2 si no se puede.");
+}
+
+void describeRegister(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "identidades", "Lista las identidades fiscales registradas");
+    addText(app, "--orden", request.registerOrder,
+            "nombre (si no se da), nif, direccion, postal, poblacion, provincia o pais", "ORDEN");
+    app.add_flag("--descendente", request.registerDescending, "De mayor a menor");
+    addOutputs(app, request);
+    app.footer("Sin otra salida, una tabla. Sale con 0, o con 2 si no se puede.");
+}
+
+void describeCheck(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "verificar", "Busca subcuentas erróneas en el plan de cuentas");
+    app.add_flag("--plan", request.check.plan, "Solo las que no cuelgan de una cuenta del plan oficial");
+    app.add_flag("--subcuentas", request.check.subaccounts, "Solo las de código repetido o de otra longitud");
+    app.add_flag("--json", request.check.json, "En JSON");
+    addFolder(app, request, "la del usuario");
+    addCompany(app, request);
+    app.footer(
+        "Una línea por cuenta; no cambia nada. Sale con 0 si no encuentra ninguna, con 1 si encuentra alguna y "
+        "con 2 si no se puede.");
+}
+
 void describe(CLI::App& program, Request& request) {
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
@@ -67,7 +136,7 @@ void describe(CLI::App& program, Request& request) {
     program.set_version_flag("--version", "fenda " + componentVersion(), "Muestra la versión");
     program.require_subcommand(0, 1);
     addFolder(program, request, "la del usuario");
-    addText(program, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
+    addCompany(program, request);
 
     CLI::App* create = addCommand(program, "crear", "Crea una empresa en la carpeta de datos");
     TypedCompany& company = request.newCompany;
@@ -92,7 +161,11 @@ void describe(CLI::App& program, Request& request) {
     script->add_flag("--ventana", request.script.onWindows, "Con las ventanas a la vista");
     script->add_flag("--traza", request.script.traced, "Muestra cada texto SQL y cada escritura");
     addFolder(*script, request, "una de prueba que se borra al terminar");
-    addText(*script, "--empresa", request.company, "Empresa que se abre; si no se da, la primera", "NOMBRE");
+    addCompany(*script, request);
+
+    describeListing(program, request);
+    describeRegister(program, request);
+    describeCheck(program, request);
 }
 
 /// The parser's own sentences are not Spanish; what it names stands before or behind their colon.
@@ -106,7 +179,41 @@ std::string explain(const CLI::ParseError& error) {
     return "Falta el valor de " + sentence.substr(0, colon) + help;
 }
 
+/// The one output that a command that lists was asked for.
+ListingOutput outputOf(const CLI::App& command, const Request& request) {
+    using Kind = ListingOutput::Kind;
+    const std::array<std::pair<const char*, ListingOutput>, 4> outputs{{{"--csv", {Kind::Csv, request.csv}},
+                                                                        {"--xlsx", {Kind::Xlsx, request.xlsx}},
+                                                                        {"--pdf", {Kind::Pdf, request.pdf}},
+                                                                        {"--json", {Kind::Json, ""}}}};
+    std::optional<ListingOutput> chosen;
+    for (const auto& [option, output] : outputs) {
+        if (command.count(option) == 0) continue;
+        if (chosen) throw std::invalid_argument("Solo se puede pedir una salida cada vez.");
+        chosen = output;
+        const bool needsFile = output.kind == Kind::Xlsx || output.kind == Kind::Pdf;
+        if (needsFile && output.path.empty())
+            throw std::invalid_argument(std::string("Falta el fichero de ") + option + ".");
+    }
+    return chosen.value_or(ListingOutput());
+}
+
+/// The commands whose status 1 says something else than that they failed.
+bool isQuery(const CLI::App& program) {
+    return program.got_subcommand("listado") || program.got_subcommand("identidades") ||
+           program.got_subcommand("verificar");
+}
+
+int runQuery(const CLI::App& program, const Request& request) {
+    const std::filesystem::path folder = dataFolder(request.folder);
+    if (program.got_subcommand("verificar")) return runVerificar(folder, request.company, request.check);
+    const ListingOutput output = outputOf(*program.get_subcommands().front(), request);
+    if (program.got_subcommand("listado")) return runListado(folder, request.company, request.listing, output);
+    return runIdentidades(folder, request.company, request.registerOrder, request.registerDescending, output);
+}
+
 int run(const CLI::App& program, Request& request) {
+    if (isQuery(program)) return runQuery(program, request);
     if (program.got_subcommand("crear")) return runCrear(dataFolder(request.folder), request.newCompany);
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
@@ -133,6 +240,8 @@ int perform(int argc, char** argv) {
         return run(program, request);
     } catch (const std::invalid_argument& error) {
         return complain(error.what(), misused);
+    } catch (const std::exception& error) {
+        return complain(error.what(), isQuery(program) ? misused : failed);
     }
 }
 

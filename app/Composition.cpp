@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 #include "app/AccountSearch.h"
 
@@ -45,6 +46,12 @@ std::unique_ptr<Companies> companiesIn(const std::filesystem::path&) {
 }
 
 #endif
+
+std::string firstCompany(const Companies& companies, const std::filesystem::path& folder) {
+    const std::vector<std::string> names = companies.list();
+    if (names.empty()) throw std::runtime_error("No hay ninguna empresa en la carpeta " + folder.string() + ".");
+    return names.front();
+}
 
 #ifdef FENDA_WITH_QT
 

@@ -20,6 +20,9 @@ void registerComponents(ComponentRegistry& components, Desktop& desktop);
 /// The companies of a data folder, which need not be there yet.
 std::unique_ptr<Companies> companiesIn(const std::filesystem::path& folder);
 
+/// The first company of a folder. Throws std::runtime_error, in Spanish, when there is none.
+std::string firstCompany(const Companies& companies, const std::filesystem::path& folder);
+
 /// `fenda` without a command: the main window over a company of the folder, until the person leaves it. A folder
 /// without companies gets the demonstration company. `company` is the one to open, the first when it is empty. Returns
 /// 0. Throws std::exception, in Spanish, when there is no display or no company can be opened.

@@ -126,6 +126,11 @@ std::string sqlTotal(const FiltroCuentas& filtro) {
            join(filtro.tipo) + baseCondition(filtro) + "AND Apu_Estado = 0 " + conditions(filtro);
 }
 
+std::string sqlSubcuenta(std::int64_t id, const std::string& codigo) {
+    return "SELECT * FROM PCta WHERE PCta_Subcuenta=1 " +
+           (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + literal(codigo));
+}
+
 std::string textoRango(const ExtremoRango& desde, const ExtremoRango& hasta) {
     return "Entre las cuentas " + endOfRange(desde, "Primera") + " y " + endOfRange(hasta, "Ultima");
 }

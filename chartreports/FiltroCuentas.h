@@ -48,6 +48,11 @@ std::string condicionRango(const std::string& desde, const std::string& hasta);
 /// The same for a description; empty when `nombre` is blank.
 std::string condicionNombre(const std::string& nombre, bool enCualquierParte);
 
+/// The look-up of the sub-account at an end of the range: by its identity, or by its code when that is 0.
+std::string sqlSubcuenta(std::int64_t id, const std::string& codigo);
+/// Stands for the name of an end of the range whose code is no sub-account.
+inline constexpr const char* cuentaInexistente = "Código de cuenta no existe";
+
 /// One end of the range in words: its code and the name of that account, or, without code, "Primera" or "Ultima".
 struct ExtremoRango {
     std::string codigo;

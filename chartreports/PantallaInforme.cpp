@@ -2,7 +2,6 @@
 
 #include "chart/BuscarCuentas.h"
 #include "session/ErrorBd.h"
-#include "session/Literal.h"
 #include "session/ParametrosEmpresa.h"
 #include "toolkit/Format.h"
 #include "ui/LongWork.h"
@@ -106,8 +105,7 @@ void PantallaInforme::consultarEnAnfitrion(std::int16_t mode) {
 PantallaInforme::Hallazgo PantallaInforme::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
     if (code.empty() && id == 0) id = fnBuscarCuentas(static_cast<std::int16_t>(mode), false, true);
     if (code.empty() && id == 0) return Hallazgo::NadaBuscado;
-    const auto found = read("SELECT * FROM PCta WHERE PCta_Subcuenta=1 " +
-                            (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + literal(code)));
+    const auto found = read(sqlSubcuenta(id, code));
     if (found->Eof()) {
         Text1(field + 1).Text.clear();
         return Hallazgo::NoEncontrada;

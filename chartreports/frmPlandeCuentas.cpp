@@ -4,6 +4,7 @@
 
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
+#include "chartreports/ColumnasCuentas.h"
 #include "session/ParametrosEmpresa.h"
 #include "session/TypedText.h"
 #include "toolkit/Format.h"
@@ -17,41 +18,9 @@ namespace {
 
 /// Characters of an amount as it is shown, with room for any that is exact.
 constexpr int amountLength = 20;
-constexpr const char* amountMask = "##,###,##0.00";
-constexpr const char* balanceMask = "##,###,##0.00 ";
-constexpr const char* totalMask = "#,###,###,##0.00";
-
-/// The report of each kind of listing; null for one that is not printed.
-constexpr std::array<const char*, 6> reports{"PlanCuentas1",      nullptr,         nullptr, "PlanCuentasDpto",
-                                             "PlanCuentasCentro", "PlanCuentasNif"};
-
-bool isByPlace(TipoInforme tipo) { return tipo == TipoInforme::Departamentos || tipo == TipoInforme::Centros; }
 
 std::string codigoCompleto(const std::string& typed) {
     return completedCode(typed, digitosSubcuenta(instanciaActual().sesion().Parametros()));
-}
-
-int codeColumn(TipoInforme tipo) { return isByPlace(tipo) ? 2 : 1; }
-
-std::vector<ListingColumn> columnsOf(TipoInforme tipo, bool conSaldo) {
-    const auto balance = [conSaldo](Twips width) {
-        return ListingColumn{"Saldo", conSaldo ? width : 0, Alignment::Right, balanceMask};
-    };
-    const auto code = [](Twips width) { return ListingColumn{"Cuenta", width, Alignment::Center, {}, true}; };
-    if (isByPlace(tipo))
-        return {{}, {"Departamento/Centro", 1500, Alignment::Center}, code(1200), {"Descripción", 9500}, balance(1100)};
-    if (tipo != TipoInforme::Nif) return {{}, code(1500), {"Descripción", 10000}, balance(1800)};
-    return {{},
-            code(1200),
-            {"Descripción", 3000},
-            {"Nif", 1200},
-            {"Razón Social/Nombre", 3000},
-            {"Direccion", 1800},
-            {"C.Postal", 700, Alignment::Center},
-            {"Poblacion", 1800},
-            {"Provincia", 1800},
-            {"Pais", 1800},
-            {}};
 }
 
 }  // namespace
@@ -69,7 +38,7 @@ frmPlandeCuentas::frmPlandeCuentas()
 
     cboTipo.Click = [this] { elegirTipo(); };
     dbg.ButtonClick = [this](int column) {
-        if (column == codeColumn(tipoListado_)) abrirCuenta();
+        if (column == columnaCodigo(tipoListado_)) abrirCuenta();
     };
     dbg.DblClick = [this] { abrirCuenta(); };
     for (const int code : {Desde, Hasta}) {
@@ -137,9 +106,10 @@ void frmPlandeCuentas::disponer() {
 }
 
 void frmPlandeCuentas::CargarCombos() {
-    for (const char* type : {"Informe Subcuentas", "Informe Subcuentas completo", "Informe Cuentas-Subcuentas",
-                             "Informe por Departamentos", "Informe por Centros", "Informe Subcuentas con Nif"})
-        cboTipo.AddItem(type);
+    for (const TipoInforme tipo :
+         {TipoInforme::Subcuentas, TipoInforme::SubcuentasCompleto, TipoInforme::CuentasSubcuentas,
+          TipoInforme::Departamentos, TipoInforme::Centros, TipoInforme::Nif})
+        cboTipo.AddItem(nombreInforme(tipo));
     cboTipo.setListIndex(0);
     cboDepar.load("Todos", *read("SELECT * FROM Dpto ORDER BY Dpto_Des"), "Dpto_Des", "Dpto_Id");
     cboCentro.load("Todos", *read("SELECT * FROM Centro ORDER BY Centro_Des"), "Centro_Des", "Centro_Id");
@@ -163,12 +133,11 @@ void frmPlandeCuentas::dejarCodigo(int field) {
     TextBox& name = Text1(field + 1);
     if (text::trim(Text1(field).Text).empty()) return name.Text.clear();
     Text1(field).Text = codigoCompleto(Text1(field).Text);
-    if (CargarCuenta(0, field, Text1(field).Text, 0) == Hallazgo::NoEncontrada)
-        name.Text = "Código de cuenta no existe";
+    if (CargarCuenta(0, field, Text1(field).Text, 0) == Hallazgo::NoEncontrada) name.Text = cuentaInexistente;
 }
 
 void frmPlandeCuentas::dejarSaldo(int field) {
-    Ayuda.SalirCampo(Text1(field), amountMask, 0);
+    Ayuda.SalirCampo(Text1(field), mascaraImporte, 0);
     const std::string& from = Text1(DesdeSaldo).Text;
     const std::string& to = Text1(HastaSaldo).Text;
     const auto lower = typed::amount(from);
@@ -205,14 +174,14 @@ FiltroCuentas frmPlandeCuentas::filtro() {
 PantallaInforme::Consulta frmPlandeCuentas::consulta(std::int16_t nColumna, bool bAsc) {
     return {.sql = sqlListado(filtro(), nColumna, bAsc),
             .orden = ordenCuentas(tipo(), nColumna),
-            .columnas = columnsOf(tipo(), Check1.Value())};
+            .columnas = columnasCuentas(tipo(), Check1.Value())};
 }
 
 void frmPlandeCuentas::leerTotal() {
     total_.clear();
     if (!Check1.Value()) return;
     const auto sum = read(sqlTotal(filtro()));
-    total_ = "Total... " + (sum->Partial ? "sin calcular" : format(sum->cell(0, 0), totalMask));
+    total_ = "Total... " + (sum->Partial ? "sin calcular" : format(sum->cell(0, 0), mascaraTotal));
 }
 
 void frmPlandeCuentas::mostrarTotal() {
@@ -233,8 +202,7 @@ void frmPlandeCuentas::imprimir() {
     printer->MyBd = instanciaActual().MyBd;
     printer->sAcotacion1 = rangoListado_;
     printer->svariables = conSaldoListado_ ? 1 : 0;
-    if (const char* report = reports[static_cast<std::size_t>(tipoListado_)])
-        printer->jshowInforme(report, sSQLListado);
+    if (const char* report = disenoInforme(tipoListado_)) printer->jshowInforme(report, sSQLListado);
 }
 
 }  // namespace FendaMaestros

@@ -1,6 +1,9 @@
 #include "taxid/InformeNif.h"
 
 #include <array>
+#include <utility>
+
+#include "ui/GridReport.h"
 
 namespace FendaMaestros {
 
@@ -31,6 +34,12 @@ std::span<const ListingColumn> columnasInformeNif() {
                                                         {"Tf. Movil", 1000},
                                                         {"Correo electronico", 3000}}};
     return columns;
+}
+
+std::shared_ptr<const PagedDocument> documentoInformeNif(std::shared_ptr<Recordset> rows, const Date& day) {
+    const GridReport report(tituloInformeNif, "Todas las identidades registradas", std::move(rows),
+                            columnasInformeNif());
+    return report.document(day);
 }
 
 }  // namespace FendaMaestros

@@ -9,7 +9,6 @@
 #include "taxid/frmNif.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
-#include "ui/GridReport.h"
 #include "ui/LongWork.h"
 #include "ui/SessionAccess.h"
 
@@ -17,7 +16,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr const char* title = "Listado de identificadores";
 constexpr const char* descending = "DESC";
 constexpr const char* ascending = "ASC";
 
@@ -118,12 +116,11 @@ void frmInfNif::exportar() {
 }
 
 std::shared_ptr<const PagedDocument> frmInfNif::documentoListado() const {
-    const GridReport report(title, "Todas las identidades registradas", rsNif, columnasInformeNif());
-    return report.document(desktop().today());
+    return documentoInformeNif(rsNif, desktop().today());
 }
 
 void frmInfNif::guardarPdf() {
-    const auto path = desktop().chooseSaveFile(std::string(title) + ".pdf", "Documento PDF (*.pdf)");
+    const auto path = desktop().chooseSaveFile(std::string(tituloInformeNif) + ".pdf", "Documento PDF (*.pdf)");
     if (!path) return;
     escribirPdf(*path);
     tell("Guardado en " + *path);
@@ -135,7 +132,7 @@ void frmInfNif::escribirPdf(const std::string& path) {
 }
 
 void frmInfNif::enviarPdf() {
-    const std::string path = desktop().temporaryFile(std::string(title) + ".pdf");
+    const std::string path = desktop().temporaryFile(std::string(tituloInformeNif) + ".pdf");
     escribirPdf(path);
     if (!desktop().mailFile(path))
         ask("No hay ningún programa de correo. El PDF está en " + path, message::Information, sTituloVentana);

@@ -61,9 +61,7 @@ void GuionProgram::setProperty(const std::string& name, const std::string& value
 void GuionProgram::start(const std::optional<std::string>& company) {
     if (company) return openCompany(*company);
     if (temporary_) return openCompany(companies_->createDemonstration());
-    const std::vector<std::string> names = companies_->list();
-    if (names.empty()) throw std::runtime_error("No hay ninguna empresa en la carpeta " + folder_.string() + ".");
-    openCompany(names.front());
+    openCompany(firstCompany(*companies_, folder_));
 }
 
 void GuionProgram::openCompany(const std::string& name) { use(companies_->open(name)); }

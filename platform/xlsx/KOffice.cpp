@@ -1,8 +1,8 @@
 #include "platform/xlsx/KOffice.h"
 
 #include "platform/xlsx/Hoja.h"
-#include "platform/xlsx/PartialFile.h"
 #include "ui/FileName.h"
+#include "ui/PartialFile.h"
 
 namespace FendaMaestros {
 

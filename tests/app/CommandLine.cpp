@@ -1,9 +1,6 @@
-#include "app/CommandLine.h"
-
 #include <gtest/gtest.h>
 
 #include <stdlib.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -11,36 +8,20 @@
 #include <vector>
 
 #include "app/Folders.h"
+#include "tests/app/RunFenda.h"
 
 namespace FendaMaestros {
 
 namespace {
 
-struct Ran {
-    int status = 0;
-    std::string out;
-    std::string err;
-};
+using testing::fenda;
+using testing::OwnFolder;
+using testing::Ran;
 
-Ran fenda(std::vector<std::string> words) {
-    words.insert(words.begin(), "fenda");
-    std::vector<char*> arguments;
-    for (std::string& word : words) arguments.push_back(word.data());
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    Ran ran;
-    ran.status = runCommandLine(static_cast<int>(arguments.size()), arguments.data());
-    ran.out = testing::internal::GetCapturedStdout();
-    ran.err = testing::internal::GetCapturedStderr();
-    return ran;
-}
-
-class CommandLine : public testing::Test {
+class CommandLine : public ::testing::Test {
 protected:
-    std::filesystem::path folder_ =
-        std::filesystem::temp_directory_path() / ("fenda-pruebas-" + std::to_string(getpid()));
-
-    ~CommandLine() override { std::filesystem::remove_all(folder_); }
+    OwnFolder own_;
+    const std::filesystem::path& folder_ = own_.path;
 
     Ran create(std::vector<std::string> options) {
         options.insert(options.begin(), {"crear", "--carpeta", folder_.string()});
@@ -49,8 +30,13 @@ protected:
 };
 
 TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
-    for (const auto& words : std::vector<std::vector<std::string>>{
-             {"otra"}, {"crear", "otra"}, {"nif", "--otra"}, {"--carpeta"}, {"crear", "--nombre"}, {"guion"}}) {
+    for (const auto& words : std::vector<std::vector<std::string>>{{"otra"},
+                                                                   {"crear", "otra"},
+                                                                   {"nif", "--otra"},
+                                                                   {"--carpeta"},
+                                                                   {"crear", "--nombre"},
+                                                                   {"guion"},
+                                                                   {"listado", "--pdf"}}) {
         const Ran ran = fenda(words);
         EXPECT_EQ(ran.status, 2) << words.back();
         EXPECT_EQ(ran.out, "");
@@ -60,7 +46,7 @@ TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
 }
 
 TEST_F(CommandLine, HelpIsSpanishAsAWhole) {
-    for (const std::string command : {"crear", "nif", "guion"}) {
+    for (const std::string command : {"crear", "nif", "guion", "listado", "identidades", "verificar"}) {
         const Ran ran = fenda({command, "--help"});
         EXPECT_EQ(ran.status, 0);
         EXPECT_NE(ran.out.find("Uso: fenda " + command), std::string::npos);

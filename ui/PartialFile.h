@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace FendaMaestros {
 
@@ -16,6 +17,8 @@ public:
     ~PartialFile();
 
     std::string path() const { return partial_.string(); }
+    /// Makes it hold this text and nothing else. Throws as the constructor does.
+    void write(std::string_view text);
     /// Replaces the target. Throws as the constructor does.
     void commit();
 

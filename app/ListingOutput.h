@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "app/ListingTexts.h"
+#include "app/UnattendedCompany.h"
+
+namespace FendaMaestros {
+
+/// Where a listing goes.
+struct ListingOutput {
+    enum class Kind { Table, Csv, Json, Xlsx, Pdf };
+
+    Kind kind = Kind::Table;
+    /// Of a file; empty or "-" for standard output, where spreadsheets and PDF files do not go.
+    std::string path;
+};
+
+/// How a listing is ordered: the grid column, and its caption while it is.
+struct ListingMark {
+    int column;
+    std::string caption;
+    bool ascending;
+};
+
+/// Writes a spreadsheet or a text of the listing. A file is written whole or not at all, and a line on standard output
+/// then tells so. Throws std::exception, in Spanish.
+void writeListing(UnattendedCompany& company, const Listing& listing, const ListingMark& mark,
+                  const ListingOutput& output);
+/// Tells that what the command was asked for lies in a file.
+void tellWritten(const std::string& path);
+
+}  // namespace FendaMaestros
