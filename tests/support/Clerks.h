@@ -61,6 +61,7 @@ public:
                                    const sqlite::ConnectionWrapper& wrap = {}) const {
         return sqlite::DataFolder(path_, wait).openCompany(company, wrap);
     }
+    const std::filesystem::path& path() const { return path_; }
     /// Files besides the two databases.
     int leftovers() const {
         int files = 0;
@@ -125,6 +126,34 @@ public:
         nameAndSave(name);
         maes_.jPlanCuentas(static_cast<std::int32_t>(found->cell(0, 0).integer()));
         expectLast("Grabación finalizada");
+    }
+
+    /// Deletes the sub-accounts that are wrong and that nobody uses.
+    void deleteUnused() {
+        person_.visits.push_back([&](Form& form) {
+            person_.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "cboPlan"), 1);
+            person_.press(form, "cmdInicio");
+            person_.escape(form);
+        });
+        maes_.jshowPGCVerificacion();
+        expectLast("Finalizada verificación con incidencias");
+    }
+
+    /// Gives an identity another document, and its invoices of the year with it.
+    void changeDocument(const std::string& from, const std::string& to) {
+        person_.visits.push_back([&](Form& form) {
+            person_.fill(form, identity::document, from);
+            person_.hands.key(form, {key::Tab, shift::None});
+            person_.visits.push_back([&](Form& change) {
+                person_.fill(change, "txtFields(6)", to);
+                person_.press(change, "Check1");
+                person_.press(change, "cmdSalvar");
+            });
+            person_.press(form, "cmdSustituir");
+            person_.escape(form);
+        });
+        maes_.jNif();
+        expectLast("Proceso finalizado satisfactoriamente");
     }
 
 private:

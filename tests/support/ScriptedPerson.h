@@ -32,6 +32,10 @@ public:
         visit(form);
     }
 
+    /// Stops long work whenever it can be stopped.
+    bool impatient = false;
+    bool stopsWork() override { return impatient; }
+
     /// Goes to the button with the arrows and presses Enter, whichever it is.
     bool answersWithEnter = false;
 
