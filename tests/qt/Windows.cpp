@@ -208,6 +208,36 @@ TEST_F(Windows, while_a_screen_waits_it_shows_what_it_has_said) {
     EXPECT_EQ(seen, "Otro programa ocupa los datos");
 }
 
+TEST_F(Windows, esc_stops_long_work_and_nothing_else_typed_meanwhile_is_heard) {
+    std::vector<bool> asked;
+    form.cmdGuardar.Click = [&] {
+        form.Enabled = false;
+        form.lblEstado.Caption = "16 de 100";
+        auto* const window = qt::FormWindow::of(form);
+        const auto press = [window](int key) {
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+                QApplication::postEvent(window, new QKeyEvent(type, key, Qt::NoModifier));
+        };
+        press(Qt::Key_X);
+        asked.push_back(desktop.stopAsked());
+        press(Qt::Key_Escape);
+        asked.push_back(desktop.stopAsked());
+        asked.push_back(desktop.stopAsked());
+        form.Enabled = true;
+    };
+    std::string shown;
+    later({[&] { tap({'G', shift::Alt}); },
+           [&] {
+               shown = statusLine().text().toStdString();
+               EXPECT_TRUE(form.isOpen());
+               tap({key::Escape, 0});
+           }});
+    form.show();
+    EXPECT_EQ(asked, (std::vector{false, true, false}));
+    EXPECT_EQ(shown, "16 de 100");
+    EXPECT_FALSE(form.isOpen());
+}
+
 TEST_F(Windows, the_status_line_keeps_its_place_and_what_does_not_fit_is_in_its_tooltip) {
     const std::string whole = "Se ha guardado " + std::string(400, 'x');
     form.cmdGuardar.Click = [&] { form.lblEstado.Caption = whole; };
