@@ -28,7 +28,7 @@ bool isBlank(const std::string& typed) { return text::trim(typed).empty(); }
 std::string accountCode(const std::string& typed) {
     if (isBlank(typed)) return {};
     const std::size_t digits = digitosSubcuenta(instanciaActual().sesion().Parametros());
-    const std::string code = completedCode(text::trim(typed), digits);
+    std::string code = completedCode(text::trim(typed), digits);
     if (text::isNumericCode(code) && code.size() <= digits) return code;
     throw std::invalid_argument("La cuenta «" + typed + "» no se entiende: son hasta " + std::to_string(digits) +
                                 " cifras, con una coma en lugar de los ceros que falten.");
@@ -47,7 +47,7 @@ std::string placeId(const std::string& typed, const std::string& table, const st
     const auto places = read("SELECT * FROM " + table + " ORDER BY " + table + "_Des");
     std::string id;
     for (; !places->Eof(); places->MoveNext()) {
-        const std::string found = places->Fields(table + "_Id").Value.text();
+        std::string found = places->Fields(table + "_Id").Value.text();
         if (places->Fields(table + "_Cod").Value.text() == wanted) return found;
         if (text::folded(text::trim(places->Fields(table + "_Des").Value.text())) != wanted) continue;
         if (!id.empty()) throw std::invalid_argument("Hay más de un " + what + " «" + typed + "»: indique su código.");
