@@ -226,7 +226,9 @@ TEST_F(Windows, esc_stops_long_work_and_nothing_else_typed_meanwhile_is_heard) {
         form.Enabled = true;
     };
     std::string shown;
-    later({[&] { tap({'G', shift::Alt}); },
+    later({[&] {
+               tap({'G', shift::Alt});
+           },
            [&] {
                shown = statusLine().text().toStdString();
                EXPECT_TRUE(form.isOpen());
