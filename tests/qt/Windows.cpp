@@ -26,6 +26,13 @@ namespace {
 /// Windows with a person at them: gestures come out of the event loop, as real ones do.
 class Windows : public testing::Test {
 protected:
+    /// Does this as soon as the keys typed have done their work; after some seconds also when they have not.
+    void whenHeard(std::function<bool()> heard, std::function<void()> action, int tries = 500) {
+        QTimer::singleShot(10, qApp, [=, this] {
+            if (!heard() && tries > 0) return whenHeard(heard, action, tries - 1);
+            action();
+        });
+    }
     /// Does these, one after the other, each when the screen or message on top is idle.
     void later(std::vector<std::function<void()>> steps) {
         QTimer::singleShot(0, qApp, [this, steps = std::move(steps)]() mutable {
@@ -175,10 +182,9 @@ TEST_F(Windows, what_is_typed_while_a_message_or_a_screen_closes_reaches_the_scr
         desktop.processPending();
         form.setFocus(form.Nombre);
     };
-    constexpr int untilKeysArrived = 100;
     const auto leave = [&] { tap({key::Escape, 0}); };
     const auto leaveNested = [&] {
-        QTimer::singleShot(untilKeysArrived, qApp, leave);
+        whenHeard([&] { return form.Nombre.Text == "rafaga"; }, leave);
         typeAhead("rafaga");
         tap({key::Escape, 0});
     };
@@ -186,7 +192,7 @@ TEST_F(Windows, what_is_typed_while_a_message_or_a_screen_closes_reaches_the_scr
                tap({'G', shift::Alt});
            },
            [&] {
-               QTimer::singleShot(untilKeysArrived, qApp, leaveNested);
+               whenHeard([&] { return nested.Codigo.Text == "12"; }, leaveNested);
                typeAhead("12");
                qt::hands::pressKey(focused(), {'S', 0}, "s");
            }});
