@@ -176,7 +176,7 @@ void boundBalances(Form& form) {
 std::string inexactAndBinary() {
     const std::string exact = sqlite::translate(sqlListado(withBalances(), -1, true));
     const std::string inexact = text::replaced(exact, "SUM(Apu_Debe-Apu_Haber)", "total(Apu_Debe-Apu_Haber)");
-    const std::string binary = text::replaced(inexact, "ORDER BY PCta_Cta", "ORDER BY PCta_Cta COLLATE BINARY");
+    std::string binary = text::replaced(inexact, "ORDER BY PCta_Cta", "ORDER BY PCta_Cta COLLATE BINARY");
     if (inexact == exact || binary == inexact) throw std::runtime_error("el texto del listado es ya otro: " + exact);
     return binary;
 }
