@@ -120,7 +120,7 @@ void frmPlanGC::mostrarMasa(const std::string& code) {
 
 std::string frmPlanGC::balanceDe(std::string code) const {
     for (; !code.empty(); code = text::left(code, text::length(code) - 1))
-        if (const std::string line = assignedLine(code, cboPlan.Text()); !line.empty()) return line;
+        if (std::string line = assignedLine(code, cboPlan.Text()); !line.empty()) return line;
     return "Cuenta no asignada a balance";
 }
 

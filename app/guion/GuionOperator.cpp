@@ -136,7 +136,7 @@ std::optional<std::string> GuionOperator::saveFile(const std::string& proposal, 
             say("sin respuesta");
             fail("pregunta inesperada por un fichero, con la propuesta " + literal(proposal));
         }
-        const std::optional<std::string> name = expected->proposed ? proposal : expected->name;
+        std::optional<std::string> name = expected->proposed ? proposal : expected->name;
         say(name ? literal(*name) : "ninguno");
         return name;
     });
