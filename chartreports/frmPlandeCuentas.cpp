@@ -101,7 +101,8 @@ void frmPlandeCuentas::disponer() {
         }),
         row({framed(Frame1, {row({plain(Option1(0)), plain(Option1(1)), plain(Option1(2))})}), buttons({&cmdIniciar})}),
         filling(dbg),
-        row({plain(lblAcu(2)), plain(barProgreso), buttons({&cmdInforme, &cmdExcel, &cmdSalir})}),
+        buttons({&lblAcu(2)}),
+        row({plain(barProgreso), buttons({&cmdInforme, &cmdExcel, &cmdSalir})}),
     }));
 }
 

@@ -121,7 +121,21 @@ void TableView::pullColumns() {
         rows_.setColumnWidth(section, std::max(pixels(column.Width) + extraWidth(section), header));
         ++section;
     }
+    squeezeWidest();
     rows_.updateGeometry();
+}
+
+/// Of columns that do not fit side by side the widest gives way, as far as it stays a wide one.
+void TableView::squeezeWidest() {
+    constexpr int stillWide = 320;
+    const QHeaderView& header = *rows_.horizontalHeader();
+    const int excess = header.length() - rows_.viewport()->width();
+    if (!rows_.isVisible() || excess <= 0) return;
+    int widest = 0;
+    for (int section = 1; section < header.count(); ++section)
+        if (header.sectionSize(section) > header.sectionSize(widest)) widest = section;
+    const int width = header.sectionSize(widest);
+    if (width > stillWide) rows_.setColumnWidth(widest, std::max(stillWide, width - excess));
 }
 
 void TableView::pullCurrentRow(bool rowsChanged) {

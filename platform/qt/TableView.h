@@ -29,6 +29,7 @@ protected:
 private:
     void pullCaption();
     void pullColumns();
+    void squeezeWidest();
     void pullCurrentRow(bool rowsChanged);
 
     Table& table_;
