@@ -69,6 +69,18 @@ INSTANTIATE_TEST_SUITE_P(Organisation, Identifier,
                                            Rule{"LetterAmongTheDigits", "A12B4567X", "A12B4567X", invalid}),
                          ruleName);
 
+/// Orden EHA/451/2008: which letters begin an organisation's identifier, and the kind of control of each.
+TEST(OrganisationLetters, HaveEachTheirKindOfControl) {
+    std::string withDigit, withLetter;
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        std::string digit = letter + std::string("12345674"), control = letter + std::string("1234567D");
+        if (verificarCif(digit)) withDigit += letter;
+        if (verificarCif(control)) withLetter += letter;
+    }
+    EXPECT_EQ(withDigit, "ABDEFGHJUV");
+    EXPECT_EQ(withLetter, "CNPQRSW");
+}
+
 INSTANTIATE_TEST_SUITE_P(OtherCountry, Identifier,
                          ::testing::Values(Rule{"Denmark", "DK12345678", "DK12345678", valid},
                                            Rule{"DenmarkTooLong", "DK123456789", "DK123456789", invalid},
