@@ -6,11 +6,11 @@
 
 namespace FendaMaestros {
 
-int runCrear(const std::filesystem::path& folder, const TypedCompany& typed) {
+int runCrear(const Place& place, const TypedCompany& typed) {
     const NewCompany company = readCompany(typed);
-    companiesIn(folder)->create(company);
+    companiesAt(place)->create(company);
     std::printf("Se ha creado la empresa «%s», ejercicio %d, en %s\n", company.name.c_str(), company.fiscalYear,
-                folder.c_str());
+                nameOf(place).c_str());
     return 0;
 }
 

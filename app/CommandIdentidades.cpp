@@ -17,10 +17,10 @@ constexpr std::array<const char*, 7> fields{"Nombre", "Nif_Doc", "Direcion", "Ni
 
 }  // namespace
 
-int runIdentidades(const std::filesystem::path& folder, const std::string& company, const std::string& order,
-                   bool descending, const ListingOutput& output) {
+int runIdentidades(const Place& place, const std::string& company, const std::string& order, bool descending,
+                   const ListingOutput& output) {
     const std::size_t field = order.empty() ? 0 : chosenWord("El orden", order, orders);
-    UnattendedCompany open(folder, company);
+    UnattendedCompany open(place, company);
     const auto rows = read(sqlInformeNif(expresionNombre(), std::string(fields[field]) + (descending ? " DESC " : "")));
     if (output.kind == ListingOutput::Kind::Pdf) {
         open.desktop().writePdf(*documentoInformeNif(rows, open.desktop().today()), output.path);

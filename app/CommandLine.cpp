@@ -15,7 +15,7 @@
 #include "app/CommandVerificar.h"
 #include "app/Complaint.h"
 #include "app/Composition.h"
-#include "app/Folders.h"
+#include "app/Place.h"
 #include "app/guion/Guion.h"
 #include "ui/Version.h"
 
@@ -28,7 +28,7 @@ constexpr int misused = 2;
 
 /// What the command line said, options of every command together.
 struct Request {
-    std::string folder;
+    TypedPlace place;
     std::string company;
     TypedCompany newCompany;
     std::vector<std::string> identifiers;
@@ -68,9 +68,11 @@ CLI::Option* addText(CLI::App& app, const std::string& name, std::string& value,
     return app.add_option(name, value, description)->type_name(what)->take_last();
 }
 
-void addFolder(CLI::App& app, Request& request, const std::string& otherwise) {
-    addText(app, "--carpeta", request.folder, "Carpeta de datos; si no se da, la de FENDA_CARPETA o " + otherwise,
+void addPlace(CLI::App& app, Request& request, const std::string& otherwise) {
+    addText(app, "--carpeta", request.place.folder, "Carpeta de datos; si no se da, la de FENDA_CARPETA o " + otherwise,
             "CARPETA");
+    addText(app, "--servidor", request.place.server,
+            "Servidor PostgreSQL con las empresas, como service=fenda; si no se da, el de FENDA_SERVIDOR", "CONEXIÓN");
 }
 
 void addCompany(CLI::App& app, Request& request) {
@@ -83,7 +85,7 @@ void addOutputs(CLI::App& app, Request& request) {
     addText(app, "--xlsx", request.xlsx, "En una hoja de cálculo", "FICHERO");
     addText(app, "--pdf", request.pdf, "En un documento PDF, como se imprime", "FICHERO");
     app.add_flag("--json", request.json, "En JSON");
-    addFolder(app, request, "la del usuario");
+    addPlace(app, request, "la del usuario");
     addCompany(app, request);
 }
 
@@ -122,7 +124,7 @@ void describeCheck(CLI::App& program, Request& request) {
     app.add_flag("--plan", request.check.plan, "Solo las que no cuelgan de una cuenta del plan oficial");
     app.add_flag("--subcuentas", request.check.subaccounts, "Solo las de código repetido o de otra longitud");
     app.add_flag("--json", request.check.json, "En JSON");
-    addFolder(app, request, "la del usuario");
+    addPlace(app, request, "la del usuario");
     addCompany(app, request);
     app.footer(
         "Una línea por cuenta; no cambia nada. Sale con 0 si no encuentra ninguna, con 1 si encuentra alguna y "
@@ -135,12 +137,12 @@ void describe(CLI::App& program, Request& request) {
     program.set_help_flag("-h,--ayuda,--help", "Muestra esta ayuda");
     program.set_version_flag("--version", "fenda " + componentVersion(), "Muestra la versión");
     program.require_subcommand(0, 1);
-    addFolder(program, request, "la del usuario");
+    addPlace(program, request, "la del usuario");
     addCompany(program, request);
 
-    CLI::App* create = addCommand(program, "crear", "Crea una empresa en la carpeta de datos");
+    CLI::App* create = addCommand(program, "crear", "Crea una empresa");
     TypedCompany& company = request.newCompany;
-    addFolder(*create, request, "la del usuario");
+    addPlace(*create, request, "la del usuario");
     addText(*create, "--nombre", company.name, "Nombre de la empresa", "NOMBRE");
     addText(*create, "--ejercicio", company.fiscalYear, "Ejercicio contable; si no se da, el año en curso",
             "EJERCICIO");
@@ -160,7 +162,7 @@ void describe(CLI::App& program, Request& request) {
     script->add_option("FICHERO", request.script.script, "El guion; - lo lee de la entrada")->type_name("");
     script->add_flag("--ventana", request.script.onWindows, "Con las ventanas a la vista");
     script->add_flag("--traza", request.script.traced, "Muestra cada texto SQL y cada escritura");
-    addFolder(*script, request, "una de prueba que se borra al terminar");
+    addPlace(*script, request, "una de prueba que se borra al terminar");
     addCompany(*script, request);
 
     describeListing(program, request);
@@ -205,24 +207,24 @@ bool isQuery(const CLI::App& program) {
 }
 
 int runQuery(const CLI::App& program, const Request& request) {
-    const std::filesystem::path folder = dataFolder(request.folder);
-    if (program.got_subcommand("verificar")) return runVerificar(folder, request.company, request.check);
+    const Place place = placeOfCompanies(request.place);
+    if (program.got_subcommand("verificar")) return runVerificar(place, request.company, request.check);
     const ListingOutput output = outputOf(*program.get_subcommands().front(), request);
-    if (program.got_subcommand("listado")) return runListado(folder, request.company, request.listing, output);
-    return runIdentidades(folder, request.company, request.registerOrder, request.registerDescending, output);
+    if (program.got_subcommand("listado")) return runListado(place, request.company, request.listing, output);
+    return runIdentidades(place, request.company, request.registerOrder, request.registerDescending, output);
 }
 
 int run(const CLI::App& program, Request& request) {
     if (isQuery(program)) return runQuery(program, request);
-    if (program.got_subcommand("crear")) return runCrear(dataFolder(request.folder), request.newCompany);
+    if (program.got_subcommand("crear")) return runCrear(placeOfCompanies(request.place), request.newCompany);
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");
-        request.script.folder = chosenDataFolder(request.folder);
+        request.script.place = chosenPlace(request.place);
         if (!request.company.empty()) request.script.company = request.company;
         return runGuion(request.script);
     }
-    return runMainWindow(dataFolder(request.folder), request.company);
+    return runMainWindow(placeOfCompanies(request.place), request.company);
 }
 
 int perform(int argc, char** argv) {

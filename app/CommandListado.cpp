@@ -113,9 +113,8 @@ void writePdf(UnattendedCompany& company, const FiltroCuentas& filter, const std
 
 }  // namespace
 
-int runListado(const std::filesystem::path& folder, const std::string& company, const TypedListado& typed,
-               const ListingOutput& output) {
-    UnattendedCompany open(folder, company);
+int runListado(const Place& place, const std::string& company, const TypedListado& typed, const ListingOutput& output) {
+    UnattendedCompany open(place, company);
     const FiltroCuentas filter = filterOf(typed);
     const int column = orderColumn(filter.tipo, typed.order);
     const std::string sql = sqlListado(filter, column, !typed.descending);

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 #include "app/ListingOutput.h"
+#include "app/Place.h"
 
 namespace FendaMaestros {
 
@@ -22,7 +22,6 @@ struct TypedListado {
 };
 
 /// `fenda listado`: the rows that the screen shows for the same filters. Returns 0. Throws std::exception, in Spanish.
-int runListado(const std::filesystem::path& folder, const std::string& company, const TypedListado& typed,
-               const ListingOutput& output);
+int runListado(const Place& place, const std::string& company, const TypedListado& typed, const ListingOutput& output);
 
 }  // namespace FendaMaestros

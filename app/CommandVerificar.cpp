@@ -53,8 +53,8 @@ Findings wrongSubaccounts() {
 
 }  // namespace
 
-int runVerificar(const std::filesystem::path& folder, const std::string& company, const VerificarOptions& options) {
-    const UnattendedCompany open(folder, company);
+int runVerificar(const Place& place, const std::string& company, const VerificarOptions& options) {
+    const UnattendedCompany open(place, company);
     const bool both = options.plan == options.subaccounts;
     std::string lines, members;
     const auto check = [&](const char* name, const Findings& found) {

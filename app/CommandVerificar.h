@@ -1,7 +1,8 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
+
+#include "app/Place.h"
 
 namespace FendaMaestros {
 
@@ -15,6 +16,6 @@ struct VerificarOptions {
 /// `fenda verificar`: checks the chart and writes a line for each account found: code, description and what is wrong,
 /// with tabs in between. Changes nothing. Returns 0 when nothing has been found, else 1. Throws std::exception, in
 /// Spanish.
-int runVerificar(const std::filesystem::path& folder, const std::string& company, const VerificarOptions& options);
+int runVerificar(const Place& place, const std::string& company, const VerificarOptions& options);
 
 }  // namespace FendaMaestros

@@ -33,31 +33,37 @@ void registerComponents(ComponentRegistry& components, Desktop& desktop) {
 #endif
 }
 
-#ifdef FENDA_WITH_SQLITE
+namespace {
 
-std::unique_ptr<Companies> companiesIn(const std::filesystem::path& folder) {
+#ifdef FENDA_WITH_SQLITE
+std::unique_ptr<Companies> companiesOfFolder(const std::string& folder) {
     return std::make_unique<sqlite::DataFolder>(folder);
 }
-
 #else
-
-std::unique_ptr<Companies> companiesIn(const std::filesystem::path&) {
-    throw std::runtime_error("Este programa se ha construido sin base de datos.");
+std::unique_ptr<Companies> companiesOfFolder(const std::string&) {
+    throw std::runtime_error("Este programa se ha construido sin base de datos propia.");
 }
-
 #endif
 
-std::string firstCompany(const Companies& companies, const std::filesystem::path& folder) {
+std::unique_ptr<Companies> companiesOfServer(const std::string&) {
+    throw std::runtime_error("Este programa se ha construido sin acceso a servidores.");
+}
+
+}  // namespace
+
+std::unique_ptr<Companies> companiesAt(const Place& place) {
+    return place.kind == Place::Kind::Server ? companiesOfServer(place.where) : companiesOfFolder(place.where);
+}
+
+std::string firstCompany(const Companies& companies, const Place& place) {
     const std::vector<std::string> names = companies.list();
-    if (names.empty()) throw std::runtime_error("No hay ninguna empresa en la carpeta " + folder.string() + ".");
+    if (names.empty()) throw std::runtime_error("No hay ninguna empresa en " + nameOf(place) + ".");
     return names.front();
 }
 
 #ifdef FENDA_WITH_QT
 
-int runMainWindow(const std::filesystem::path& folder, const std::string& company) {
-    return window::runMainWindow(folder, company);
-}
+int runMainWindow(const Place& place, const std::string& company) { return window::runMainWindow(place, company); }
 
 GuionDesktop windowDesktop(Operator& person) { return window::windowDesktop(person); }
 
@@ -65,7 +71,7 @@ std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { retu
 
 #else
 
-int runMainWindow(const std::filesystem::path&, const std::string&) {
+int runMainWindow(const Place&, const std::string&) {
     throw std::runtime_error("Este programa se ha construido sin ventanas; con --ayuda se ven las demás órdenes.");
 }
 

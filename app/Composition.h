@@ -1,10 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 
+#include "app/Place.h"
 #include "app/guion/GuionDesktop.h"
 #include "component/FendaMaes.h"
 #include "session/Companies.h"
@@ -17,16 +17,16 @@ namespace FendaMaestros {
 /// `desktop` must outlive the registry.
 void registerComponents(ComponentRegistry& components, Desktop& desktop);
 
-/// The companies of a data folder, which need not be there yet.
-std::unique_ptr<Companies> companiesIn(const std::filesystem::path& folder);
+/// The companies of a place: a folder need not be there yet, a server is reached when something is asked of it.
+std::unique_ptr<Companies> companiesAt(const Place& place);
 
-/// The first company of a folder. Throws std::runtime_error, in Spanish, when there is none.
-std::string firstCompany(const Companies& companies, const std::filesystem::path& folder);
+/// The first company of a place. Throws std::runtime_error, in Spanish, when there is none.
+std::string firstCompany(const Companies& companies, const Place& place);
 
-/// `fenda` without a command: the main window over a company of the folder, until the person leaves it. A folder
+/// `fenda` without a command: the main window over a company of the place, until the person leaves it. A folder
 /// without companies gets the demonstration company. `company` is the one to open, the first when it is empty. Returns
 /// 0. Throws std::exception, in Spanish, when there is no display or no company can be opened.
-int runMainWindow(const std::filesystem::path& folder, const std::string& company);
+int runMainWindow(const Place& place, const std::string& company);
 
 /// Real windows for a script. Throws std::runtime_error, in Spanish, when there is no display.
 GuionDesktop windowDesktop(Operator& person);

@@ -9,15 +9,15 @@ namespace FendaMaestros {
 
 namespace {
 
-std::unique_ptr<SesionBd> open(const std::filesystem::path& folder, const std::string& company) {
-    const std::unique_ptr<Companies> companies = companiesIn(folder);
-    return companies->open(company.empty() ? firstCompany(*companies, folder) : company);
+std::unique_ptr<SesionBd> open(const Place& place, const std::string& company) {
+    const std::unique_ptr<Companies> companies = companiesAt(place);
+    return companies->open(company.empty() ? firstCompany(*companies, place) : company);
 }
 
 }  // namespace
 
-UnattendedCompany::UnattendedCompany(const std::filesystem::path& folder, const std::string& company)
-    : desktop_(headlessDesktop(*this)), company_(*desktop_.desktop, open(folder, company)) {}
+UnattendedCompany::UnattendedCompany(const Place& place, const std::string& company)
+    : desktop_(headlessDesktop(*this)), company_(*desktop_.desktop, open(place, company)) {}
 
 void UnattendedCompany::attend(Form& form) {
     if (auto* save = form.find<CommandButton>("cmdPdf")) form.press(*save);

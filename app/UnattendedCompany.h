@@ -1,9 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 #include "app/Composition.h"
+#include "app/Place.h"
 #include "toolkit/Operator.h"
 
 namespace FendaMaestros {
@@ -12,9 +12,9 @@ namespace FendaMaestros {
 /// says, and what they would tell a person is thrown as std::runtime_error.
 class UnattendedCompany final : private Operator {
 public:
-    /// The first company of the folder when `company` is empty. Throws std::exception, in Spanish, when it cannot be
+    /// The first company of the place when `company` is empty. Throws std::exception, in Spanish, when it cannot be
     /// opened.
-    UnattendedCompany(const std::filesystem::path& folder, const std::string& company);
+    UnattendedCompany(const Place& place, const std::string& company);
 
     Desktop& desktop() { return *desktop_.desktop; }
     /// The file for what is exported or printed from now on.

@@ -43,7 +43,7 @@ int runGuion(const GuionOptions& options) {
         person.emplace(std::move(commands), std::cout);
         program.emplace(
             options.onWindows ? windowDesktop(*person) : headlessDesktop(*person),
-            [](std::string_view line) { std::cout << "traza " << line << "\n"; }, options.folder);
+            [](std::string_view line) { std::cout << "traza " << line << "\n"; }, options.place);
         program->trace(options.traced);
         if (!makesItsCompany) program->start(options.company);
     } catch (const GuionError& error) {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
+
+#include "app/Place.h"
 
 namespace FendaMaestros {
 
@@ -14,9 +15,9 @@ struct GuionOptions {
     bool onWindows = false;
     /// Print every SQL text and every call of the write builder.
     bool traced = false;
-    /// The data folder; without one, a fresh folder with the demonstration company that is removed at the end.
-    std::optional<std::filesystem::path> folder;
-    /// The company to open; without one, the first of the folder.
+    /// Where companies are; without it, a fresh folder with the demonstration company that is removed at the end.
+    std::optional<Place> place;
+    /// The company to open; without one, the first of the place.
     std::optional<std::string> company;
 };
 

@@ -22,11 +22,11 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-GuionProgram::GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<std::filesystem::path>& folder)
+GuionProgram::GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<Place>& place)
     : desktop_(std::move(desktop)), trace_(std::move(trace)) {
-    if (!folder) temporary_.emplace();
-    folder_ = folder ? *folder : temporary_->path();
-    companies_ = companiesIn(folder_);
+    if (!place) temporary_.emplace();
+    place_ = place ? *place : Place{Place::Kind::Folder, temporary_->path()};
+    companies_ = companiesAt(place_);
     registerComponents(components_, *desktop_.desktop);
     renewObject();
 }
@@ -61,7 +61,7 @@ void GuionProgram::setProperty(const std::string& name, const std::string& value
 void GuionProgram::start(const std::optional<std::string>& company) {
     if (company) return openCompany(*company);
     if (temporary_) return openCompany(companies_->createDemonstration());
-    openCompany(firstCompany(*companies_, folder_));
+    openCompany(firstCompany(*companies_, place_));
 }
 
 void GuionProgram::openCompany(const std::string& name) { use(companies_->open(name)); }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/Place.h"
 #include "app/guion/GuionDesktop.h"
 #include "app/guion/GuionHost.h"
 #include "component/FendaMaes.h"
@@ -26,15 +27,15 @@ private:
     std::filesystem::path path_;
 };
 
-/// The host of a script: a data folder, the company open in it, and one object of the public class.
+/// The host of a script: a place of companies, the company open in it, and one object of the public class.
 class GuionProgram final : public GuionHost {
 public:
-    /// No company is open yet. Without a folder, a temporary one. `trace` is told every SQL text and write while
+    /// No company is open yet. Without a place, a temporary folder. `trace` is told every SQL text and write while
     /// tracing is on. Throws std::exception, in Spanish, when there is no place for companies.
-    GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<std::filesystem::path>& folder);
+    GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<Place>& place);
     ~GuionProgram() override;
 
-    /// Opens the company of that name; without one the first of the folder, which in a temporary folder is the
+    /// Opens the company of that name; without one the first of the place, which in a temporary folder is the
     /// demonstration company. Throws std::exception, in Spanish, when that cannot be done.
     void start(const std::optional<std::string>& company);
 
@@ -54,7 +55,7 @@ private:
     void use(std::unique_ptr<SesionBd> session);
 
     std::optional<TemporaryFolder> temporary_;
-    std::filesystem::path folder_;
+    Place place_;
     std::unique_ptr<Companies> companies_;
     GuionDesktop desktop_;
     TraceSink trace_;

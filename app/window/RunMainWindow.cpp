@@ -27,10 +27,11 @@ void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
     std::rethrow_exception(failure);
 }
 
-int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::string& company) {
-    const std::unique_ptr<Companies> companies = companiesIn(folder);
+int runOn(QtDesktop& desktop, const Place& place, const std::string& company) {
+    const std::unique_ptr<Companies> companies = companiesAt(place);
     std::vector<std::string> names;
     if (companies->exists()) names = companies->list();
+    if (names.empty() && place.kind == Place::Kind::Server) firstCompany(*companies, place);
     if (names.empty()) names.push_back(companies->createDemonstration());
 
     MainWindow window(desktop, names, [&companies](const std::string& name) { return companies->open(name); });
@@ -44,11 +45,11 @@ int runOn(QtDesktop& desktop, const std::filesystem::path& folder, const std::st
 
 }  // namespace
 
-int runMainWindow(const std::filesystem::path& folder, const std::string& company) {
+int runMainWindow(const Place& place, const std::string& company) {
     const std::shared_ptr<void> display = openDisplay();
     QtDesktop desktop;
     try {
-        return runOn(desktop, folder, company);
+        return runOn(desktop, place, company);
     } catch (const std::exception& failure) {
         // Who started the program from a desktop sees no terminal.
         const bool seen = QGuiApplication::platformName() != "offscreen";

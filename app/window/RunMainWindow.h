@@ -1,11 +1,12 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
+
+#include "app/Place.h"
 
 namespace FendaMaestros::window {
 
 /// As FendaMaestros::runMainWindow; built where there are windows.
-int runMainWindow(const std::filesystem::path& folder, const std::string& company);
+int runMainWindow(const Place& place, const std::string& company);
 
 }  // namespace FendaMaestros::window

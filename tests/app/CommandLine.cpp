@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Folders.h"
+#include "app/Place.h"
 #include "tests/app/RunFenda.h"
 
 namespace FendaMaestros {
@@ -95,20 +95,33 @@ TEST_F(CommandLine, ACompanyIsCreatedOnce) {
 
 #endif
 
-TEST(DataFolderChoice, OptionBeforeVariableBeforeTheUsersOwn) {
+TEST(PlaceOfCompanies, OptionBeforeVariableBeforeTheUsersOwn) {
     ::setenv("XDG_DATA_HOME", "/datos", 1);
     ::unsetenv("FENDA_CARPETA");
-    EXPECT_EQ(dataFolder(""), "/datos/fenda");
-    EXPECT_FALSE(chosenDataFolder(""));
+    ::unsetenv("FENDA_SERVIDOR");
+    EXPECT_EQ(placeOfCompanies({}).where, "/datos/fenda");
+    EXPECT_FALSE(chosenPlace({}));
     ::setenv("FENDA_CARPETA", "/otra", 1);
-    EXPECT_EQ(dataFolder(""), "/otra");
-    EXPECT_EQ(dataFolder("/esta"), "/esta");
+    EXPECT_EQ(placeOfCompanies({}).where, "/otra");
+    ::setenv("FENDA_SERVIDOR", "service=fenda", 1);
+    EXPECT_EQ(nameOf(placeOfCompanies({})), "el servidor");
+    EXPECT_EQ(nameOf(placeOfCompanies({"/esta", ""})), "la carpeta /esta");
+    EXPECT_EQ(placeOfCompanies({"", "host=suyo"}).where, "host=suyo");
+    EXPECT_THROW(chosenPlace({"/esta", "host=suyo"}), std::invalid_argument);
+    ::unsetenv("FENDA_SERVIDOR");
     ::unsetenv("FENDA_CARPETA");
     ::setenv("XDG_DATA_HOME", "relativa", 1);
     ::setenv("HOME", "/casa", 1);
-    EXPECT_EQ(dataFolder(""), "/casa/.local/share/fenda");
+    EXPECT_EQ(placeOfCompanies({}).where, "/casa/.local/share/fenda");
     ::unsetenv("HOME");
-    EXPECT_THROW(dataFolder(""), std::runtime_error);
+    EXPECT_THROW(placeOfCompanies({}), std::runtime_error);
+}
+
+TEST(PlaceOfCompanies, OneArgumentNamesAFolderOrAServer) {
+    for (const char* server : {"host=suyo dbname=fenda", "service=fenda", "postgresql://ana@suyo/fenda"})
+        EXPECT_EQ(readPlace(server).kind, Place::Kind::Server) << server;
+    for (const char* folder : {"/datos/a=b", "./a=b", "datos", "=raro", "postgresql"})
+        EXPECT_EQ(readPlace(folder).kind, Place::Kind::Folder) << folder;
 }
 
 }  // namespace

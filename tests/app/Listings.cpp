@@ -37,13 +37,13 @@ protected:
     OwnFolder own_;
     std::string company_;
 
-    void SetUp() override { company_ = companiesIn(own_.path)->createDemonstration(); }
+    void SetUp() override { company_ = companiesAt({Place::Kind::Folder, own_.path})->createDemonstration(); }
 
     Ran run(std::vector<std::string> words) {
         words.insert(words.end(), {"--carpeta", own_.path.string()});
         return fenda(std::move(words));
     }
-    std::unique_ptr<SesionBd> open() { return companiesIn(own_.path)->open(company_); }
+    std::unique_ptr<SesionBd> open() { return companiesAt({Place::Kind::Folder, own_.path})->open(company_); }
     void change(const std::string& sql) { open()->Conexion()->run({sql, {}}); }
     std::string file(const char* name) const { return (own_.path / name).string(); }
 };

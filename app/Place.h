@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace FendaMaestros {
+
+/// Where companies are kept: a data folder of this machine, or a database of a server.
+struct Place {
+    enum class Kind { Folder, Server };
+    Kind kind = Kind::Folder;
+    /// The folder's path, or the server's connection: "clave=valor ..." or "postgresql://...", which may hold a
+    /// password and is therefore never shown.
+    std::string where;
+};
+
+/// A place as the options of a command name it; at most one of both is given, the other is empty.
+struct TypedPlace {
+    std::string folder;
+    std::string server;
+};
+
+/// The place that a person has chosen: with an option, or else with the environment variable FENDA_SERVIDOR or, without
+/// that, FENDA_CARPETA. Nothing when with none. Throws std::invalid_argument, in Spanish, when both options are given.
+std::optional<Place> chosenPlace(const TypedPlace& typed);
+
+/// The chosen one, or else the user's own folder: "fenda" in XDG_DATA_HOME, which stands for ~/.local/share. Throws
+/// as chosenPlace() and, std::runtime_error, when there is no home to put it in.
+Place placeOfCompanies(const TypedPlace& typed);
+
+/// One argument that may name either: a server when it begins as a connection does ("postgresql://", "postgres://" or
+/// "clave="), a folder otherwise.
+Place readPlace(const std::string& argument);
+
+/// Behind "en": "la carpeta /datos/fenda" or "el servidor".
+std::string nameOf(const Place& place);
+
+}  // namespace FendaMaestros
