@@ -8,6 +8,7 @@
 #include <optional>
 #include <utility>
 
+#include "app/CommandCopiar.h"
 #include "app/CommandCrear.h"
 #include "app/CommandIdentidades.h"
 #include "app/CommandListado.h"
@@ -37,6 +38,7 @@ struct Request {
     VerificarOptions check;
     std::string registerOrder;
     bool registerDescending = false;
+    std::string origin, goal;
     /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
     std::string csv, xlsx, pdf;
     bool json = false;
@@ -131,6 +133,14 @@ void describeCheck(CLI::App& program, Request& request) {
         "con 2 si no se puede.");
 }
 
+void describeCopy(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "copiar", "Copia una empresa entera, con los datos comunes, a otro sitio");
+    for (auto [name, value] : {std::pair{"ORIGEN", &request.origin}, std::pair{"DESTINO", &request.goal}})
+        app.add_option(name, *value, "Una carpeta de datos o un servidor, como service=fenda")->type_name("");
+    addText(app, "--empresa", request.company, "Empresa que se copia; no hace falta si no hay otra", "NOMBRE");
+    app.footer("La empresa queda entera en el destino, o no queda nada. Los ficheros que la acompañan no se copian.");
+}
+
 void describe(CLI::App& program, Request& request) {
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
@@ -165,6 +175,7 @@ void describe(CLI::App& program, Request& request) {
     addPlace(*script, request, "una de prueba que se borra al terminar");
     addCompany(*script, request);
 
+    describeCopy(program, request);
     describeListing(program, request);
     describeRegister(program, request);
     describeCheck(program, request);
@@ -217,6 +228,10 @@ int runQuery(const CLI::App& program, const Request& request) {
 int run(const CLI::App& program, Request& request) {
     if (isQuery(program)) return runQuery(program, request);
     if (program.got_subcommand("crear")) return runCrear(placeOfCompanies(request.place), request.newCompany);
+    if (program.got_subcommand("copiar")) {
+        if (request.goal.empty()) throw std::invalid_argument("Faltan el origen y el destino de la copia.");
+        return runCopiar(readPlace(request.origin), readPlace(request.goal), request.company);
+    }
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");

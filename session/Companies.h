@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -51,6 +52,10 @@ public:
     /// Makes the company "Empresa de demostración" with invented data, whose tax identities go into the shared
     /// database, and gives its name.
     virtual std::string createDemonstration() const = 0;
+    /// Makes a company whose empty tables `fill` fills, through a connection to it in the transaction that makes it;
+    /// the shared database is there by then, as create() makes it. Rows may bring their identities, and later ones rise
+    /// above them. Throws (Constraint) as create(), and what `fill` throws.
+    virtual void receive(const std::string& name, const std::function<void(ConexionBd& empty)>& fill) const = 0;
 
     /// Never null. Throws NotADatabase when there is no such company or its data cannot be used, NewerVersion when they
     /// were made by a version to come.

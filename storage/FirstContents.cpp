@@ -1,10 +1,10 @@
 #include "storage/FirstContents.h"
 
-#include <span>
 #include <string>
 #include <utility>
 
 #include "session/Literal.h"
+#include "storage/Insertion.h"
 #include "storage/Parameters.h"
 #include "storage/ReferenceData.h"
 
@@ -17,15 +17,6 @@ struct FixedColumn {
     std::string_view name;
     Variant value;
 };
-
-Statement insertion(std::string_view table, std::span<const std::string_view> columns) {
-    std::string names, marks;
-    for (const auto column : columns) {
-        names.append(names.empty() ? "" : ", ").append(column);
-        marks += marks.empty() ? "?" : ", ?";
-    }
-    return {"INSERT INTO " + std::string(table) + " (" + names + ") VALUES (" + marks + ")", {}};
-}
 
 Variant textOf(std::string_view value) { return std::string(value); }
 Variant textOrNull(std::string_view value) { return value.empty() ? Variant() : textOf(value); }

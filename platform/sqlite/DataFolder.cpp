@@ -105,11 +105,17 @@ std::vector<std::string> DataFolder::list() const {
     return names;
 }
 
-void DataFolder::create(const NewCompany& company) const { create(company, {}); }
+void DataFolder::create(const NewCompany& company) const {
+    check(company);
+    receive(company.name, [&](ConexionBd& empty) { storage::fillCompany(empty, company); });
+}
 
 std::string DataFolder::createDemonstration() const {
     const NewCompany company = storage::demonstrationCompany();
-    create(company, storage::fillDemonstration);
+    receive(company.name, [&](ConexionBd& empty) {
+        storage::fillCompany(empty, company);
+        storage::fillDemonstration(empty);
+    });
     return company.name;
 }
 
@@ -170,20 +176,16 @@ void DataFolder::createShared() const {
     });
 }
 
-void DataFolder::create(const NewCompany& company, const Filler& more) const {
-    check(company);
-    const ErrorBd alreadyThere(Kind::Constraint, "La empresa " + guillemets(company.name) + " ya existe.");
-    if (hasCompany(company.name)) throw alreadyThere;
+void DataFolder::receive(const std::string& name, const std::function<void(ConexionBd&)>& contents) const {
+    const ErrorBd alreadyThere(Kind::Constraint, "La empresa " + guillemets(name) + " ya existe.");
+    if (hasCompany(name)) throw alreadyThere;
     createFolder();
     bool created = false;
-    saying("No se puede crear la empresa " + guillemets(company.name), [&] {
+    saying("No se puede crear la empresa " + guillemets(name), [&] {
         createShared();
-        created = createFile(folder_ / companyFileName(company.name), [&](const fs::path& aside) {
+        created = createFile(folder_ / companyFileName(name), [&](const fs::path& aside) {
             SqliteConexion connection(Database(aside, Database::Mode::Create, busyTimeout_), folder_ / sharedFileName);
-            fill(connection, "main", Contents::Company, [&](ConexionBd& empty) {
-                storage::fillCompany(empty, company);
-                if (more) more(empty);
-            });
+            fill(connection, "main", Contents::Company, contents);
         });
     });
     if (!created) throw alreadyThere;

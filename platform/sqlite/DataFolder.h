@@ -27,21 +27,18 @@ public:
     /// Makes the folder too where it is missing.
     void create(const NewCompany& company) const override;
     std::string createDemonstration() const override;
+    void receive(const std::string& name, const std::function<void(ConexionBd& empty)>& fill) const override;
     std::unique_ptr<SesionBd> open(const std::string& name) const override;
 
     /// As open(), with something between the session and its connection.
     std::unique_ptr<SesionBd> openCompany(const std::string& name, const ConnectionWrapper& wrap = {}) const;
 
 private:
-    using Filler = std::function<void(ConexionBd&)>;
-
     /// Also one whose name differs in nothing but capitals.
     bool hasCompany(const std::string& name) const;
     void requireFolder() const;
     void createFolder() const;
     void createShared() const;
-    /// `more`, if there is one, adds data to the new company and to the shared database in the same transaction.
-    void create(const NewCompany& company, const Filler& more) const;
     /// Makes a database aside and gives it its name when it is whole. False when something had that name by then.
     bool createFile(const std::filesystem::path& file,
                     const std::function<void(const std::filesystem::path& aside)>& make) const;
