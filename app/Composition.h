@@ -34,8 +34,7 @@ GuionDesktop windowDesktop(Operator& person);
 /// Writes the pages of a document to a PDF file; empty when nothing was built that can.
 std::function<void(const PagedDocument& document, const std::string& path)> pdfWriter();
 
-/// A company that is open: its session, and the component that works on it. While it lives it is the one that screens
-/// work with, unless a newer one is made.
+/// A company that is open: its session, and the component that works on it. Screens work with the newest that lives.
 class OpenCompany {
 public:
     /// `desktop` must outlive it. `session` is never null.

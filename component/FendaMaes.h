@@ -13,7 +13,7 @@ namespace FendaMaestros {
 /// screen that does not handle them itself, reach the caller as exceptions derived from std::exception.
 class FendaMaes final : public WorkContext {
 public:
-    /// Both must outlive the object. The newest object is the one that every screen works with.
+    /// Both must outlive the object. The newest object that lives is the one that every screen works with.
     FendaMaes(Desktop& desktop, ComponentRegistry& components) : WorkContext(desktop, components) {}
 
     void jPaises();

@@ -10,7 +10,7 @@ namespace FendaMaestros {
 const Parametro& ParametrosEmpresa::Item(std::string_view name) const {
     const auto found = byName_.find(text::upper(name));
     if (found == byName_.end())
-        throw ErrorBd(ErrorBd::Kind::Refused, "La empresa no tiene el parámetro " + std::string(name));
+        throw ErrorBd(ErrorBd::Kind::Refused, "La empresa no tiene el parámetro " + std::string(name) + ".");
     return found->second;
 }
 

@@ -1,10 +1,21 @@
 #include "ui/WorkContext.h"
 
 #include <stdexcept>
+#include <vector>
 
 namespace FendaMaestros {
 
 WorkContext* InstanciaActual = nullptr;
+
+namespace {
+
+/// The objects that live, oldest first.
+std::vector<WorkContext*>& living() {
+    static std::vector<WorkContext*> objects;
+    return objects;
+}
+
+}  // namespace
 
 WorkContext& instanciaActual() {
     if (!InstanciaActual) throw std::logic_error("No hay ningún objeto FendaMaes en uso.");
@@ -12,11 +23,13 @@ WorkContext& instanciaActual() {
 }
 
 WorkContext::WorkContext(Desktop& desktop, ComponentRegistry& components) : desktop_(desktop), components_(components) {
+    living().push_back(this);
     InstanciaActual = this;
 }
 
 WorkContext::~WorkContext() {
-    if (InstanciaActual == this) InstanciaActual = nullptr;
+    std::erase(living(), this);
+    if (InstanciaActual == this) InstanciaActual = living().empty() ? nullptr : living().back();
 }
 
 SesionBd& WorkContext::sesion() const {

@@ -44,7 +44,7 @@ private:
     ComponentRegistry& components_;
 };
 
-/// The object created last; null before the first and after its destruction.
+/// The newest object that lives: one that ends gives way to the newest of the others. Null while there is none.
 extern WorkContext* InstanciaActual;
 
 /// InstanciaActual; throws std::logic_error, in Spanish, when there is none.

@@ -30,6 +30,15 @@ QKeySequence keySequence(KeyStroke stroke) {
     return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(qt::qtKeyOf(stroke.code))));
 }
 
+/// Throws ErrorBd when one of them is missing.
+QString factsOf(const ParametrosEmpresa& parameters) {
+    const std::int16_t year = ejercicioActivo(parameters);
+    return QString("Ejercicio %1   ·   Plan contable de %2   ·   Subcuentas de %3 dígitos")
+        .arg(year)
+        .arg(planEnVigor(year))
+        .arg(QString::fromStdString(parameters.Item("Par_CtaNum").Value.text()));
+}
+
 QString plain(const std::string& caption) { return QString::fromStdString(caption).remove('&'); }
 
 template <class Widget>
@@ -69,16 +78,24 @@ MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Ope
 
 void MainWindow::openCompany(const std::string& company) {
     auto opened = std::make_unique<OpenCompany>(desktop_, open_(company));
-    opened->component().Plan = planEnVigor(ejercicioActivo(opened->session().Parametros()));
+    const ParametrosEmpresa& parameters = opened->session().Parametros();
+    const std::int16_t plan = planEnVigor(ejercicioActivo(parameters));
+    const QString facts = factsOf(parameters);
+    opened->component().Plan = plan;
     company_ = std::move(opened);
-    showCompany(company);
+
+    openName_ = QString::fromStdString(company);
+    companyName_->setText(openName_);
+    companyFacts_->setText(facts);
+    setWindowTitle(openName_ + " — fenda");
+    tickCompany();
 }
 
 void MainWindow::start(const Operation& operation) {
     if (!company_) return;
     if (Tile* const tile = tiles_[&operation]) tile->setFocus();
     const QString name = plain(operation.caption);
-    guarded(name, "«" + name + "»", [&] { operation.open(company_->component()); });
+    guarded(name, "No se ha podido terminar «" + name + "».", [&] { operation.open(company_->component()); });
 }
 
 // --- what the window is made of
@@ -96,9 +113,7 @@ void MainWindow::addCompanyMenu() {
         if (position <= 9) choice->setShortcut(QKeySequence(QString("Ctrl+%1").arg(position)));
     }
     connect(companyChoice_, &QActionGroup::triggered, this, [this](const QAction* choice) {
-        const QString name = choice->data().toString();
-        guarded(name, "abrir la empresa «" + name + "»", [&] { openCompany(name.toStdString()); });
-        if (company_) showCompany(company_->session().Parametros().Item("Par_Nombre").Value.text());
+        chooseCompany(choice->data().toString());
     });
     menu->addSeparator();
     QAction* const leave = menu->addAction("&Salir", this, &QWidget::close);
@@ -167,7 +182,7 @@ QWidget* MainWindow::makeTiles() {
 
 // --- what happens in it
 
-void MainWindow::guarded(const QString& title, const QString& what, const std::function<void()>& action) {
+void MainWindow::guarded(const QString& title, const QString& failure, const std::function<void()>& action) {
     std::string reason;
     try {
         return action();
@@ -179,22 +194,16 @@ void MainWindow::guarded(const QString& title, const QString& what, const std::f
     } catch (...) {
         reason = "Error desconocido.";
     }
-    desktop_.ask({"No se ha podido terminar " + what.toStdString() + ".\n\n" + reason, message::Ok + message::Critical,
-                  title.toStdString()});
+    desktop_.ask({failure.toStdString() + "\n\n" + reason, message::Ok + message::Critical, title.toStdString()});
 }
 
-void MainWindow::showCompany(const std::string& name) {
-    const QString shown = QString::fromStdString(name);
-    const ParametrosEmpresa& parameters = company_->session().Parametros();
-    const std::int16_t year = ejercicioActivo(parameters);
-    const QString digits = QString::fromStdString(parameters.Item("Par_CtaNum").Value.text());
-    companyName_->setText(shown);
-    companyFacts_->setText(QString("Ejercicio %1   ·   Plan contable de %2   ·   Subcuentas de %3 dígitos")
-                               .arg(year)
-                               .arg(planEnVigor(year))
-                               .arg(digits));
-    setWindowTitle(shown + " — fenda");
-    for (QAction* choice : companyChoice_->actions()) choice->setChecked(choice->data().toString() == shown);
+void MainWindow::chooseCompany(const QString& name) {
+    guarded(name, "No se ha podido abrir la empresa «" + name + "».", [&] { openCompany(name.toStdString()); });
+    tickCompany();
+}
+
+void MainWindow::tickCompany() {
+    for (QAction* choice : companyChoice_->actions()) choice->setChecked(choice->data().toString() == openName_);
 }
 
 }  // namespace FendaMaestros

@@ -27,7 +27,7 @@ public:
     /// `desktop` must outlive the window. No company is open at first.
     MainWindow(Desktop& desktop, std::vector<std::string> companies, Opener open);
 
-    /// Throws what the opener throws; then the company that was open stays.
+    /// Throws what the opener throws, and ErrorBd when a parameter is missing; then the company that was open stays.
     void openCompany(const std::string& company);
     /// Runs an entry operation. What it throws is shown in a message.
     void start(const Operation& operation);
@@ -38,14 +38,16 @@ private:
     void addHelpMenu();
     QWidget* makeHeader();
     QWidget* makeTiles();
-    /// Runs `action`; an exception is shown in a message under `title` that says that `what` failed.
-    void guarded(const QString& title, const QString& what, const std::function<void()>& action);
-    void showCompany(const std::string& name);
+    /// Runs `action`; an exception is shown in a message under `title` that begins with `failure`, a sentence.
+    void guarded(const QString& title, const QString& failure, const std::function<void()>& action);
+    void chooseCompany(const QString& name);
+    void tickCompany();
 
     Desktop& desktop_;
     std::vector<std::string> companies_;
     Opener open_;
     std::unique_ptr<OpenCompany> company_;
+    QString openName_;
     std::map<const Operation*, Tile*> tiles_;
     QActionGroup* companyChoice_ = nullptr;
     QLabel* companyName_ = nullptr;

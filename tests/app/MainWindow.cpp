@@ -24,7 +24,7 @@ std::unique_ptr<SesionBd> openInMemory(const std::string& company) {
     ParametrosEmpresa parameters;
     parameters.set("Par_Nombre", company);
     parameters.set("Par_Ejercicio", company == "Antigua" ? 2007 : 2026);
-    parameters.set("Par_CtaNum", 8);
+    if (company != "Sin dígitos") parameters.set("Par_CtaNum", 8);
     return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
 }
 
@@ -33,7 +33,7 @@ protected:
     std::shared_ptr<void> display_ = window::openDisplay();
     testing::ScriptedPerson person_;
     HeadlessDesktop desktop_{person_};
-    MainWindow window_{desktop_, {"Antigua", "Nueva", "Rota"}, openInMemory};
+    MainWindow window_{desktop_, {"Antigua", "Nueva", "Rota", "Sin dígitos"}, openInMemory};
 
     bool shows(const QString& text) const {
         for (const QLabel* label : window_.findChildren<QLabel*>())
@@ -62,13 +62,16 @@ TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
 
 TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
     window_.openCompany("Nueva");
-    person_.answers = {Answer::Ok};
+    person_.answers = {Answer::Ok, Answer::Ok};
     chooseCompany("Rota");
-    ASSERT_EQ(person_.messages.size(), 1u);
-    EXPECT_NE(person_.messages[0].text.find("«Rota»"), std::string::npos);
-    EXPECT_NE(person_.messages[0].text.find("Está dañada.\n(código 26)"), std::string::npos);
+    chooseCompany("Sin dígitos");
+    ASSERT_EQ(person_.messages.size(), 2u);
+    EXPECT_EQ(person_.messages[0].text, "No se ha podido abrir la empresa «Rota».\n\nEstá dañada.\n(código 26)");
+    EXPECT_EQ(person_.messages[1].text,
+              "No se ha podido abrir la empresa «Sin dígitos».\n\nLa empresa no tiene el parámetro Par_CtaNum.");
     EXPECT_TRUE(shows("Nueva"));
-    EXPECT_EQ(InstanciaActual->sesion().Parametros().Item("Par_Nombre").Value.text(), "Nueva");
+    EXPECT_EQ(instanciaActual().sesion().Parametros().Item("Par_Nombre").Value.text(), "Nueva");
+    EXPECT_EQ(instanciaActual().Plan, 2008);
 }
 
 TEST_F(MainWindowTest, AnOperationThatFailsIsToldAndTheNextOneWorks) {
