@@ -1,8 +1,10 @@
 #include "toolkit/Desktop.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 
 #include "toolkit/Form.h"
 
@@ -33,6 +35,15 @@ Date Desktop::today() const {
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday};
 }
 
+void Desktop::leaveWords(const Form& closing, std::string text) {
+    const auto at = std::ranges::find(forms_, &closing);
+    Form* const below = at == forms_.begin() || at == forms_.end() ? nullptr : *std::prev(at);
+    if (!below)
+        lastWords_ = std::move(text);
+    else if (Label* const line = below->statusLine())
+        line->Caption = std::move(text);
+}
+
 void Desktop::showModal(Form& form) {
     /// Keeps the form on top for as long as it lives, and closed afterwards.
     struct OnTop {
@@ -49,6 +60,7 @@ void Desktop::showModal(Form& form) {
 
     Form* const below = activeForm();
     if (below) ++below->interruptions_;
+    lastWords_.clear();
     {
         const OnTop onTop(forms_, form);
         form.open_ = true;

@@ -63,6 +63,13 @@ public:
     Form* activeForm() const { return forms_.empty() ? nullptr : forms_.back(); }
     const std::vector<Form*>& forms() const { return forms_; }
 
+    /// For a form that closes: `text` stands on the status line of the one below it or, below the first, is
+    /// lastWords().
+    void leaveWords(const Form& closing, std::string text);
+    /// What the screen that was closed last has left for whoever had shown it; "" when it had nothing to tell, and as
+    /// soon as another is shown.
+    const std::string& lastWords() const { return lastWords_; }
+
     /// An empty title shows applicationTitle(). Closing the box without choosing answers Ok or No.
     virtual Reply ask(const Message& message) = 0;
     virtual std::string applicationTitle() const { return "FendaMaestros"; }
@@ -112,6 +119,7 @@ protected:
 
 private:
     std::vector<Form*> forms_;
+    std::string lastWords_;
     std::chrono::milliseconds passed_{0};
 };
 

@@ -9,6 +9,8 @@ namespace {
 constexpr int busyPointer = 13;
 constexpr int defaultPointer = 0;
 
+std::string unsavedText(const std::string& what) { return "Sin guardar: " + what; }
+
 void setUp(AyudaCampos& help) {
     help.Conexion = instanciaActual().sesion().Conexion();
     help.ColorFoco = focusColor;
@@ -67,6 +69,18 @@ bool Screen::confirmInPlace(const std::string& text, int icon, const std::string
     const bool yes = ask(text, message::YesNo + icon + message::SecondIsDefault, title) == Answer::Yes;
     unmarkUnlessAwaited();
     return yes;
+}
+
+void Screen::replacing(const std::function<void()>& step) {
+    const std::string before = unsaved();
+    tell({});
+    step();
+    if (before.empty() || !isOpen() || unsaved() == before) return;
+    tell(unsavedText(before) + (lblEstado.Caption.empty() ? "" : " · " + lblEstado.Caption));
+}
+
+void Screen::onUnload() {
+    if (const std::string what = unsaved(); !what.empty()) desktop().leaveWords(*this, unsavedText(what));
 }
 
 void Screen::unmarkUnlessAwaited() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "session/AyudaCampos.h"
@@ -41,6 +42,15 @@ protected:
 
     /// Shows a text on the status line, until something is changed; "" empties it.
     void tell(std::string text) { lblEstado.Caption = std::move(text); }
+
+    /// What the person has typed and not saved, as the status text names it: "43000012 Muebles Peñalba". "" when there
+    /// is nothing, as on a screen that stores nothing. Must not throw.
+    virtual std::string unsaved() const { return {}; }
+    /// Carries out what may put something else on the screen, under an empty status line; what that has left unsaved is
+    /// told in front of whatever the step tells: "Sin guardar: 43000012 Muebles Peñalba".
+    void replacing(const std::function<void()>& step);
+    /// What is left unsaved is told where the person goes on: see Desktop::leaveWords.
+    void onUnload() override;
 
     /// Sets the pending-message mark, for a message that is to come or that has just been answered.
     void markPendingMessage(char letter = 'e') { Tag = letter; }

@@ -6,17 +6,17 @@
 
 namespace FendaMaestros::guion {
 
-/// What the status line of the screen on top comes to say while one lives.
+/// What the status line of the screen on top comes to say while one lives; without a screen, what the last one has
+/// left.
 class StatusWatch {
 public:
     /// `desktop` must outlive it.
-    explicit StatusWatch(const Desktop& desktop)
-        : desktop_(desktop), form_(desktop.activeForm()), text_(textOf(form_)) {}
+    explicit StatusWatch(const Desktop& desktop) : desktop_(desktop), form_(desktop.activeForm()), text_(shown()) {}
 
     /// The text shown now; "" when it is the one that was shown before.
     std::string news() const {
         const Form* const form = desktop_.activeForm();
-        std::string text = textOf(form);
+        std::string text = shown();
         return form == form_ && text == text_ ? std::string() : text;
     }
 
@@ -27,6 +27,11 @@ public:
     }
 
 private:
+    std::string shown() const {
+        const Form* const form = desktop_.activeForm();
+        return form ? textOf(form) : desktop_.lastWords();
+    }
+
     const Desktop& desktop_;
     const Form* form_;
     std::string text_;

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStatusBar>
 #include <QVBoxLayout>
 #include <exception>
 #include <utility>
@@ -94,8 +95,12 @@ void MainWindow::openCompany(const std::string& company) {
 void MainWindow::start(const Operation& operation) {
     if (!company_) return;
     if (Tile* const tile = tiles_[&operation]) tile->setFocus();
+    statusBar()->hide();
     const QString name = plain(operation.caption);
     guarded(name, "No se ha podido terminar «" + name + "».", [&] { operation.open(company_->component()); });
+    const QString left = QString::fromStdString(desktop_.lastWords());
+    statusBar()->showMessage(left);
+    statusBar()->setVisible(!left.isEmpty());
 }
 
 // --- what the window is made of
