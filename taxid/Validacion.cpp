@@ -75,6 +75,14 @@ bool isPersonal(std::string_view text) {
     return remainder && nifLetters[*remainder] == letter;
 }
 
+/// What people put between the digits: signs and blanks, also those of word processors.
+bool isSeparator(char32_t c) {
+    if (c >= 0x80) return c == 0xA0 || (c >= 0x2000 && c <= 0x206F);
+    const bool digit = c >= '0' && c <= '9';
+    const bool letter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    return !digit && !letter;
+}
+
 bool isOrganisation(std::string_view text) {
     if (text.size() != 9 || !organisations.contains(text.front())) return false;
     /// Twice a digit, its own two digits added up.
@@ -118,11 +126,14 @@ std::string letraNif(std::string_view valor, std::string* mensaje) {
     return std::string(1, nifLetters[*remainder]);
 }
 
-std::string conLetra(std::string_view number) {
-    const std::size_t length = text::length(number);
-    const bool endsInDigit = length > 0 && isDigit(number.back());
-    const std::string digits = endsInDigit || length == 0 ? std::string(number) : text::left(number, length - 1);
-    return digits + letraNif(digits);
+std::string conLetra(std::string_view typed) {
+    std::u32string number = text::characters(typed);
+    std::erase_if(number, isSeparator);
+    if (!number.empty() && (number.back() < U'0' || number.back() > U'9')) number.pop_back();
+    std::string digits;
+    for (const char32_t digit : number) text::append(digits, digit);
+    const std::string letter = letraNif(digits);
+    return letter.empty() ? std::string(typed) : digits + letter;
 }
 
 void normalizarIdentificador(std::string& sValor) {

@@ -12,9 +12,9 @@ namespace FendaMaestros {
 /// is none: then `mensaje`, if given, receives the reason in Spanish. It is left alone otherwise.
 std::string letraNif(std::string_view valor, std::string* mensaje = nullptr);
 
-/// A personal number with its check letter, whatever letter it had; its digits alone when they have none (Real Decreto
-/// 1065/2007, article 19).
-std::string conLetra(std::string_view number);
+/// A personal number with its check letter, whatever letter it had, and without the signs and blanks in it (Real
+/// Decreto 1065/2007, article 19). As it was typed when there is no letter for it.
+std::string conLetra(std::string_view typed);
 
 /// Leaves only capitals and digits (the two signs behind Z count as capitals). Never allocates.
 void normalizarIdentificador(std::string& sValor);

@@ -137,9 +137,8 @@ void frmNif::mostrar(const Ficha& ficha) {
     } else {
         txtFields(Provincia).Text = nif.provincia;
     }
-    cboClaveRetencion.setListIndex(std::max(0, codedList::position(cboClaveRetencion, 1, nif.claveRetencion)));
-    const int subkey = codedList::position(cboSubclave, 2, nif.subclave);
-    if (subkey >= 0) cboSubclave.setListIndex(subkey);
+    nProvinciaDejada_ = nProvincia99_;
+    situarClave(nif.claveRetencion, nif.subclave);
     cmdBorrar.Enabled = !ficha.conFacturas;
     cmdSustituir.Enabled = true;
 }
@@ -153,13 +152,14 @@ void frmNif::mostrarInsertada(const Ficha& ficha) {
 
 void frmNif::vaciar() {
     nIdActual_ = 0;
+    nifLeido_ = {};
     sDocumentoTratado_.clear();
     for (const auto& [index, field] : txtFields.elements()) field->Text.clear();
     cboDocType.setListIndex(documento::Cif);
     cboTipoVia.setListIndex(-1);
-    cboProvincias.setListIndex(nProvinciaPropia_);
     cboPais.setListIndex(nPaisPropio_);
-    cboClaveRetencion.setListIndex(0);
+    cboProvincias.setListIndex(nProvinciaPropia_);
+    situarClave({}, {});
     cmdBorrar.Enabled = cmdSustituir.Enabled = false;
 }
 
@@ -173,11 +173,14 @@ NifRecord frmNif::enPantalla() const {
     nif.id = nIdActual_;
     nif.tipoDocumento = cboDocType.ListIndex();
     nif.documento = txtFields(Documento).Text;
-    nif.tipoVia = codedList::code(cboTipoVia, 2);
-    nif.provincia = paisPropio() ? codedList::code(cboProvincias, 2) : txtFields(Provincia).Text;
-    nif.pais = codedList::code(cboPais, 3);
-    nif.claveRetencion = chosenKey(cboClaveRetencion, 1);
-    nif.subclave = chosenKey(cboSubclave, 2);
+    nif.tipoVia = codedList::codeOr(cboTipoVia, 2, nifLeido_.tipoVia);
+    nif.provincia = paisPropio() ? codedList::codeOr(cboProvincias, 2, nifLeido_.provincia) : txtFields(Provincia).Text;
+    nif.pais = codedList::codeOr(cboPais, 3, nifLeido_.pais);
+    const bool unlistedKey = cboClaveRetencion.ListIndex() < 0;
+    nif.claveRetencion = unlistedKey ? nifLeido_.claveRetencion : chosenKey(cboClaveRetencion, 1);
+    const bool unlistedSubkey = unlistedKey || cboSubclave.ListIndex() < 0;
+    const bool sameKey = nif.claveRetencion == nifLeido_.claveRetencion;
+    nif.subclave = unlistedSubkey && sameKey ? nifLeido_.subclave : chosenKey(cboSubclave, 2);
     return nif;
 }
 
@@ -217,7 +220,8 @@ bool frmNif::salirDocumento() {
     TextBox& document = txtFields(Documento);
     if (document.Text.empty()) return true;
     document.Text = text::upper(document.Text);
-    completarDocumento();
+    const bool stored = nIdActual_ > 0 && document.Text == text::upper(nifLeido_.documento);
+    if (!stored) completarDocumento();
     if (document.Text.empty() || text::equalIgnoringCase(document.Text, sDocumentoTratado_)) return true;
 
     const std::string typed = document.Text;
@@ -258,14 +262,32 @@ void frmNif::elegirTipoDocumento() {
     txtFields(Apellido1).Enabled = txtFields(Apellido2).Enabled = person;
 }
 
+/// Passing over other countries in the list leaves the province that there was.
 void frmNif::elegirPais() {
+    const bool wasOwn = cboProvincias.Visible;
     cboProvincias.Visible = paisPropio();
     txtFields(Provincia).Visible = !paisPropio();
+    if (wasOwn && !paisPropio()) nProvinciaDejada_ = cboProvincias.ListIndex();
     if (!paisPropio()) cboProvincias.setListIndex(nProvincia99_);
+    if (!wasOwn && paisPropio() && cboProvincias.ListIndex() == nProvincia99_)
+        cboProvincias.setListIndex(nProvinciaDejada_);
 }
 
+/// Passing over other keys in the list leaves the subkey that there was.
 void frmNif::elegirClaveRetencion() {
-    jCargaClavesRetencion(cboSubclave, codedList::code(cboClaveRetencion, 1), ejercicio(), false);
+    if (!sClave_.empty()) nSubclavesDejadas_[sClave_] = cboSubclave.ListIndex();
+    sClave_ = codedList::code(cboClaveRetencion, 1);
+    jCargaClavesRetencion(cboSubclave, sClave_, ejercicio(), false);
+    const auto before = nSubclavesDejadas_.find(sClave_);
+    if (before != nSubclavesDejadas_.end()) cboSubclave.setListIndex(before->second);
+}
+
+/// A key or subkey that the list does not have leaves nothing chosen in it; none at all is the first item.
+void frmNif::situarClave(const std::string& key, const std::string& subkey) {
+    sClave_.clear();
+    nSubclavesDejadas_.clear();
+    cboClaveRetencion.setListIndex(text::trim(key).empty() ? 0 : codedList::position(cboClaveRetencion, 1, key));
+    if (!subkey.empty()) cboSubclave.setListIndex(codedList::position(cboSubclave, 2, subkey));
 }
 
 /// An unknown code leaves the province as it is.
@@ -345,6 +367,9 @@ void frmNif::guardarConTecla() {
 }
 
 void frmNif::guardar() {
+    const auto isBlank = [this](Campo field) { return text::trim(txtFields(field).Text).empty(); };
+    if (isBlank(Documento) && isBlank(Nombre))
+        return warn("Debe indicar el documento o el nombre", txtFields(Documento));
     try {
         if (const auto inserted = withPatience(desktop(), [this] { return grabar(); })) mostrarInsertada(*inserted);
     } catch (const SilentRefusal&) {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -95,6 +96,7 @@ private:
     void elegirPais();
     void elegirClaveRetencion();
     void situarProvincia(const std::string& code);
+    void situarClave(const std::string& key, const std::string& subkey);
     void buscarPoblacionDir();
     void navegar(Step step);
     Walk recorrido() const;
@@ -119,7 +121,8 @@ private:
     void avisarFallo(const std::exception& error);
 
     std::int64_t nIdActual_ = 0;
-    /// The entry shown, as the register had it when it was read or saved.
+    /// The entry shown, as the register had it when it was read or saved. Codes of it that a list does not have leave
+    /// nothing chosen there.
     NifRecord nifLeido_;
     std::string sExpresionNombre_;
     /// The document last loaded or accepted as new.
@@ -127,6 +130,11 @@ private:
     std::string sNifInicial_;
     bool bAbiertaConDocumento_;
     bool bCargaPendiente_;
+    /// The province that was chosen when another country hid the list.
+    int nProvinciaDejada_ = -1;
+    /// The key whose subkeys are listed, and the subkeys chosen of the keys passed over since the entry was shown.
+    std::string sClave_;
+    std::map<std::string, int> nSubclavesDejadas_;
     int nPaisPropio_ = -1;
     int nProvincia99_ = -1;
     int nProvinciaPropia_ = -1;

@@ -11,6 +11,10 @@ std::string item(std::string_view code, std::string_view name) {
 
 std::string code(const ComboBox& combo, std::size_t characters) { return text::left(combo.Text(), characters); }
 
+std::string codeOr(const ComboBox& combo, std::size_t characters, const std::string& unlisted) {
+    return combo.ListIndex() < 0 ? unlisted : code(combo, characters);
+}
+
 int position(const ComboBox& combo, std::size_t characters, std::string_view code) {
     const auto start = [characters](std::string_view item) { return text::trimEnd(text::left(item, characters)); };
     const std::string wanted = start(code);

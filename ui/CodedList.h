@@ -14,6 +14,8 @@ std::string item(std::string_view code, std::string_view name);
 
 /// The first `characters` characters of the chosen item; "" when none is chosen.
 std::string code(const ComboBox& combo, std::size_t characters);
+/// The same; `unlisted` when none is chosen.
+std::string codeOr(const ComboBox& combo, std::size_t characters, const std::string& unlisted);
 
 /// The position of the first item whose first `characters` characters are those of `code`, trailing blanks and case
 /// apart; -1 when there is none or `code` is blank.
