@@ -56,6 +56,7 @@ void frmNif::onLoad() {
     cargarListas();
     jCargaClavesRetencion(cboClaveRetencion, "-", ejercicio(), false);
     txtFields(Cliente).Tag = "CODCLI";
+    anotarMostrado();
     if (bAbiertaConDocumento_) txtFields(Documento).Text = sNifInicial_;
 }
 
@@ -141,6 +142,7 @@ void frmNif::mostrar(const Ficha& ficha) {
     situarClave(nif.claveRetencion, nif.subclave);
     cmdBorrar.Enabled = !ficha.conFacturas;
     cmdSustituir.Enabled = true;
+    anotarMostrado();
 }
 
 /// The trade name is not stored, and goes on being that of the entry on the screen.
@@ -161,6 +163,7 @@ void frmNif::vaciar() {
     cboProvincias.setListIndex(nProvinciaPropia_);
     situarClave({}, {});
     cmdBorrar.Enabled = cmdSustituir.Enabled = false;
+    anotarMostrado();
 }
 
 NifRecord frmNif::enPantalla() const {
@@ -182,6 +185,19 @@ NifRecord frmNif::enPantalla() const {
     const bool sameKey = nif.claveRetencion == nifLeido_.claveRetencion;
     nif.subclave = unlistedSubkey && sameKey ? nifLeido_.subclave : chosenKey(cboSubclave, 2);
     return nif;
+}
+
+/// A document that has been typed, and its type, are for looking for another entry, and change nothing of this one.
+std::string frmNif::unsaved() const {
+    NifRecord typed = enPantalla();
+    const bool stored = nIdActual_ > 0;
+    if (!stored || typed.documento != nifMostrado_.documento) typed.tipoDocumento = nifMostrado_.tipoDocumento;
+    typed.documento = stored ? nifMostrado_.documento : sDocumentoTratado_;
+    if (typed == nifMostrado_) return {};
+    std::string shown;
+    for (const std::string& part : {typed.documento, typed.nombre, typed.apellido1, typed.apellido2})
+        if (!part.empty()) shown += (shown.empty() ? "" : " ") + part;
+    return shown.empty() ? "una ficha sin documento ni nombre" : shown;
 }
 
 // --- leaving fields, choosing
@@ -226,7 +242,8 @@ bool frmNif::salirDocumento() {
 
     const std::string typed = document.Text;
     const int type = cboDocType.ListIndex();
-    if (msBuscarCif(typed) > 0) {
+    replacing([&] { msBuscarCif(typed); });
+    if (nIdActual_ > 0) {
         sDocumentoTratado_ = typed;
         return false;
     }
@@ -313,6 +330,9 @@ void frmNif::buscarPoblacionDir() {
 
 /// Through the register in the order of its documents.
 void frmNif::navegar(Step step) {
+    if (!unsaved().empty() &&
+        !confirmInPlace("Hay cambios sin guardar, ¿desea descartarlos?", message::Question, sTituloVentana))
+        return;
     const BusyGuard busy(*this);
     const auto found = read("Select top 1 Nif_Id FROM KXComun.dbo.Nif" + destination(recorrido(), step));
     if (!found->Eof()) msBuscarCif({}, 0, found->cell(0, 0).integer());
@@ -340,10 +360,10 @@ void frmNif::onKeyUp(int& code, int shift) {
     const std::string& document = txtFields(Documento).Text;
     switch (code) {
         case key::F(1):
-            msBuscarCif(document, buscarPorDocumento);
+            replacing([&] { msBuscarCif(document, buscarPorDocumento); });
             break;
         case key::F(2):
-            msBuscarCif(document, buscarPorNombre);
+            replacing([&] { msBuscarCif(document, buscarPorNombre); });
             break;
         case key::F(5):
             guardarConTecla();
@@ -377,6 +397,7 @@ void frmNif::guardar() {
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
+    anotarMostrado();
     markPendingMessage();
     ask("Grabación del nif realizada con éxito", message::Information, sTituloVentana);
     if (bAbiertaConDocumento_) unload();
@@ -442,8 +463,10 @@ void frmNif::borrar() {
 void frmNif::sustituir() {
     frmCambiarNif screen(nIdActual_);
     screen.show();
-    if (msBuscarCif({}, 0, nIdActual_) < 1) tell("Otro programa ha eliminado este CIF/NIF");
-    if (!screen.resumen().empty()) tell(screen.resumen());
+    replacing([&] {
+        if (msBuscarCif({}, 0, nIdActual_) < 1) tell("Otro programa ha eliminado este CIF/NIF");
+        if (!screen.resumen().empty()) tell(screen.resumen());
+    });
 }
 
 void frmNif::avisarFallo(const std::exception& error) {

@@ -78,6 +78,7 @@ private:
     void onLoad() override;
     void onActivate() override;
     void onKeyUp(int& code, int shift) override;
+    std::string unsaved() const override;
 
     void prepararCampos();
     void prepararMandos();
@@ -107,6 +108,8 @@ private:
     void mostrarInsertada(const Ficha& ficha);
     void vaciar();
     NifRecord enPantalla() const;
+    /// From now on what the screen shows is not unsaved.
+    void anotarMostrado() { nifMostrado_ = enPantalla(); }
     bool paisPropio() const { return cboPais.ListIndex() == nPaisPropio_; }
 
     void guardarConTecla();
@@ -124,6 +127,8 @@ private:
     /// The entry shown, as the register had it when it was read or saved. Codes of it that a list does not have leave
     /// nothing chosen there.
     NifRecord nifLeido_;
+    /// What the screen showed before the person changed anything.
+    NifRecord nifMostrado_;
     std::string sExpresionNombre_;
     /// The document last loaded or accepted as new.
     std::string sDocumentoTratado_;
