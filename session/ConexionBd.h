@@ -36,7 +36,7 @@ public:
     virtual ~ConexionBd() = default;
 
     /// Runs one text that reads, and nothing else: a text that could write, returns no columns or goes on behind its
-    /// end is refused (ErrorBd::Kind::Refused). Never null.
+    /// end is refused (ErrorBd::Kind::Refused); so is a + that would join numbers, Refused or Sql. Never null.
     virtual std::shared_ptr<Recordset> Execute(std::string_view sql) = 0;
 
     /// Asked now and then while a read runs, with the rows read so far; false stops the read.

@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "session/ErrorBd.h"
 #include "storage/Characters.h"
 #include "storage/TextScan.h"
 #include "toolkit/Text.h"
@@ -17,6 +18,13 @@ bool isAnyOf(std::string_view token, std::initializer_list<std::string_view> key
     for (const auto keyword : keywords)
         if (is(token, keyword)) return true;
     return false;
+}
+
+[[noreturn]] void refuse(const std::string& sentence) { throw ErrorBd(ErrorBd::Kind::Refused, sentence); }
+
+/// What gives a number, whatever stands in its parentheses.
+bool givesNumber(std::string_view function) {
+    return isAnyOf(function, {"SUM", "COUNT", "AVG", "TOTAL", "LEN", "YEAR"});
 }
 
 /// The length of the token that begins a text: a word, a number, a quoted text or name, blanks, or one sign.
@@ -59,6 +67,10 @@ private:
     struct Level {
         std::string limit;      ///< the n of a TOP that has not been written yet
         bool ordering = false;  ///< within ORDER BY
+        bool number = false;    ///< they enclose what a function makes a number of
+        /// Where the CAST of the parentheses begins in `out_`.
+        std::optional<std::size_t> cast;
+        std::string longest;  ///< how many characters that CAST leaves; "" for all
     };
 
     void step(std::string_view token) {
@@ -69,7 +81,9 @@ private:
         if (token == "(") return open();
         if (token == ")") return close();
         if (token == "," || token == ";") return separator(token);
-        if (token == "+") return emit("||");
+        if (token == "+") return join();
+        if (joining_ && token == "-") refuseSum();
+        if (isDigit(token.front())) return number(token);
         if (token.front() == numberMark || token.front() == textMark || token == "?") return parameter(token.front());
         if (classOf(token.front()) == CharacterClass::Word) return word(token);
         emit(token);
@@ -80,34 +94,93 @@ private:
             ++at_;
             return;
         }
+        if (is(token, "N") && beginsText(next(1))) return;
+        if (joining_ && givesNumber(token) && nextSolid(1) == "(") refuseSum();
         if (is(token, "isnull") && nextSolid(1) == "(") return emit(dialect_.ifNull);
-        if (is(token, "TOP") && is(previous_, "SELECT")) return top();
+        if (is(token, "TOP") && isAnyOf(previous_, {"SELECT", "DISTINCT", "ALL"})) return top();
         if (is(token, "BY") && is(previous_, "ORDER")) level().ordering = true;
         if (isAnyOf(token, {"UNION", "EXCEPT", "INTERSECT", "LIMIT"})) endSelect();
         if (isAnyOf(token, {"ASC", "DESC"})) endTerm();
         emit(token);
         if (isAnyOf(token, {"ASC", "DESC", "BY"})) termOpen_ = false;
+        if (is(token, "AS") && level().cast) castType();
     }
+
+    static bool beginsText(std::string_view token) {
+        return !token.empty() && (token.front() == textMark || token.front() == '\'');
+    }
+
+    static bool beginsNumber(std::string_view token) { return !token.empty() && isDigit(token.front()); }
 
     /// Takes "TOP n" out; n is written where the select ends.
     void top() {
-        std::size_t skip = 1;
-        while (at_ + skip < tokens_.size() && isBlank(tokens_[at_ + skip].front())) ++skip;
-        if (!isDigit(next(skip).empty() ? ' ' : next(skip).front())) return emit("TOP");
-        level().limit = next(skip);
-        at_ += skip;
+        const bool parted = nextSolid(1) == "(";
+        if (!parted && !beginsNumber(nextSolid(1))) return emit("TOP");
+        if (parted) takeSolid();
+        if (!beginsNumber(nextSolid(1))) refuse("La consulta no dice con un número cuántas filas lleva TOP.");
+        level().limit = takeSolid();
+        if (parted && takeSolid() != ")") refuse("La consulta no dice con un número cuántas filas lleva TOP.");
+        if (isAnyOf(nextSolid(1), {"PERCENT", "WITH"})) refuse("La consulta pide con TOP algo más que un número.");
+    }
+
+    void number(std::string_view token) {
+        if (joining_) refuseSum();
+        emit(token);
+        numberBefore_ = true;
+    }
+
+    void join() {
+        if (numberBefore_) refuseSum();
+        emit(dialect_.join);
+        joining_ = true;
+    }
+
+    [[noreturn]] static void refuseSum() { refuse("La consulta suma números con «+», que aquí une textos."); }
+
+    /// The type of a CAST, in a word that all engines know.
+    void castType() {
+        const auto type = takeSolid();
+        out_ += ' ';
+        if (isAnyOf(type, {"VARCHAR", "NVARCHAR"})) {
+            level().longest = nextSolid(1) == "(" ? castLength() : "30";
+            return emit("TEXT");
+        }
+        const bool plain = nextSolid(1) == ")";
+        if (plain && is(type, "TEXT")) return emit(type);
+        if (plain && isAnyOf(type, {"INT", "INTEGER", "SMALLINT", "TINYINT", "BIGINT"})) return emit("BIGINT");
+        if (plain && isAnyOf(type, {"FLOAT", "REAL"})) return emit("DOUBLE PRECISION");
+        refuse("La consulta convierte un valor con CAST a un tipo que no se admite: " + std::string(type));
+    }
+
+    /// The n of "(n)"; "" for "(MAX)".
+    std::string castLength() {
+        takeSolid();
+        const auto length = takeSolid();
+        if ((!beginsNumber(length) && !is(length, "MAX")) || takeSolid() != ")")
+            refuse("La consulta no dice con un número cuántos caracteres deja CAST.");
+        return is(length, "MAX") ? std::string() : std::string(length);
     }
 
     void open() {
+        Level inner;
+        inner.number = givesNumber(previous_);
+        if (is(previous_, "CAST")) inner.cast = solidEnd_ - previous_.size();
         emit("(");
-        levels_.emplace_back();
+        levels_.push_back(std::move(inner));
         termOpen_ = false;
     }
 
     void close() {
         endSelect();
+        const Level closed = level();
         if (levels_.size() > 1) levels_.pop_back();
         emit(")");
+        if (!closed.longest.empty()) {
+            out_.insert(*closed.cast, "substr(");
+            out_ += ",1," + closed.longest;
+            emit(")");
+        }
+        numberBefore_ = closed.number;
     }
 
     void separator(std::string_view token) {
@@ -131,8 +204,10 @@ private:
     }
 
     void parameter(char mark) {
+        if (joining_ && mark == numberMark) refuseSum();
         emit(dialect_.parameter(mark, ++parameters_));
         previous_ = "?";
+        numberBefore_ = mark == numberMark;
     }
 
     void emit(std::string_view token) {
@@ -140,6 +215,7 @@ private:
         out_ += token;
         solidEnd_ = out_.size();
         termOpen_ = true;
+        numberBefore_ = joining_ = false;
         previous_ = token;
     }
 
@@ -159,6 +235,14 @@ private:
         return !token.empty() && isBlank(token.front()) ? next(ahead + 1) : token;
     }
 
+    /// Goes on to the next token that is no blank; "" at the end.
+    std::string_view takeSolid() {
+        do {
+            ++at_;
+        } while (!next(0).empty() && isBlank(next(0).front()));
+        return next(0);
+    }
+
     Level& level() { return levels_.back(); }
 
     const Dialect& dialect_;
@@ -168,7 +252,9 @@ private:
     std::size_t solidEnd_ = 0;  ///< where the last token that is no blank ends in `out_`
     std::string_view previous_;
     int parameters_ = 0;
-    bool termOpen_ = false;  ///< something of an ORDER BY term has been written
+    bool termOpen_ = false;      ///< something of an ORDER BY term has been written
+    bool numberBefore_ = false;  ///< the operand written last is a number
+    bool joining_ = false;       ///< + has been written last
     std::vector<Level> levels_;
 };
 

@@ -9,6 +9,9 @@ namespace FendaMaestros::storage {
 struct Dialect {
     /// The function that stands for isnull(a, b).
     std::string_view ifNull;
+    /// What stands for + and joins two texts. Best an operator that refuses numbers: the walk knows no types of
+    /// columns.
+    std::string_view join;
     /// What goes behind each term of ORDER BY, before its direction; with the blank in front.
     std::string_view orderTerm;
     /// What stands for a value. `mark` is one of the marks of cut-out literals (TextScan.h), or '?' for a parameter of
@@ -18,11 +21,13 @@ struct Dialect {
 
 /// Brings a text of the screens into an engine's dialect:
 /// - KXComun.dbo.X is KXComun.X, dbo.X is X
-/// - isnull( is the dialect's function, + joins texts and is ||
-/// - SELECT TOP n is SELECT ... LIMIT n at the end of that select
+/// - isnull( is the dialect's function, + joins texts and is the dialect's operator
+/// - SELECT TOP n, also TOP (n), is SELECT ... LIMIT n at the end of that select
+/// - N'x' is 'x'; CAST(x AS VARCHAR(n)) takes the first n characters (30 without n), CAST AS INT and FLOAT as they are
 /// - a number and the word glued to it are parted (8ORDER)
 /// - the terms of ORDER BY, cut-out literals and parameters are as the dialect says
-/// Literals that were not cut out stay.
+/// Literals that were not cut out stay. Throws ErrorBd (Refused) for what would give something else than it says: a
+/// number or an aggregate beside +, other forms of TOP, other types of CAST.
 std::string translate(std::string_view text, const Dialect& dialect);
 
 }  // namespace FendaMaestros::storage

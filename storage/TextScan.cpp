@@ -66,10 +66,18 @@ private:
         const auto word = sql_.substr(first, position_ - first);
         if (is(word, "BY"))
             ordinalsDepth_ = depth_;
-        else if (is(word, "TOP") || is(word, "LIMIT"))
+        else if (is(word, "TOP") || is(word, "LIMIT") || (isVariableText(word) && opensParenthesis()))
             keepNext_ = true;
         else if (is(word, "HAVING") || is(word, "UNION"))
             ordinalsDepth_ = none;
+    }
+
+    static bool isVariableText(std::string_view word) { return is(word, "VARCHAR") || is(word, "NVARCHAR"); }
+
+    bool opensParenthesis() const {
+        std::size_t ahead = 0;
+        while (isBlank(peek(ahead))) ++ahead;
+        return peek(ahead) == '(';
     }
 
     void number() {

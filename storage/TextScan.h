@@ -15,7 +15,7 @@ struct Literal {
 };
 
 /// A text with its literals cut out: texts that differ in nothing else have the same shape, and run as one statement.
-/// Numbers that are part of the statement (TOP 5, ORDER BY 2) stay in the shape.
+/// Numbers that are part of the statement (TOP 5, ORDER BY 2, VARCHAR(10)) stay in the shape.
 struct Shape {
     std::string text;
     std::vector<Literal> literals;

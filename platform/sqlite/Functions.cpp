@@ -1,12 +1,17 @@
 #include "platform/sqlite/Functions.h"
 
 #include <sqlite3.h>
+#include <unicode/bytestream.h>
+#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "platform/sqlite/Check.h"
@@ -31,11 +36,54 @@ void len(sqlite3_context* context, int, sqlite3_value** arguments) {
     sqlite3_result_int64(context, characters);
 }
 
+/// The text without its first one or two digits and the slash behind them; "" when it begins otherwise.
+std::string_view behindSlash(std::string_view text) {
+    const auto slash = text.find('/');
+    if (slash != 1 && slash != 2) return {};
+    const bool digits = std::ranges::all_of(text.substr(0, slash), [](char c) { return c >= '0' && c <= '9'; });
+    return digits ? text.substr(slash + 1) : std::string_view();
+}
+
 void year(sqlite3_context* context, int, sqlite3_value** arguments) {
     const auto text = textOf(arguments[0]);
+    if (text.size() < 8) return;
+    const auto written = text.find('/') < 3 ? behindSlash(behindSlash(text)) : text;
     int value = 0;
-    if (text.size() < 8 || std::from_chars(text.data(), text.data() + 4, value).ptr != text.data() + 4) return;
+    if (written.size() < 4 || std::from_chars(written.data(), written.data() + 4, value).ptr != written.data() + 4)
+        return;
     sqlite3_result_int(context, value);
+}
+
+/// --- join
+
+bool isNumber(sqlite3_value* value) {
+    return sqlite3_value_type(value) == SQLITE_INTEGER || sqlite3_value_type(value) == SQLITE_FLOAT;
+}
+
+/// The bytes of a text, without the zero that the engine would copy it for.
+std::string_view bytesOf(sqlite3_value* value) {
+    const auto* bytes = static_cast<const char*>(sqlite3_value_blob(value));
+    return bytes ? std::string_view(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))) : std::string_view();
+}
+
+void join(sqlite3_context* context, int, sqlite3_value** arguments) {
+    if (isNumber(arguments[0]) || isNumber(arguments[1])) {
+        sqlite3_result_error(context, "«+» une textos y no suma números", -1);
+        return sqlite3_result_error_code(context, SQLITE_AUTH);
+    }
+    if (isNull(arguments[0]) || isNull(arguments[1])) return;
+    const auto first = bytesOf(arguments[0]), second = bytesOf(arguments[1]);
+    const auto size = first.size() + second.size();
+    // The engine keeps its own copy in a register that has room from the row before.
+    std::array<char, 256> little;
+    if (size <= little.size()) {
+        std::ranges::copy(second, std::ranges::copy(first, little.data()).out);
+        return sqlite3_result_text64(context, little.data(), size, SQLITE_TRANSIENT, SQLITE_UTF8);
+    }
+    auto* joined = static_cast<char*>(sqlite3_malloc64(size));
+    if (!joined) return sqlite3_result_error_nomem(context);
+    std::ranges::copy(second, std::ranges::copy(first, joined).out);
+    sqlite3_result_text64(context, joined, size, sqlite3_free, SQLITE_UTF8);
 }
 
 /// --- like
@@ -87,6 +135,18 @@ bool matches(std::string_view pattern, std::string_view text, char32_t escape) {
     }
 }
 
+/// The text with each letter and its accents in one character; `composed` is the room for it.
+std::string_view withComposedAccents(std::string_view text, std::string& composed) {
+    // Accents of their own, U+0300 to U+036F, begin with one of these bytes.
+    if (text.find_first_of("\xCC\xCD") == std::string_view::npos) return text;
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* form = icu::Normalizer2::getNFCInstance(status);
+    if (U_FAILURE(status)) return text;
+    icu::StringByteSink<std::string> sink(&composed);
+    form->normalizeUTF8(0, {text.data(), static_cast<std::int32_t>(text.size())}, sink, nullptr, status);
+    return U_FAILURE(status) ? text : std::string_view(composed);
+}
+
 void like(sqlite3_context* context, int count, sqlite3_value** arguments) {
     if (isNull(arguments[0]) || isNull(arguments[1])) return;
     char32_t escape = end;
@@ -94,7 +154,9 @@ void like(sqlite3_context* context, int count, sqlite3_value** arguments) {
         auto text = textOf(arguments[2]);
         escape = nextFolded(text);
     }
-    sqlite3_result_int(context, matches(textOf(arguments[0]), textOf(arguments[1]), escape));
+    std::string pattern, text;
+    sqlite3_result_int(context, matches(withComposedAccents(textOf(arguments[0]), pattern),
+                                        withComposedAccents(textOf(arguments[1]), text), escape));
 }
 
 /// --- sum
@@ -106,7 +168,8 @@ struct Sum {
     std::int64_t units;  ///< of 1/10000, while `inexact` is false
     std::int64_t whole;  ///< the sum of the whole numbers, while `fraction` is false
     double approximate;
-    bool any, fraction, inexact;
+    std::int64_t count;
+    bool fraction, inexact;
 };
 
 void add(Sum& sum, std::int64_t value) {
@@ -128,7 +191,7 @@ void sumStep(sqlite3_context* context, int, sqlite3_value** arguments) {
     if (type == SQLITE_NULL) return;
     auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, sizeof(Sum)));
     if (!sum) return sqlite3_result_error_nomem(context);
-    sum->any = true;
+    ++sum->count;
     sum->approximate += sqlite3_value_double(arguments[0]);
     if (type == SQLITE_INTEGER)
         add(*sum, std::int64_t{sqlite3_value_int64(arguments[0])});
@@ -136,12 +199,32 @@ void sumStep(sqlite3_context* context, int, sqlite3_value** arguments) {
         add(*sum, sqlite3_value_double(arguments[0]));
 }
 
-void sumResult(sqlite3_context* context) {
+/// Null when no value was added.
+const Sum* summed(sqlite3_context* context) {
     const auto* sum = static_cast<Sum*>(sqlite3_aggregate_context(context, 0));
-    if (!sum || !sum->any) return;
+    return sum && sum->count > 0 ? sum : nullptr;
+}
+
+void sumResult(sqlite3_context* context) {
+    const auto* sum = summed(context);
+    if (!sum) return;
     if (sum->inexact) return sqlite3_result_double(context, sum->approximate);
     if (!sum->fraction) return sqlite3_result_int64(context, sum->whole);
     sqlite3_result_double(context, static_cast<double>(sum->units) / unitsPerOne);
+}
+
+void averageResult(sqlite3_context* context) {
+    const auto* sum = summed(context);
+    if (!sum) return;
+    const auto count = static_cast<double>(sum->count);
+    if (sum->inexact) return sqlite3_result_double(context, sum->approximate / count);
+    sqlite3_result_double(context, static_cast<double>(sum->units) / (unitsPerOne * count));
+}
+
+void totalResult(sqlite3_context* context) {
+    const auto* sum = summed(context);
+    if (!sum) return sqlite3_result_double(context, 0);
+    sqlite3_result_double(context, sum->inexact ? sum->approximate : static_cast<double>(sum->units) / unitsPerOne);
 }
 
 using Function = void (*)(sqlite3_context*, int, sqlite3_value**);
@@ -156,11 +239,14 @@ void define(sqlite3* database, const char* name, int arguments, Function functio
 }  // namespace
 
 void registerFunctions(sqlite3* database) {
+    define(database, joinOperator, 2, join);
     define(database, "len", 1, len);
     define(database, "year", 1, year);
     define(database, "like", 2, like);
     define(database, "like", 3, like);
     define(database, "sum", 1, nullptr, sumStep, sumResult);
+    define(database, "avg", 1, nullptr, sumStep, averageResult);
+    define(database, "total", 1, nullptr, sumStep, totalResult);
 }
 
 }  // namespace FendaMaestros::sqlite

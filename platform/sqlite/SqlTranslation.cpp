@@ -1,5 +1,6 @@
 #include "platform/sqlite/SqlTranslation.h"
 
+#include "platform/sqlite/Functions.h"
 #include "storage/SqlTranslation.h"
 #include "storage/TextScan.h"
 
@@ -7,9 +8,10 @@ namespace FendaMaestros::sqlite {
 
 std::string translate(std::string_view text) {
     static constexpr storage::Dialect dialect{
-        .ifNull = "ifnull", .orderTerm = " COLLATE ES", .parameter = [](char mark, int) -> std::string {
-            return mark == storage::textMark ? "? COLLATE ES" : "?";
-        }};
+        .ifNull = "ifnull",
+        .join = joinOperator,
+        .orderTerm = " COLLATE ES",
+        .parameter = [](char mark, int) -> std::string { return mark == storage::textMark ? "? COLLATE ES" : "?"; }};
     return storage::translate(text, dialect);
 }
 

@@ -105,7 +105,35 @@ TEST_P(ConnectionContract, SpeaksTheDialectOfTheScreens) {
     EXPECT_EQ(value("SELECT LEN('ñandú  ')"), Variant(5));
     EXPECT_EQ(value("SELECT YEAR(Fac_Fecha) FROM Fac"), Variant(2026));
     EXPECT_TRUE(value("SELECT YEAR('mañana')").isNull());
+    for (const char* date : {"01/03/2009", "1/3/2009 10:30", "2009/03/01", "20090301"})
+        EXPECT_EQ(value(std::string("SELECT YEAR('") + date + "')"), Variant(2009)) << date;
+    for (const char* none : {"01/2009", "x1/03/2009", "01/03/09"})
+        EXPECT_TRUE(value(std::string("SELECT YEAR('") + none + "')").isNull()) << none;
     EXPECT_EQ(read("SELECT Dir_Provincia AS [Cod.Provincia] FROM DIR")->columnName(0), "Cod.Provincia");
+    EXPECT_EQ(column("SELECT DISTINCT TOP (1) Pais_Nom FROM KXComun.dbo.Pais WHERE Pais_Nom >=N'f' ORDER BY 1"),
+              "Francia");
+    EXPECT_EQ(column("SELECT CAST( Centro_Des AS VARCHAR (3)) + CAST(Centro_Cod AS NVARCHAR(MAX)) FROM Centro "
+                     "WHERE CAST(CAST(Centro_Cod AS VARCHAR) AS INT) = 2"),
+              "Ávi2");
+    for (const char* refused :
+         {"SELECT TOP 5 PERCENT * FROM Centro", "SELECT TOP (1) WITH TIES * FROM Centro",
+          "SELECT TOP (1+1) * FROM Centro", "SELECT CAST(Centro_Des AS VARCHAR('3')) FROM Centro",
+          "SELECT CAST(Fac_Fecha AS DATETIME) FROM Fac", "SELECT CAST(Apu_Debe AS DECIMAL(10,2)) FROM Apu"})
+        EXPECT_EQ(errorOf([&] { read(refused); }), Kind::Refused) << refused;
+}
+
+TEST_P(ConnectionContract, NumbersAreNeverJoinedAsTexts) {
+    insertCompany();
+    for (const char* sum : {"Centro_Cod + 1", "1.5+Centro_Cod", "Centro_Des + -1", "COUNT(*) + COUNT(Centro_Id)",
+                            "'x' + Sum (Centro_Cod)", "LEN(Centro_Des) + ''"})
+        EXPECT_EQ(errorOf([&] { read(std::string("SELECT ") + sum + " FROM Centro"); }), Kind::Refused) << sum;
+    for (const char* sum : {"Centro_Id + Centro_Cod", "Centro_Des + Centro_Cod", "MAX(Centro_Id) + Centro_Des"})
+        EXPECT_THROW(read(std::string("SELECT ") + sum + " FROM Centro"), ErrorBd) << sum;
+    EXPECT_TRUE(
+        value("SELECT Ape + 'x' FROM (SELECT Nif_Ape1 AS Ape FROM KXComun.dbo.Nif WHERE Nif_Id = 2) AS uno").isNull());
+    const std::string large(300, 'x');
+    EXPECT_EQ(value("SELECT TOP 1 '" + large + "' + Centro_Des + 'y' FROM Centro ORDER BY Centro_Id").text(),
+              large + "Oficinay");
 }
 
 /// --- values
@@ -156,6 +184,9 @@ TEST_P(ConnectionContract, TextsCompareAsInSpanish) {
     EXPECT_EQ(centresWhere("'SENO' = Centro_Des + ''"), "Seno");
     EXPECT_EQ(centresWhere("isnull(Centro_Des,'') = 'SENOR  '"), "senor");
     EXPECT_EQ(centresWhere("Centro_Des LIKE '%ÑO%'"), "Señor   SEÑOR");
+    for (const char* decomposed : {"%n\xCC\x83O%", "_EN\xCC\x83OR%"})
+        EXPECT_EQ(centresWhere(std::string("Centro_Des LIKE '") + decomposed + "'"), "Señor   SEÑOR");
+    EXPECT_EQ(centresWhere("'sen\xCC\x83or' LIKE Centro_Des"), "SEÑOR");
     EXPECT_EQ(centresWhere("Centro_Des LIKE 'sen_'"), "Seno");
     EXPECT_EQ(centresWhere("Centro_Des LIKE '%Ó_'"), "señór");
     EXPECT_EQ(column("SELECT COUNT(*) FROM Centro GROUP BY Centro_Des ORDER BY 1"), "1 1 1 2");
@@ -193,6 +224,9 @@ TEST_P(ConnectionContract, SumsAreExactToTheTenThousandth) {
     for (int i = 0; i < 1000; ++i) insert("Apu", {{"Apu_Cta", "2"}, {"Apu_Debe", 0.0001}});
     EXPECT_EQ(value("SELECT SUM(Apu_Debe) FROM Apu"), Variant(0.1));
     EXPECT_EQ(value("SELECT SUM(Apu_Id) FROM Apu WHERE Apu_Id < 4"), Variant(6));
+    EXPECT_EQ(value("SELECT AVG(Apu_Debe) FROM Apu WHERE Apu_Id < 4"), Variant(0.0));
+    EXPECT_EQ(value("SELECT AVG(Apu_Debe) FROM Apu WHERE Apu_Cta = '2'"), Variant(0.0001));
+    EXPECT_TRUE(value("SELECT AVG(Apu_Debe) FROM Apu WHERE Apu_Cta = '9'").isNull());
     insert("Apu", {{"Apu_Cta", "3"}, {"Apu_Debe", 1e16}});
     EXPECT_EQ(value("SELECT SUM(Apu_Debe) FROM Apu"), Variant(1e16));
 }
