@@ -25,7 +25,7 @@ struct Findings {
 
     void add(const std::string& code, const std::string& description, const std::string& wrong,
              const std::string& members) {
-        lines += printable(code) + "\t" + printable(description) + "\t" + wrong + "\n";
+        lines += text::printable(code) + "\t" + text::printable(description) + "\t" + wrong + "\n";
         objects += (objects.empty() ? "\n" : ",\n");
         objects += "{\"cuenta\":" + jsonString(code) + ",\"descripcion\":" + jsonString(description) + members + "}";
     }

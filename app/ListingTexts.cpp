@@ -81,19 +81,12 @@ std::string jsonValue(const Variant& value) {
 
 }  // namespace
 
-std::string printable(const std::string& value) {
-    std::string line;
-    for (const char32_t character : text::characters(value))
-        text::append(line, text::isControl(character) ? U' ' : character);
-    return line;
-}
-
 std::string tableText(const Listing& listing) {
     const std::vector<ShownColumn> columns = shownColumns(listing);
     std::vector<std::vector<std::string>> lines{captionsOf(columns)};
     for (int row = 0; row < listing.rows->rowCount(); ++row) {
         auto& cells = lines.emplace_back();
-        for (const ShownColumn& column : columns) cells.push_back(printable(column.text(*listing.rows, row)));
+        for (const ShownColumn& column : columns) cells.push_back(text::printable(column.text(*listing.rows, row)));
     }
     if (listing.total) lines.push_back(totalCells(listing, columns.size(), columns.back().column.numberFormat));
 

@@ -17,9 +17,6 @@ struct Listing {
     std::optional<Variant> total = {};   ///< of the last column
 };
 
-/// A value of the data on a line of a terminal: control characters are blanks.
-std::string printable(const std::string& value);
-
 /// For a terminal: columns side by side under their captions, amounts as in Spain at the right, the total at the end.
 std::string tableText(const Listing& listing);
 /// A line with the captions and one for each row (ui/Csv.h); amounts with decimal comma and nothing else, "-1234,56".

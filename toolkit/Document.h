@@ -7,7 +7,7 @@
 
 namespace FendaMaestros {
 
-/// A text placed on a page, in twips from the paper's top left corner. It is cut at its box, never wrapped.
+/// A text placed on a page, in twips from the paper's top left corner. It stands in one line and is cut at its box.
 struct PageText {
     Twips left = 0, top = 0, width = 0, height = 0;
     std::string text;
@@ -15,6 +15,8 @@ struct PageText {
     int points = 10;
     bool bold = false;
     Alignment alignment = Alignment::Left;
+    /// Nothing is cut: it is wrapped, and set smaller than `points`, until the box holds all of it.
+    bool whole = false;
 };
 
 struct PageLine {

@@ -156,7 +156,16 @@ bool isUtf8(std::string_view bytes) {
     return again == bytes;
 }
 
-bool isControl(char32_t character) { return character < U' ' || (character >= 0x7F && character <= 0x9F); }
+bool isControl(char32_t character) {
+    const bool separator = character == U'\u2028' || character == U'\u2029';
+    return character < U' ' || (character >= 0x7F && character <= 0x9F) || separator;
+}
+
+std::string printable(std::string_view utf8) {
+    std::string row;
+    for (const char32_t character : characters(utf8)) append(row, isControl(character) ? U' ' : character);
+    return row;
+}
 
 std::u32string oneLine(const std::u32string& pasted) {
     std::u32string line;

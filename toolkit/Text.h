@@ -25,8 +25,10 @@ void append(std::string& utf8, char32_t character);
 std::u32string characters(std::string_view utf8);
 /// Whether every byte belongs to a character that UTF-8 admits.
 bool isUtf8(std::string_view bytes);
-/// Characters that are never shown: those below a blank, and U+007F to U+009F.
+/// Characters that are never shown: those below a blank, U+007F to U+009F, and the separators of lines and paragraphs.
 bool isControl(char32_t character);
+/// The text as it stands in one row: a blank for each control.
+std::string printable(std::string_view utf8);
 /// The digits 0 to 9.
 constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
 /// A text that comes from elsewhere, for a field of one line: the line breaks and other controls at its ends go, a run

@@ -36,26 +36,25 @@ std::string expanded(std::string_view caption, const Running& running) {
     return result;
 }
 
-/// A text that a box can hold in one line: control characters become blanks, and what is far beyond the box goes. No
-/// letter is narrower than a fifth of its size.
-std::string singleLine(const std::string& text, const Placement& place, const Typeface& face) {
+/// Of a text that stands in one line what its box may hold: what is far beyond it goes. No letter is narrower than a
+/// fifth of its size.
+std::string beginning(const std::string& text, const Placement& place, const Typeface& face) {
     const int narrowest = std::max(1, face.points * 20 / 5);
-    std::string line = text::left(text, static_cast<std::size_t>(place.width / narrowest + 1));
-    std::ranges::replace_if(
-        line, [](unsigned char c) { return c < ' ' || c == 127; }, ' ');
-    return line;
+    return text::left(text, static_cast<std::size_t>(place.width / narrowest + 1));
 }
 
-PageText placed(const Placement& place, const Typeface& face, Twips left, Twips top, const std::string& text) {
+PageText placed(const Placement& place, const Typeface& face, Twips left, Twips top, const std::string& text,
+                bool whole = false) {
     return {.left = left + place.left,
             .top = top + place.top,
             .width = place.width,
             .height = place.height,
-            .text = singleLine(text, place, face),
+            .text = text::printable(whole ? text : beginning(text, place, face)),
             .font = face.family,
             .points = face.points,
             .bold = face.bold,
-            .alignment = face.alignment};
+            .alignment = face.alignment,
+            .whole = whole};
 }
 
 int rowsWithin(Twips room, Twips rowHeight) { return std::max(1, room / std::max(1, rowHeight)); }
@@ -122,7 +121,7 @@ private:
         const ReportBand& band = layout_.band(kind);
         for (const ReportLabel& label : band.Labels)
             page.texts.push_back(placed(label.place, label.face, layout_.margin, top,
-                                        label.Literal ? label.Caption : expanded(label.Caption, running)));
+                                        label.Literal ? label.Caption : expanded(label.Caption, running), label.Whole));
         for (const PageLine& line : band.Lines)
             page.lines.push_back({layout_.margin + line.left, top + line.top, line.width});
         return top + band.Height;

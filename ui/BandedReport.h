@@ -35,6 +35,8 @@ struct ReportLabel {
     Typeface face;
     /// The caption is somebody's data, such as a company name: printed exactly as it is.
     bool Literal = false;
+    /// Wrapped, and set smaller, until all of it is within its place, instead of cut.
+    bool Whole = false;
 };
 
 /// Shows a column of the current row; only those of the detail band print.

@@ -18,6 +18,7 @@ void addListingHeading(ReportBand& band, Twips printWidth, ListingHeading headin
     };
     const Typeface aside{"Arial", 9, false, Alignment::Right};
     add(heading.company, {0, 0, asideLeft - gap, 440}, {"Times New Roman", 16, true, Alignment::Left}, true);
+    band.Labels.back().Whole = true;
     add(heading.title, {0, 500, asideLeft - gap, 340}, {"Arial", 12, false, Alignment::Left}, true);
     add(heading.page, {asideLeft, 120, asideWidth, 280}, aside, false);
     add(heading.date, {asideLeft, 540, asideWidth, 280}, aside, false);

@@ -23,7 +23,7 @@ struct ListingHeading {
 };
 
 /// Adds the heading to a band that is as wide as the printed part of the page. Names and captions are the heading's,
-/// places and typefaces those of all listings. Company and title are printed as they are.
+/// places and typefaces those of all listings. Company and title are printed as they are, the company whole.
 void addListingHeading(ReportBand& band, Twips printWidth, ListingHeading heading);
 
 /// The name of the company of InstanciaActual's session. Throws ErrorBd when it has none.

@@ -23,6 +23,22 @@ QFont fontOf(const PageText& text) {
     return font;
 }
 
+int flagsOf(const PageText& text) {
+    return static_cast<int>(alignmentOf(text.alignment) | Qt::AlignTop) |
+           (text.whole ? Qt::TextWordWrap : Qt::TextSingleLine);
+}
+
+/// Smaller by half points until the text, wrapped, is within its box.
+void shrinkToFit(QFont& font, const PageText& text, const QRect& box) {
+    constexpr int step = twipsPerPoint / 2;
+    const QString shown = QString::fromStdString(text.text);
+    const auto fits = [&] {
+        const QRectF taken = QFontMetricsF(font).boundingRect(box, flagsOf(text), shown);
+        return taken.width() <= box.width() && taken.height() <= box.height();
+    };
+    while (!fits() && font.pixelSize() > step) font.setPixelSize(font.pixelSize() - step);
+}
+
 }  // namespace
 
 void paintPage(QPainter& painter, const Page& page) {
@@ -32,9 +48,10 @@ void paintPage(QPainter& painter, const Page& page) {
         const QRect box(text.left, text.top, text.width, text.height);
         painter.save();
         painter.setClipRect(box, Qt::IntersectClip);
-        painter.setFont(fontOf(text));
-        painter.drawText(box, static_cast<int>(alignmentOf(text.alignment) | Qt::AlignTop) | Qt::TextSingleLine,
-                         QString::fromStdString(text.text));
+        QFont font = fontOf(text);
+        if (text.whole) shrinkToFit(font, text, box);
+        painter.setFont(font);
+        painter.drawText(box, flagsOf(text), QString::fromStdString(text.text));
         painter.restore();
     }
     for (const PageLine& line : page.lines) painter.drawLine(line.left, line.top, line.left + line.width, line.top);

@@ -1,5 +1,7 @@
 #include "platform/qt/TableModel.h"
 
+#include "toolkit/Text.h"
+
 namespace FendaMaestros::qt {
 
 namespace {
@@ -47,7 +49,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     // A handler may have taken rows or columns away since the last refresh.
     if (!index.isValid() || index.row() >= table_.rowCount() || column >= columns_.size()) return {};
     if (index.column() >= table_.columnCount()) return {};
-    if (role == Qt::DisplayRole) return QString::fromStdString(table_.cellText(index.row(), index.column()));
+    if (role == Qt::DisplayRole)
+        return QString::fromStdString(text::printable(table_.cellText(index.row(), index.column())));
     if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].TextAlignment);
     return {};
 }

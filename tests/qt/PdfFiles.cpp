@@ -1,14 +1,19 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <QImage>
+#include <QPainter>
+
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
+#include "platform/qt/PagePainter.h"
 #include "platform/qt/Pdf.h"
 #include "toolkit/Document.h"
+#include "ui/ListingHeading.h"
 
 namespace FendaMaestros {
 namespace {
@@ -37,6 +42,51 @@ TEST(Pdf, text_stays_text_on_pages_of_the_documents_size) {
     EXPECT_NE(text.find("Código ñ €, página 2"), std::string::npos);
     std::filesystem::remove(path);
     std::filesystem::remove(copy);
+}
+
+/// The name of a company on the heading of a listing, as ink in its place and a pixel around it.
+QImage companyInk(const std::string& name) {
+    constexpr int twipsPerPixel = 10;
+    class Headed final : public BandedReport {
+    public:
+        explicit Headed(const std::string& company) : BandedReport("Prueba", "Prueba") {
+            layout_.margin = 2 * twipsPerPixel;
+            ReportBand& top = layout_.band(BandKind::PageHeader);
+            top.Height = 1000;
+            addListingHeading(top, 10000, {.company = {"Empresa", company}});
+            DataSource = std::make_shared<Recordset>(std::vector<std::string>{"Nada"});
+        }
+    };
+    const Page page = Headed(name).document({2026, 11, 23})->page(0);
+    const PageText& text = page.texts.front();
+    QImage ink((text.width + 2 * text.left) / twipsPerPixel, (text.height + 2 * text.top) / twipsPerPixel,
+               QImage::Format_Grayscale8);
+    ink.fill(Qt::white);
+    QPainter painter(&ink);
+    painter.scale(1.0 / twipsPerPixel, 1.0 / twipsPerPixel);
+    qt::paintPage(painter, {{text}, {}});
+    return ink;
+}
+
+/// Whether a line of pixels inside of the edge of its place has ink: then something may be cut off.
+bool touchesEdge(const QImage& ink) {
+    const int right = ink.width() - 3, bottom = ink.height() - 3;
+    for (int y = 0; y < ink.height(); ++y)
+        if (ink.pixelColor(right, y) != Qt::white) return true;
+    for (int x = 0; x < ink.width(); ++x)
+        if (ink.pixelColor(x, bottom) != Qt::white) return true;
+    return false;
+}
+
+TEST(PrintedPages, show_the_whole_name_of_a_company_however_long) {
+    for (const int words : {1, 7, 14, 40}) {
+        std::string name;
+        for (int word = 0; word < words; ++word) name += "MAQUINARIA ";
+        const QImage one = companyInk(name + "S.L.A"), other = companyInk(name + "S.L.V");
+        EXPECT_NE(one, other) << words << " words: the last letter is not on the page";
+        EXPECT_FALSE(touchesEdge(one)) << words;
+    }
+    EXPECT_NE(companyInk("MAQUINARIA"), companyInk("MAQUINARI")) << "there is ink at all";
 }
 
 /// Files of this process cannot grow beyond some bytes, as on a disk that is full.

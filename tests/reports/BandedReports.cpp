@@ -83,11 +83,12 @@ TEST(BandedReport, ReplacesMarksButNotThoseInSomebodysName) {
 TEST(BandedReport, SetsLongAndBrokenTextsInOneBoundedLine) {
     TestReport report(0);
     report.band(BandKind::Detail).Fields[0].Mask = "#,##0.00";
-    report.DataSource = recordset({"numero"}, {{std::string(10000, 'i')}, {"a\nb\x01"}, {Variant()}, {1234.5}});
+    report.DataSource =
+        recordset({"numero"}, {{std::string(10000, 'i')}, {"a\nb\x01\u2028c\u2029d\u0085e"}, {Variant()}, {1234.5}});
     const auto texts = report.pages()->page(0).texts;
     EXPECT_LT(texts[0].text.size(), 120U);
     EXPECT_GT(texts[0].text.size(), 80U);
-    EXPECT_EQ(texts[1].text, "a b ");
+    EXPECT_EQ(texts[1].text, "a b  c d e");
     EXPECT_EQ(texts[2].text, "");
     EXPECT_EQ(texts[3].text, "1.234,50");
 }
