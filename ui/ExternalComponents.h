@@ -26,9 +26,9 @@ public:
 
     /// Title of the listing; may stay empty.
     std::string sTitulo;
-    /// Writes the rows laid out as the visible columns of the grid. `source` may be replaced by the recordset that the
-    /// caller is to go on with; its position is kept. Throws std::runtime_error, in Spanish, when nothing can be
-    /// written.
+    /// Writes the rows laid out as the visible columns of the grid, whose own rows are not looked at. `source` may be
+    /// replaced by the recordset that the caller is to go on with; its position is kept. Throws std::runtime_error, in
+    /// Spanish, when nothing can be written.
     virtual void GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& grid) = 0;
 };
 

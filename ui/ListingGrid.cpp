@@ -1,6 +1,7 @@
 #include "ui/ListingGrid.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "ui/WorkContext.h"
 
@@ -8,8 +9,8 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr const char* ascendingMark = " »";
-constexpr const char* descendingMark = " «";
+constexpr std::string_view ascendingMark = " »";
+constexpr std::string_view descendingMark = " «";
 
 void layOutColumn(GridColumn& column, const ListingColumn& wanted) {
     column.Visible = wanted.width > 0;
@@ -19,6 +20,12 @@ void layOutColumn(GridColumn& column, const ListingColumn& wanted) {
     column.TextAlignment = wanted.alignment;
     column.NumberFormat = wanted.numberFormat;
     column.Button = wanted.button;
+}
+
+std::string withoutMark(const std::string& caption) {
+    for (const std::string_view mark : {ascendingMark, descendingMark})
+        if (caption.ends_with(mark)) return caption.substr(0, caption.size() - mark.size());
+    return caption;
 }
 
 }  // namespace
@@ -35,13 +42,17 @@ void ListingGrid::show(std::shared_ptr<Recordset> rows, std::span<const ListingC
 }
 
 void ListingGrid::markOrder(int column, const std::string& caption, bool ascending) {
-    Columns.at(static_cast<std::size_t>(column)).Caption = caption + (ascending ? ascendingMark : descendingMark);
+    Columns.at(static_cast<std::size_t>(column)).Caption =
+        caption + std::string(ascending ? ascendingMark : descendingMark);
 }
 
 void ListingGrid::exportRows(const std::string& title) {
     const auto exporter = instanciaActual().components().create<SpreadsheetExporter>();
     exporter->sTitulo = title;
-    exporter->GridToExcel(rows_, *this);
+    DataGrid layout;
+    layout.Columns = Columns;
+    for (GridColumn& column : layout.Columns) column.Caption = withoutMark(column.Caption);
+    exporter->GridToExcel(rows_, layout);
 }
 
 void ListingGrid::clickHeader(int column) {

@@ -43,8 +43,9 @@ public:
     /// Null until rows are shown.
     const std::shared_ptr<Recordset>& rows() const { return rows_; }
 
-    /// Takes the rows, as they are shown, to a spreadsheet of that title; "" for none. What the exporter hands back are
-    /// the rows from then on. Errors as ComponentRegistry::create and SpreadsheetExporter::GridToExcel.
+    /// Takes the rows, as they are shown but for the mark of their order, to a spreadsheet of that title; "" for none.
+    /// What the exporter hands back are the rows from then on. Errors as ComponentRegistry::create and
+    /// SpreadsheetExporter::GridToExcel.
     void exportRows(const std::string& title);
 
 private:

@@ -1,6 +1,9 @@
 #include "platform/xlsx/CellText.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
@@ -38,6 +41,14 @@ std::size_t characterAt(std::string_view text, std::size_t at) {
     return overlong || outside || noncharacter ? 0 : size;
 }
 
+bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+
+/// "_xHHHH_"
+bool beginsCode(std::string_view text) {
+    return text.size() >= 7 && text.starts_with("_x") && text[6] == '_' &&
+           std::ranges::all_of(text.substr(2, 4), isHexDigit);
+}
+
 bool isControl(char c) {
     const auto code = static_cast<unsigned char>(c);
     return (code < ' ' && c != '\n' && c != '\t') || code == 127;
@@ -70,6 +81,17 @@ void toCellText(std::string_view text, std::string& cell) {
             cell += text.substr(at, size);
         at += std::max<std::size_t>(size, 1);
     }
+}
+
+void escapeCodes(std::string& cell) {
+    if (cell.find("_x") == std::string::npos) return;
+    const std::string text = std::exchange(cell, {});
+    // The underscore at the end of one code may begin the next.
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (beginsCode(std::string_view(text).substr(at))) cell += "_x005F";
+        cell += text[at];
+    }
+    cell = text::left(cell, longest);
 }
 
 }  // namespace FendaMaestros

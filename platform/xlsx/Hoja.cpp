@@ -176,6 +176,7 @@ private:
 
     void writeText(lxw_row_t at, std::size_t column, std::string_view text, lxw_format* format) {
         toCellText(text, buffer_);
+        escapeCodes(buffer_);
         check(worksheet_write_string(sheet_, at, static_cast<lxw_col_t>(column), buffer_.c_str(), format));
     }
 

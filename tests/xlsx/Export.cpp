@@ -165,13 +165,15 @@ TEST_F(Export, ProposesANameThatFileSystemsTake) {
 TEST_F(Export, HoldsHostileTexts) {
     std::string title;
     for (int i = 0; i < 300; ++i) title += "ñ";
+    addRow(1, "_x0041_x0042_B", "_x41_ _X0041_", std::numeric_limits<double>::infinity());
     addRow(1,
            "a\x01\x1f"
            "b\nc",
            std::string(40000, 'x'), std::numeric_limits<double>::infinity());
     exportTo(target, title);
     const std::string xml = sheet();
-    expectContains(xml, {"<t>a  b\nc</t>", (">" + std::string(32767, 'x') + "<").c_str()});
+    expectContains(xml, {"<t>_x005F_x0041_x005F_x0042_B</t>", "<t>_x41_ _X0041_</t>", "<t>a  b\nc</t>",
+                         (">" + std::string(32767, 'x') + "<").c_str()});
     EXPECT_EQ(xml.find("<v>"), std::string::npos);
 
     const auto cell = [](std::string_view text) {
