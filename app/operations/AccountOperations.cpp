@@ -2,8 +2,11 @@
 #include "app/operations/Operations.h"
 #include "app/window/frmBusqueda.h"
 #include "app/window/frmIdentificador.h"
+#include "chart/CodigosCuenta.h"
+#include "session/Literal.h"
 #include "toolkit/Keys.h"
 #include "toolkit/Text.h"
+#include "ui/SessionAccess.h"
 
 namespace FendaMaestros {
 
@@ -50,13 +53,34 @@ Outcome callCheckAccount(FendaMaes& component, const Arguments& arguments) {
     return {yesOrNo(component.msValidaCuentaPlan(arguments.text(0), plan, arguments.flag(2, true))), {}};
 }
 
+/// What a code typed for a new account stands for, as in the code field of its screen; a group without a comma is one
+/// whose next free code is wanted, too.
+NextCode codeToCreate(std::string typed, std::size_t digits) {
+    typed = text::replaced(typed, ".", ",");
+    const bool isGroup = text::isNumericCode(typed) && typed.size() < digits;
+    const bool isNext = asksForNextCode(typed);
+    NextCode wanted{completedCode(typed, digits), {}};
+    if (isGroup || isNext) {
+        const std::string group = typed.substr(0, typed.size() - (isNext ? 1 : 0));
+        wanted = nextCode(read(highestCodeSql(group))->cell(0, 0), group, digits);
+    }
+    if (!wanted.refusal.empty()) return wanted;
+    if (!text::isNumericCode(wanted.code)) return {{}, onlyDigits};
+    if (wanted.code.size() == digits) return wanted;
+    return {{}, wanted.code + " no vale: las subcuentas de la empresa tienen " + std::to_string(digits) + " dígitos."};
+}
+
 void openNewAccount(FendaMaes& component) {
-    frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](std::string code) {
-        if (!text::isNumericCode(code)) return std::string(onlyDigits);
+    frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](const std::string& typed) {
+        const std::string none = "No se ha creado ninguna cuenta.";
+        NextCode wanted = codeToCreate(typed, digitosSubcuenta(component.sesion().Parametros()));
+        if (!wanted.refusal.empty()) return wanted.refusal;
+        if (!read("SELECT * FROM PCta WHERE PCta_Cta = " + literal(wanted.code))->Eof())
+            return "La cuenta " + wanted.code + " ya existe.";
+        if (!component.msValidaCuentaPlan(wanted.code, planOf(component))) return none;
         component.Cuenta.clear();
-        const bool isGroup = code.size() < digitosSubcuenta(component.sesion().Parametros());
-        const std::string saved = component.CrearNuevaCuenta(code, 0, isGroup);
-        return saved.empty() ? std::string("No se ha creado ninguna cuenta.") : "Cuenta " + saved;
+        const std::string saved = component.CrearNuevaCuenta(wanted.code, 0, false);
+        return saved.empty() ? none : "Cuenta " + saved;
     }).show();
 }
 

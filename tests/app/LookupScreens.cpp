@@ -19,6 +19,7 @@ protected:
     LookupScreens() {
         ParametrosEmpresa parameters;
         parameters.set("Par_Ejercicio", 2010);
+        parameters.set("Par_CtaNum", 8);
         session = std::make_unique<SesionSql>(memory, parameters);
         maes.MyBd = session.get();
         memory->run(
@@ -85,6 +86,43 @@ TEST_F(LookupScreens, AnAccountOutsideThePlanIsAskedForOverItsScreen) {
     });
     findOperation("msValidaCuentaPlan")->open(maes);
     EXPECT_EQ(person.messages.size(), 1u);
+}
+
+TEST_F(LookupScreens, ANewAccountHasTheDigitsOfTheCompanyAndIsInThePlanOrAskedFor) {
+    std::vector<std::string> created;
+    const Person::Visit leave = [&](Form& screen) {
+        created.push_back(Person::text(screen, "Text1(0)"));
+        person.escape(screen);
+    };
+    person.visits.push_back([&](Form& form) {
+        const auto told = [&](const char* typed) {
+            person.fill(form, "Text1", typed);
+            person.press(form, "cmdComprobar");
+            return result(form);
+        };
+        EXPECT_EQ(told("572000012345"), "572000012345 no vale: las subcuentas de la empresa tienen 8 dígitos.");
+        EXPECT_EQ(told("43000001"), "La cuenta 43000001 ya existe.");
+        EXPECT_EQ(told("4,3,5"), "Solo cifras, sin espacios ni comas.");
+        EXPECT_NE(told("99999999,").find("No es posible calcular"), std::string::npos);
+        person.answers = {Answer::No, Answer::Yes, Answer::Yes, Answer::Yes};
+        EXPECT_EQ(told("43,5"), "No se ha creado ninguna cuenta.");
+        EXPECT_TRUE(created.empty());
+        for (const char* typed : {"43.5", "430,", "430"}) told(typed);
+        person.escape(form);
+    });
+    person.visits.insert(person.visits.end(), 3, leave);
+    findOperation("CrearNuevaCuenta")->open(maes);
+    EXPECT_EQ(created, (std::vector<std::string>{"43000005", "43000003", "43000003"}));
+}
+
+TEST_F(LookupScreens, AnObjectThatEndsGivesWayToTheNewestOfTheOthers) {
+    auto second = std::make_unique<FendaMaes>(desktop, components);
+    auto third = std::make_unique<FendaMaes>(desktop, components);
+    EXPECT_EQ(InstanciaActual, third.get());
+    second.reset();
+    EXPECT_EQ(InstanciaActual, third.get());
+    third.reset();
+    EXPECT_EQ(InstanciaActual, &maes);
 }
 
 TEST(Arguments, ANumberIsWholeAndOfSixteenBits) {
