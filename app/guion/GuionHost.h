@@ -27,7 +27,7 @@ public:
     /// The public properties in the order of the interface; a Boolean is "sí" or "no", a session "sesión" or "ninguna".
     virtual std::vector<std::pair<std::string, Variant>> properties() const = 0;
     virtual void setProperty(const std::string& name, const std::string& value) = 0;
-    /// A new object of the public class, with properties as after creation, on the same company.
+    /// A new object of the public class, with properties as after creation: no session.
     virtual void renewObject() = 0;
 
     /// Creates a company and opens it. Throws std::invalid_argument, in Spanish, for one that makes no sense.

@@ -39,13 +39,10 @@ void GuionProgram::use(std::unique_ptr<SesionBd> session) {
         if (tracing_) trace_(line);
     });
     renewObject();
+    component_->MyBd = component_->MyBdorigen = session_.get();
 }
 
-void GuionProgram::renewObject() {
-    component_ = std::make_unique<FendaMaes>(*desktop_.desktop, components_);
-    component_->MyBd = session_.get();
-    component_->MyBdorigen = session_.get();
-}
+void GuionProgram::renewObject() { component_ = std::make_unique<FendaMaes>(*desktop_.desktop, components_); }
 
 std::vector<std::pair<std::string, Variant>> GuionProgram::properties() const {
     std::vector<std::pair<std::string, Variant>> all;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <optional>
 #include <stdexcept>
 
@@ -18,6 +19,13 @@ bool fitsSession(const std::string& value) { return isSession(value) || text::fo
 
 std::string nameOf(const SesionBd* session) { return session ? "sesión" : "ninguna"; }
 
+std::optional<std::int16_t> readNumber(const std::string& value) {
+    std::int16_t number = 0;
+    const char* const end = value.data() + value.size();
+    const auto [read, error] = std::from_chars(value.data(), end, number);
+    return error == std::errc() && read == end ? std::optional(number) : std::nullopt;
+}
+
 using Component = const FendaMaes&;
 using Value = const std::string&;
 
@@ -27,9 +35,8 @@ constexpr std::array<PublicProperty, 5> all{{
     {"bFactu", [](Value v) { return readYesOrNo(v).has_value(); },
      [](Component c) { return Variant(yesOrNo(c.bFactu)); },
      [](FendaMaes& c, SesionBd*, Value v) { c.bFactu = *readYesOrNo(v); }},
-    {"Plan", [](Value v) { return text::isNumericCode(v) && v.size() <= 4; },
-     [](Component c) { return Variant(c.Plan); },
-     [](FendaMaes& c, SesionBd*, Value v) { c.Plan = static_cast<std::int16_t>(std::stoi(v)); }},
+    {"Plan", [](Value v) { return readNumber(v).has_value(); }, [](Component c) { return Variant(c.Plan); },
+     [](FendaMaes& c, SesionBd*, Value v) { c.Plan = *readNumber(v); }},
     {"MyBdorigen", fitsSession, [](Component c) { return Variant(nameOf(c.MyBdorigen)); },
      [](FendaMaes& c, SesionBd* s, Value v) { c.MyBdorigen = isSession(v) ? s : nullptr; }},
     {"MyBd", fitsSession, [](Component c) { return Variant(nameOf(c.MyBd)); },

@@ -29,9 +29,9 @@ Outcome callVerify(FendaMaes& component, const Arguments& arguments) {
 
 Outcome callFillKeys(FendaMaes& component, const Arguments& arguments) {
     ComboBox combo;
-    component.jCargaClavesRetencion(combo, arguments.text(0, "-"),
-                                    arguments.number(1, ejercicioActivo(component.sesion().Parametros())),
-                                    arguments.flag(2, false));
+    const std::int16_t year =
+        arguments.count() > 1 ? arguments.number(1, 0) : ejercicioActivo(component.sesion().Parametros());
+    component.jCargaClavesRetencion(combo, arguments.text(0, "-"), year, arguments.flag(2, false));
     Outcome outcome;
     for (int item = 0; item < combo.ListCount(); ++item)
         outcome.rewritten.emplace_back("oCb.List(" + std::to_string(item) + ")", combo.List(item));
