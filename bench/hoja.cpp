@@ -24,8 +24,6 @@ constexpr int rounds = 5;
 class OneFile final : public Desktop {
 public:
     explicit OneFile(std::string path) : path_(std::move(path)) {}
-    Reply ask(const Message&) override { return {}; }
-    void setPointer(int) override {}
     void processPending() override {}
     bool stopAsked() override { return false; }
     bool mailFile(const std::string&) override { return false; }
@@ -37,6 +35,8 @@ public:
 
 protected:
     void runModal(Form&) override {}
+    Reply showMessage(const Message&) override { return {}; }
+    void showPointer(int) override {}
 
 private:
     std::string path_;

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "session/Literal.h"
-#include "toolkit/Form.h"
 #include "toolkit/Text.h"
 #include "ui/WorkContext.h"
 
@@ -43,10 +42,7 @@ std::string planFilter(std::int16_t nEjercicio) {
 
 bool confirmed(const std::string& question) {
     constexpr int style = message::YesNo + message::Question + message::SecondIsDefault;
-    Desktop& desktop = instanciaActual().desktop();
-    Form* top = desktop.activeForm();
-    const Answer answer = top ? top->ask(question, style, {}) : desktop.ask({question, style, {}}).answer;
-    return answer == Answer::Yes;
+    return instanciaActual().desktop().ask({question, style, {}}).answer == Answer::Yes;
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ protected:
     void mostrarCodigoNuevo(const std::string& code, bool bEnNombre);
     /// Shows a message of the save; the Enter that dismisses it moves no focus.
     void avisarGrabacion(const std::string& text);
-    /// Runs a step of the save; false when it failed, after having told the person.
+    /// Carries out a step of the save with patience; false when it failed, after having told the person.
     bool intentar(const std::function<void()>& step);
 
     ControlArray<Label> Label1;

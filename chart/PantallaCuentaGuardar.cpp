@@ -18,7 +18,7 @@ void PantallaCuenta::avisarGrabacion(const std::string& text) {
 
 bool PantallaCuenta::intentar(const std::function<void()>& step) {
     try {
-        step();
+        saveWithPatience(step);
         return true;
     } catch (const SilentRefusal&) {
         return false;
@@ -32,7 +32,7 @@ void PantallaCuenta::guardar() {
     if (!text::isNumericCode(text::trimEnd(Text1(Codigo).Text)))
         return avisarGrabacion("Debe indicar un codigo de cuenta");
     if (!comprobarGrabacion()) return;
-    if (intentar([this] { withPatience(desktop(), [this] { grabar(); }); })) terminarGrabacion();
+    if (intentar([this] { grabar(); })) terminarGrabacion();
 }
 
 void PantallaCuenta::grabar() {

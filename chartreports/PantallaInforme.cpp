@@ -142,7 +142,7 @@ void PantallaInforme::listar(std::int16_t& nColumna, bool bAsc) {
 void PantallaInforme::exportar() {
     const BusyGuard busy(*this);
     desktop().processPending();
-    dbg.exportRows({});
+    exportRows(dbg, {});
     rsListado = dbg.rows();
 }
 

@@ -115,7 +115,7 @@ void PantallaTabla::guardar() {
 
 void PantallaTabla::exportar() {
     const BusyGuard busy(*this, false);
-    DataGrid1.exportRows(tabla_.tituloExportacion);
+    exportRows(DataGrid1, tabla_.tituloExportacion);
 }
 
 }  // namespace FendaMaestros

@@ -172,7 +172,7 @@ void frmCambiarNif::guardar() {
                                      : "Confirma el cambio del Cif/Nif " + current + " por " + txtFields(Nuevo).Text;
     if (!confirmInPlace(question, message::Question, sTituloVentana)) return;
     try {
-        const int count = withPatience(desktop(), [this] { return grabar(); });
+        const int count = saveWithPatience([this] { return grabar(); });
         if (Check1.Value()) resumen_ = "Cambiadas " + invoices(count) + " de " + std::to_string(nEjercicio_);
     } catch (const std::exception& error) {
         markPendingMessage();
@@ -185,7 +185,6 @@ void frmCambiarNif::guardar() {
 }
 
 int frmCambiarNif::grabar() {
-    const BusyPointer busy(desktop());
     SesionBd& session = instanciaActual().sesion();
     const std::string changed = text::trim(txtFields(Nuevo).Text);
     if (Check1.Value() && text::trim(txtFields(Actual).Text).empty())

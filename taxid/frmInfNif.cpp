@@ -111,7 +111,7 @@ void frmInfNif::emitir(int salida) {
 
 void frmInfNif::exportar() {
     const BusyGuard busy(*this);
-    dbgNif.exportRows({});
+    exportRows(dbgNif, {});
     rsNif = dbgNif.rows();
 }
 

@@ -391,7 +391,7 @@ void frmNif::guardar() {
     if (isBlank(Documento) && isBlank(Nombre))
         return warn("Debe indicar el documento o el nombre", txtFields(Documento));
     try {
-        if (const auto inserted = withPatience(desktop(), [this] { return grabar(); })) mostrarInsertada(*inserted);
+        if (const auto inserted = saveWithPatience([this] { return grabar(); })) mostrarInsertada(*inserted);
     } catch (const SilentRefusal&) {
         return;
     } catch (const std::exception& error) {
@@ -404,7 +404,6 @@ void frmNif::guardar() {
 }
 
 std::optional<frmNif::Ficha> frmNif::grabar() {
-    const BusyPointer busy(desktop());
     SesionBd& session = instanciaActual().sesion();
     Transaction transaction(session.Conexion());
     RowWrite write(session, "KXComun.dbo.Nif");

@@ -44,6 +44,20 @@ void Desktop::leaveWords(const Form& closing, std::string text) {
         line->Caption = std::move(text);
 }
 
+Reply Desktop::ask(const Message& message) {
+    Form* const below = activeForm();
+    if (below) below->interrupt();
+    const Reply reply = showMessage(message);
+    if (below) below->expectRelease(reply.key);
+    return reply;
+}
+
+void Desktop::setPointer(int pointer) {
+    if (pointer == pointer_) return;
+    pointer_ = pointer;
+    showPointer(pointer);
+}
+
 void Desktop::showModal(Form& form) {
     /// Keeps the form on top for as long as it lives, and closed afterwards.
     struct OnTop {

@@ -70,12 +70,15 @@ public:
     /// soon as another is shown.
     const std::string& lastWords() const { return lastWords_; }
 
-    /// An empty title shows applicationTitle(). Closing the box without choosing answers Ok or No.
-    virtual Reply ask(const Message& message) = 0;
+    /// Shows a message over the form on top, if there is one: that form counts an interruption, and the release of the
+    /// key that dismissed the message reaches its keyUp() after the running handler. An empty title shows
+    /// applicationTitle(). Closing the box without choosing answers Ok or No.
+    Reply ask(const Message& message);
     virtual std::string applicationTitle() const { return "FendaMaestros"; }
 
     /// 0 the default pointer, 13 arrow and hourglass. Never throws.
-    virtual void setPointer(int pointer) = 0;
+    void setPointer(int pointer);
+    int pointer() const { return pointer_; }
     /// Lets what is waiting be painted and handled. Never throws.
     virtual void processPending() = 0;
 
@@ -116,10 +119,15 @@ public:
 protected:
     /// Shows the form and returns when `form.isOpen()` is false. After showing it, calls form.activate() once.
     virtual void runModal(Form& form) = 0;
+    /// What ask() says of the box alone.
+    virtual Reply showMessage(const Message& message) = 0;
+    /// As setPointer(), for a pointer that is not shown yet.
+    virtual void showPointer(int pointer) = 0;
 
 private:
     std::vector<Form*> forms_;
     std::string lastWords_;
+    int pointer_ = 0;
     std::chrono::milliseconds passed_{0};
 };
 

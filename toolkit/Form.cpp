@@ -189,14 +189,19 @@ void Form::pressTab() {
 void Form::sendTab() { pending_.push_back({.tab = true, .keyUp = {}}); }
 
 Answer Form::ask(std::string text, int style, std::string title) {
+    return desktop_.ask({std::move(text), style, std::move(title)}).answer;
+}
+
+void Form::interrupt() {
     ++interruptions_;
-    // The key that dismissed an earlier message of this handler came up in this one.
+    // The key that dismissed an earlier message of this handler comes up in this one.
     std::erase_if(pending_, [](const Pending& waiting) { return !waiting.tab; });
-    const Reply reply = desktop_.ask({std::move(text), style, std::move(title)});
+}
+
+void Form::expectRelease(int code) {
+    if (code == 0) return;
     // Esc was meant for the message: on the screen it is a key like any other, and closes nothing.
-    const int released = reply.key == key::Escape ? key::Other : reply.key;
-    if (released) pending_.push_back({.tab = false, .keyUp = {released, shift::None}});
-    return reply.answer;
+    pending_.push_back({.tab = false, .keyUp = {code == key::Escape ? key::Other : code, shift::None}});
 }
 
 bool Form::awaitsRelease() const {

@@ -45,8 +45,7 @@ public:
     /// Moves the focus to the next control in tab order once the running handler is done, as a Tab key sent to itself;
     /// its release reaches keyUp() too.
     void sendTab();
-    /// Shows a message over the form. The release of the key that dismissed it reaches keyUp() after the running
-    /// handler.
+    /// Shows a message, see Desktop::ask().
     Answer ask(std::string text, int style, std::string title);
     /// The key that dismissed the last message has not come up yet: false after a click.
     bool awaitsRelease() const;
@@ -135,6 +134,11 @@ private:
         bool tab = false;
         KeyStroke keyUp;
     };
+
+    /// A message comes over the form.
+    void interrupt();
+    /// The key that dismissed it, 0 for the mouse, comes up after the running handler.
+    void expectRelease(int code);
 
     template <class Handler>
     void gesture(Handler&& handler);

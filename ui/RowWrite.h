@@ -1,5 +1,6 @@
 #pragma once
 
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -8,9 +9,11 @@
 
 namespace FendaMaestros {
 
-/// The session has refused the statement of a save that then ends without a word (the component's error 999). Not a
-/// std::exception, so that no handler shows it.
-struct SilentRefusal {};
+/// The session has refused the statement of a save that then ends without a word (the component's error 999): the
+/// screen catches it apart from all others.
+struct SilentRefusal : std::exception {
+    const char* what() const noexcept override { return "La base de datos no ha admitido la grabación."; }
+};
 
 /// Carries out one write of such a save.
 template <class Write>

@@ -7,7 +7,6 @@ namespace FendaMaestros {
 namespace {
 
 constexpr int busyPointer = 13;
-constexpr int defaultPointer = 0;
 
 std::string unsavedText(const std::string& what) { return "Sin guardar: " + what; }
 
@@ -83,26 +82,40 @@ void Screen::onUnload() {
     if (const std::string what = unsaved(); !what.empty()) desktop().leaveWords(*this, unsavedText(what));
 }
 
+void Screen::exportRows(ListingGrid& grid, const std::string& title) {
+    markPendingMessage();
+    grid.exportRows(title);
+    unmarkUnlessAwaited();
+}
+
 void Screen::unmarkUnlessAwaited() {
     if (!awaitsRelease()) Tag.clear();
 }
 
-BusyPointer::BusyPointer(Desktop& desktop) : desktop_(desktop) {
+Screen::SavingSign::SavingSign(Screen& screen) : screen_(screen), told_(screen.lblEstado.Caption), busy_(screen) {
+    screen_.tell("Guardando. Si otro programa tiene ocupados los datos, se espera hasta cinco segundos.");
+    screen_.desktop().processPending();
+}
+
+Screen::SavingSign::~SavingSign() { screen_.tell(std::move(told_)); }
+
+BusyPointer::BusyPointer(Desktop& desktop) : desktop_(desktop), found_(desktop.pointer()) {
     desktop_.setPointer(busyPointer);
     desktop_.processPending();
 }
 
-BusyPointer::~BusyPointer() { desktop_.setPointer(defaultPointer); }
+BusyPointer::~BusyPointer() { desktop_.setPointer(found_); }
 
-BusyGuard::BusyGuard(Form& form, bool hourglass) : form_(form), hourglass_(hourglass) {
+BusyGuard::BusyGuard(Form& form, bool hourglass)
+    : form_(form), hourglass_(hourglass), enabled_(form.Enabled), pointer_(form.desktop().pointer()) {
     form_.Enabled = false;
     if (hourglass_) form_.desktop().setPointer(busyPointer);
 }
 
 BusyGuard::~BusyGuard() {
-    form_.Enabled = true;
+    form_.Enabled = enabled_;
     if (!hourglass_) return;
-    form_.desktop().setPointer(defaultPointer);
+    form_.desktop().setPointer(pointer_);
     form_.desktop().processPending();
 }
 

@@ -2,9 +2,12 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "session/AyudaCampos.h"
 #include "toolkit/Form.h"
+#include "ui/ListingGrid.h"
+#include "ui/Transaction.h"
 
 namespace FendaMaestros {
 
@@ -15,6 +18,35 @@ inline constexpr Color normalColor = 16777215;
 /// A helper for a search without a screen of its own, set up as those of the screens: on the session and the desktop of
 /// InstanciaActual. Throws std::logic_error, in Spanish, when either is missing.
 AyudaCampos searchHelp();
+
+/// Shows the busy pointer as long as it lives, from when the screen has been painted; then the pointer is what it was.
+class BusyPointer {
+public:
+    explicit BusyPointer(Desktop& desktop);
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+    ~BusyPointer();
+
+private:
+    Desktop& desktop_;
+    int found_;
+};
+
+/// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when
+/// an exception ends it, screen and pointer are again as they were, and what was waiting is handled.
+class BusyGuard {
+public:
+    explicit BusyGuard(Form& form, bool hourglass = true);
+    BusyGuard(const BusyGuard&) = delete;
+    BusyGuard& operator=(const BusyGuard&) = delete;
+    ~BusyGuard();
+
+private:
+    Form& form_;
+    bool hourglass_;
+    bool enabled_;
+    int pointer_;
+};
 
 /// What every screen of the component shares: Enter moves on, Esc leaves, the field being edited is highlighted, a
 /// message never makes the focus jump, and a status line tells what needs no answer.
@@ -62,34 +94,33 @@ protected:
     bool confirm(const std::string& text, int icon = message::Question);
     /// The same, with the mark for the key that answers: an Enter leaves the focus where the answer puts it.
     bool confirmInPlace(const std::string& text, int icon, const std::string& title);
+    /// ListingGrid::exportRows, where the Enter that dismisses what the exporter tells moves no focus.
+    void exportRows(ListingGrid& grid, const std::string& title);
+
+    /// Carries out a save as withPatience() does. Meanwhile the screen takes no input, and it and the pointer show that
+    /// something is under way and what it may have to wait for.
+    template <class Save>
+    auto saveWithPatience(Save&& save) {
+        const SavingSign sign(*this);
+        return withPatience(desktop(), std::forward<Save>(save));
+    }
 
     Label lblEstado;
-};
-
-/// Shows the busy pointer as long as it lives, from when the screen has been painted.
-class BusyPointer {
-public:
-    explicit BusyPointer(Desktop& desktop);
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-    ~BusyPointer();
 
 private:
-    Desktop& desktop_;
-};
+    /// Lives as long as a save; then the status line says what it said before.
+    class SavingSign {
+    public:
+        explicit SavingSign(Screen& screen);
+        SavingSign(const SavingSign&) = delete;
+        SavingSign& operator=(const SavingSign&) = delete;
+        ~SavingSign();
 
-/// While it lives the screen takes no input; with `hourglass`, the pointer shows that it is busy. At the end, also when
-/// an exception ends it, the screen is enabled, the pointer the default one, and what was waiting is handled.
-class BusyGuard {
-public:
-    explicit BusyGuard(Form& form, bool hourglass = true);
-    BusyGuard(const BusyGuard&) = delete;
-    BusyGuard& operator=(const BusyGuard&) = delete;
-    ~BusyGuard();
-
-private:
-    Form& form_;
-    bool hourglass_;
+    private:
+        Screen& screen_;
+        std::string told_;
+        BusyGuard busy_;
+    };
 };
 
 }  // namespace FendaMaestros

@@ -18,8 +18,6 @@ public:
     /// `person` must outlive the desktop. Without a writer, writing a PDF fails with a message.
     explicit HeadlessDesktop(Operator& person, PdfWriter pdf = {}) : person_(person), pdf_(std::move(pdf)) {}
 
-    Reply ask(const Message& message) override { return person_.answer(message); }
-    void setPointer(int pointer) override { pointer_ = pointer; }
     void processPending() override {}
     /// Nobody looks on: the clock goes ahead, and other programs get a hundredth of a second at most.
     void wait(std::chrono::milliseconds time) override;
@@ -32,7 +30,6 @@ public:
     bool print(const PagedDocument&) override;
     void writePdf(const PagedDocument& document, const std::string& path) override;
 
-    int pointer() const { return pointer_; }
     /// What mailFile() was asked for, in order.
     const std::vector<std::string>& mailedFiles() const { return mailedFiles_; }
     /// What openFile() was asked for, in order.
@@ -40,11 +37,12 @@ public:
 
 protected:
     void runModal(Form& form) override;
+    Reply showMessage(const Message& message) override { return person_.answer(message); }
+    void showPointer(int) override {}
 
 private:
     Operator& person_;
     PdfWriter pdf_;
-    int pointer_ = 0;
     std::vector<std::string> openedFiles_, mailedFiles_;
 };
 

@@ -42,6 +42,8 @@ struct QtDesktop::Program {
 
 namespace {
 
+constexpr int arrowAndHourglass = 13;
+
 /// What new windows are shown over.
 QWidget* topWindow() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
@@ -57,7 +59,9 @@ bool hasDisplay() {
 
 QtDesktop::QtDesktop(Operator* person) : person_(person), program_(std::make_unique<Program>()) {}
 
-QtDesktop::~QtDesktop() { setPointer(0); }
+QtDesktop::~QtDesktop() {
+    if (pointer() == arrowAndHourglass) QGuiApplication::restoreOverrideCursor();
+}
 
 void QtDesktop::runModal(Form& form) {
     program_->typeAhead.release();
@@ -78,7 +82,7 @@ void QtDesktop::runModal(Form& form) {
     window.rethrowFailure();
 }
 
-Reply QtDesktop::ask(const Message& message) {
+Reply QtDesktop::showMessage(const Message& message) {
     std::optional<Reply> scripted;
     if (person_) scripted = person_->answer(message);
     qt::FormWindow::pullAll();
@@ -90,12 +94,8 @@ Reply QtDesktop::ask(const Message& message) {
     return reply;
 }
 
-void QtDesktop::setPointer(int pointer) {
-    constexpr int arrowAndHourglass = 13;
-    const bool busy = pointer == arrowAndHourglass;
-    if (busy == busy_) return;
-    busy_ = busy;
-    if (busy)
+void QtDesktop::showPointer(int pointer) {
+    if (pointer == arrowAndHourglass)
         QGuiApplication::setOverrideCursor(Qt::BusyCursor);
     else
         QGuiApplication::restoreOverrideCursor();

@@ -15,8 +15,6 @@ public:
     explicit QtDesktop(Operator* person = nullptr);
     ~QtDesktop() override;
 
-    Reply ask(const Message& message) override;
-    void setPointer(int pointer) override;
     void processPending() override;
     bool stopAsked() override;
     bool mailFile(const std::string& path) override;
@@ -28,13 +26,14 @@ public:
 
 protected:
     void runModal(Form& form) override;
+    Reply showMessage(const Message& message) override;
+    void showPointer(int pointer) override;
 
 private:
     struct Program;
 
     Operator* person_;
     std::unique_ptr<Program> program_;
-    bool busy_ = false;
 };
 
 }  // namespace FendaMaestros

@@ -14,8 +14,6 @@ class OwnDesktop final : public Desktop {
 public:
     std::string seen;
 
-    Reply ask(const Message& message) override { throw std::runtime_error(message.text); }
-    void setPointer(int) override {}
     bool stopAsked() override { return false; }
     bool mailFile(const std::string&) override { return false; }
     void processPending() override {}
@@ -31,6 +29,8 @@ protected:
         seen = form.Caption;
         form.close();
     }
+    Reply showMessage(const Message& message) override { throw std::runtime_error(message.text); }
+    void showPointer(int) override {}
 };
 
 }  // namespace

@@ -67,31 +67,36 @@ TEST_F(CodeTables, AMassOfUnknownNatureIsNotSavedAsAnother) {
 TEST_F(CodeTables, EachOneExportsTheColumnsItShows) {
     struct Notes final : SpreadsheetExporter {
         std::string& noted;
-        explicit Notes(std::string& notes) : noted(notes) {}
+        Desktop& shownOn;
+        Notes(std::string& notes, Desktop& shown) : noted(notes), shownOn(shown) {}
         void GridToExcel(std::shared_ptr<Recordset>& source, const DataGrid& grid) override {
             noted += sTitulo;
             for (const GridColumn& column : grid.Columns)
                 if (column.Visible) noted += "|" + column.Caption + "=" + source->columnName(column.SourceColumn);
             noted += "\n";
+            shownOn.ask({"Se ha guardado", message::Information, sTitulo});
         }
     };
     std::string exported;
-    components.add(SpreadsheetExporter::ProgId, [&] { return std::make_unique<Notes>(exported); });
+    components.add(SpreadsheetExporter::ProgId, [&] { return std::make_unique<Notes>(exported, desktop); });
     insert("Dpto (Dpto_Cod, Dpto_Des)", {{1, "Ventas"}});
     insert("KXComun.dbo.Conceptos (Conce_Cod, Conce_Des)", {{1, "Cobro"}});
     insert("KXComun.dbo.Masas (Masas_Plan, Masas_Des, Masas_AP)", {{2008, "Caja", 2}});
     insert("KXComun.dbo.Pais (Pais_Cod, Pais_Nom, Pais_Aeat)", {{"011", "España", "ES"}});
     for (auto screen : {&FendaMaes::jCentros, &FendaMaes::jDepartamentos, &FendaMaes::jConceptos, &FendaMaes::jMasas,
                         &FendaMaes::jPaises}) {
-        onNextScreen([&](Form& form) { person.press(form, "cmdExcel"); });
+        onNextScreen([&](Form& form) {
+            pressAndRead(form, "cmdExcel", "Se ha guardado");
+            expectFocus(form, "cmdExcel");
+        });
         (maes.*screen)();
     }
     EXPECT_EQ(exported,
-              "Listado de Centros de trabajo|Código  »=Codigo|Descripción =Des\n"
-              "Listado de departamentos|Código  »=Codigo|Descripción =Des\n"
-              "Listado de conceptos|Código  »=Conce_Cod|Descripción =Conce_Des\n"
-              "Listado de Masas Patrimoniales|Descripción  »=Masas_Des|Activo/Pasivo=Naturaleza\n"
-              "Listado de Paises|Código =Pais_Cod|Nombre  »=Pais_Nom|Cod.Aeat =Pais_Aeat\n");
+              "Listado de Centros de trabajo|Código =Codigo|Descripción =Des\n"
+              "Listado de departamentos|Código =Codigo|Descripción =Des\n"
+              "Listado de conceptos|Código =Conce_Cod|Descripción =Conce_Des\n"
+              "Listado de Masas Patrimoniales|Descripción =Masas_Des|Activo/Pasivo=Naturaleza\n"
+              "Listado de Paises|Código =Pais_Cod|Nombre =Pais_Nom|Cod.Aeat =Pais_Aeat\n");
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "tests/support/CompanyTest.h"
+#include "ui/Screen.h"
 
 namespace FendaMaestros::testing {
 namespace {
@@ -130,6 +131,42 @@ TEST_F(SubAccounts, WithoutTheSecondSessionNothingIsSavedAndThePersonIsTold) {
     maes.jPlanCuentas();
     EXPECT_EQ(everything(), before);
     EXPECT_FALSE(hasOpenTransaction(*memory));
+}
+
+TEST_F(SubAccounts, ASaveShowsWhatItWaitsForAndLeavesScreenAndPointerAsTheyWere) {
+    class Held final : public FailingConexion {
+    public:
+        using FailingConexion::FailingConexion;
+        std::function<void()> look;
+        int refusals = 2;
+        void BeginTrans() override {
+            look();
+            if (refusals-- > 0) throw ErrorBd(ErrorBd::Kind::Busy, "Ocupada.");
+            FailingConexion::BeginTrans();
+        }
+    };
+    const auto held = std::make_shared<Held>(memory);
+    std::vector<std::string> seen;
+    held->look = [&] {
+        const Form& form = *desktop.activeForm();
+        seen.push_back(std::to_string(desktop.pointer()) + (form.Enabled ? " " : " disabled ") +
+                       form.statusLine()->Caption);
+    };
+    SesionSql slow(held, parameters(2026));
+    maes.MyBd = &slow;
+    onNextScreen([&](Form& form) {
+        fillNew(form);
+        const BusyPointer around(desktop);
+        pressAndRead(form, account::save, done);
+        EXPECT_EQ(desktop.pointer(), 13) << "of the guard around";
+        EXPECT_TRUE(form.Enabled);
+        EXPECT_EQ(form.statusLine()->Caption, "");
+    });
+    maes.jPlanCuentas();
+    EXPECT_EQ(desktop.pointer(), 0);
+    const std::string sign =
+        "13 disabled Guardando. Si otro programa tiene ocupados los datos, se espera hasta cinco segundos.";
+    EXPECT_EQ(seen, std::vector<std::string>(3, sign));
 }
 
 TEST_F(SubAccounts, ACodeThatAnotherProgramHasJustTakenIsNotGivenTwice) {

@@ -117,7 +117,7 @@ TYPED_TEST(ToolkitContract, enter_that_dismisses_a_message_moves_the_focus_only_
 TYPED_TEST(ToolkitContract, questions_give_the_answer_and_the_mouse_releases_no_key) {
     auto& form = this->screen;
     std::vector<Answer> answers;
-    form.cmdGuardar.Click = [&] { answers.push_back(form.ask("¿Seguro?", 292, "")); };
+    form.cmdGuardar.Click = [&] { answers.push_back(form.desktop().ask({"¿Seguro?", 292, ""}).answer); };
     this->person.replies = {{Answer::Yes, 'S'}, {Answer::No, key::Enter}, {Answer::Yes, 0}};
     this->perform([&](Form&) {
         this->click(form.cmdGuardar);

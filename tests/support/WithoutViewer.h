@@ -13,8 +13,6 @@ class WithoutViewer final : public Desktop {
 public:
     explicit WithoutViewer(Operator& person) : person_(person) {}
 
-    Reply ask(const Message& message) override { return person_.answer(message); }
-    void setPointer(int) override {}
     void processPending() override {}
     bool stopAsked() override { return false; }
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
@@ -31,6 +29,8 @@ protected:
         form.activate();
         person_.attend(form);
     }
+    Reply showMessage(const Message& message) override { return person_.answer(message); }
+    void showPointer(int) override {}
 
 private:
     Operator& person_;
