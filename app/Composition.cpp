@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/AccountSearch.h"
+#include "app/Complaint.h"
 
 #ifdef FENDA_WITH_QT
 #include "app/window/Display.h"
@@ -52,7 +53,10 @@ std::unique_ptr<Companies> companiesOfServer(const std::string&) {
 }  // namespace
 
 std::unique_ptr<Companies> companiesAt(const Place& place) {
-    return place.kind == Place::Kind::Server ? companiesOfServer(place.where) : companiesOfFolder(place.where);
+    auto companies =
+        place.kind == Place::Kind::Server ? companiesOfServer(place.where) : companiesOfFolder(place.where);
+    companies->tellTo([](const std::string& sentence) { complain(sentence, 0); });
+    return companies;
 }
 
 std::string firstCompany(const Companies& companies, const Place& place) {

@@ -18,6 +18,7 @@ namespace FendaMaestros {
 void registerComponents(ComponentRegistry& components, Desktop& desktop);
 
 /// The companies of a place: a folder need not be there yet, a server is reached when something is asked of it.
+/// What they tell goes to standard error.
 std::unique_ptr<Companies> companiesAt(const Place& place);
 
 /// The first company of a place. Throws std::runtime_error, in Spanish, when there is none.

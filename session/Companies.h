@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "session/SesionBd.h"
@@ -40,6 +41,12 @@ class Companies {
 public:
     virtual ~Companies() = default;
 
+    /// Told a Spanish sentence that a person should read.
+    using Tell = std::function<void(const std::string& sentence)>;
+    /// Who is told, from now on, what a person should know about something that went well all the same, such as what is
+    /// left of a crash. Nobody at first.
+    void tellTo(Tell listener) { listener_ = std::move(listener); }
+
     /// False when nothing has ever been created here.
     virtual bool exists() const = 0;
     /// Their names in Spanish order. Throws (NotADatabase) when nothing has ever been created here.
@@ -60,6 +67,14 @@ public:
     /// Never null. Throws NotADatabase when there is no such company or its data cannot be used, NewerVersion when they
     /// were made by a version to come.
     virtual std::unique_ptr<SesionBd> open(const std::string& name) const = 0;
+
+protected:
+    void tell(const std::string& sentence) const {
+        if (listener_) listener_(sentence);
+    }
+
+private:
+    Tell listener_;
 };
 
 }  // namespace FendaMaestros

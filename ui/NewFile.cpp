@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "ui/FileErrorText.h"
+#include "ui/FileRights.h"
 
 namespace FendaMaestros {
 
@@ -43,8 +44,9 @@ bool written(File file, std::string_view text) {
 std::string writeNewFile(const std::filesystem::path& folder, const std::string& name, const std::string& extension,
                          std::string_view text) {
     std::error_code error;
-    std::filesystem::create_directories(folder, error);
+    const bool made = std::filesystem::create_directories(folder, error);
     if (error) fail(folder, error);
+    if (made) keepPrivate(folder, error);
 
     const std::string start = name + " " + momentText();
     for (int copy = 1;; ++copy) {
@@ -53,6 +55,7 @@ std::string writeNewFile(const std::filesystem::path& folder, const std::string&
         File file(std::fopen(path.string().c_str(), "wbx"));
         if (!file && errno == EEXIST) continue;
         if (!file) fail(path, lastError());
+        keepPrivate(path, error);
         if (written(std::move(file), text)) return path.string();
         const std::error_code reason = lastError();
         std::filesystem::remove(path, error);

@@ -27,8 +27,15 @@ void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
     std::rethrow_exception(failure);
 }
 
+/// Who started the program from a desktop sees no terminal.
+bool isSeen() { return QGuiApplication::platformName() != "offscreen"; }
+
 int runOn(QtDesktop& desktop, const Place& place, const std::string& company) {
     const std::unique_ptr<Companies> companies = companiesAt(place);
+    if (isSeen())
+        companies->tellTo([&desktop](const std::string& sentence) {
+            desktop.ask({sentence, message::Ok + message::Exclamation, "Fenda"});
+        });
     std::vector<std::string> names;
     if (companies->exists()) names = companies->list();
     if (names.empty() && place.kind == Place::Kind::Server) firstCompany(*companies, place);
@@ -51,9 +58,7 @@ int runMainWindow(const Place& place, const std::string& company) {
     try {
         return runOn(desktop, place, company);
     } catch (const std::exception& failure) {
-        // Who started the program from a desktop sees no terminal.
-        const bool seen = QGuiApplication::platformName() != "offscreen";
-        if (seen) desktop.ask({failure.what(), message::Critical, "Fenda"});
+        if (isSeen()) desktop.ask({failure.what(), message::Critical, "Fenda"});
         throw;
     }
 }

@@ -3,18 +3,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
 #include "platform/sqlite/FileNames.h"
+#include "platform/sqlite/Files.h"
 #include "platform/sqlite/Schema.h"
 #include "platform/sqlite/SqliteConexion.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
 #include "storage/FirstContents.h"
 #include "storage/Parameters.h"
+#include "ui/FileRights.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -24,48 +24,7 @@ namespace fs = std::filesystem;
 
 using Kind = ErrorBd::Kind;
 
-Kind kindOf(const std::error_code& error) {
-    if (error == std::errc::permission_denied || error == std::errc::operation_not_permitted ||
-        error == std::errc::read_only_file_system)
-        return Kind::ReadOnly;
-    return error == std::errc::no_space_on_device ? Kind::Full : Kind::Other;
-}
-
 constexpr const char* sharedIsUnusable = "La base de datos común no se puede usar";
-
-std::string guillemets(const std::string& text) { return "«" + text + "»"; }
-
-bool isThere(const fs::path& file) {
-    std::error_code error;
-    const bool there = fs::exists(file, error);
-    if (error)
-        throw ErrorBd(kindOf(error), "No se puede leer " + guillemets(file.string()), error.value(), error.message());
-    return there;
-}
-
-/// The engine does not say why it cannot create a file; the system does.
-void createEmpty(const fs::path& file) {
-    if (auto* handle = std::fopen(file.string().c_str(), "wb")) {
-        std::fclose(handle);
-        return;
-    }
-    const auto error = std::error_code(errno, std::generic_category());
-    throw ErrorBd(kindOf(error), "No se puede escribir el fichero " + guillemets(file.string()), error.value(),
-                  error.message());
-}
-
-/// Gives a finished file its name. False when another one has the name already, which then stays as it is.
-bool publish(const fs::path& aside, const fs::path& file) {
-    std::error_code error, ignored;
-    fs::create_hard_link(aside, file, error);
-    const bool taken = error == std::errc::file_exists || (error && fs::exists(file, ignored));
-    if (error && !taken) fs::rename(aside, file, error);  // a file system without links
-    fs::remove(aside, ignored);
-    if (error && !taken)
-        throw ErrorBd(kindOf(error), "No se puede crear el fichero " + guillemets(file.string()), error.value(),
-                      error.message());
-    return !taken;
-}
 
 /// Carries out `work`; its error says first what could not be done.
 template <class Work>
@@ -100,7 +59,7 @@ std::vector<std::string> DataFolder::list() const {
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), last; !error && entry != last; entry.increment(error))
         if (auto name = companyOfFile(entry->path()); !name.empty()) names.push_back(std::move(name));
-    if (error) throw ErrorBd(kindOf(error), "No se puede leer la carpeta de datos " + guillemets(folder_.string()));
+    if (error) failOn("No se puede leer la carpeta de datos", folder_, error);
     std::ranges::sort(names, [](const auto& a, const auto& b) { return compareSpanish(a, b) < 0; });
     return names;
 }
@@ -157,10 +116,8 @@ void DataFolder::requireFolder() const {
 
 void DataFolder::createFolder() const {
     std::error_code error;
-    fs::create_directories(folder_, error);
-    if (error)
-        throw ErrorBd(kindOf(error), "No se puede crear la carpeta de datos " + guillemets(folder_.string()),
-                      error.value(), error.message());
+    createPrivateFolder(folder_, error);
+    if (error) failOn("No se puede crear la carpeta de datos", folder_, error);
 }
 
 void DataFolder::createShared() const {
@@ -170,10 +127,13 @@ void DataFolder::createShared() const {
         return saying(sharedIsUnusable, [&] { checkSchema(shared, "main", Contents::Shared); });
     }
     // When another program makes it at the same time, the first one counts.
-    createFile(file, [](const fs::path& aside) {
+    const bool first = createFile(file, [](const fs::path& aside) {
         SqliteConexion connection(Database(), aside);
         fill(connection, "KXComun", Contents::Shared, storage::fillShared);
     });
+    if (first && isShared(folder_))
+        tell("La carpeta de datos " + guillemets(folder_.string()) + " está compartida con el grupo " +
+             guillemets(groupOf(folder_)) + ", que puede usar lo que se cree en ella.");
 }
 
 void DataFolder::receive(const std::string& name, const std::function<void(ConexionBd&)>& contents) const {
@@ -197,7 +157,7 @@ bool DataFolder::createFile(const fs::path& file, const std::function<void(const
     const fs::path journal = aside.string() + "-journal";
     std::error_code ignored;
     fs::remove(journal, ignored);
-    createEmpty(aside);
+    createEmptyFile(aside);
     try {
         make(aside);
     } catch (...) {

@@ -153,8 +153,12 @@ TEST_F(ChartVerification, WhatIsDeletedIsKeptInAFileAndWithoutThatNothingIsDelet
     std::filesystem::remove(copies);
     const std::string told = deleteUnused();
     ASSERT_TRUE(told.starts_with("3 cuentas eliminadas. Copia en " + copies.string())) << told;
+    const std::filesystem::path file = told.substr(told.find('/'));
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(copies).permissions(), perms::owner_all);
+    EXPECT_EQ(std::filesystem::status(file).permissions(), perms::owner_read | perms::owner_write);
     std::ostringstream copy;
-    copy << std::ifstream(told.substr(told.find('/')), std::ios::binary).rdbuf();
+    copy << std::ifstream(file, std::ios::binary).rdbuf();
     const std::string text = copy.str();
     EXPECT_TRUE(text.starts_with("PCta_Id;PCta_Cta;PCta_Des;")) << text;
     EXPECT_NE(text.find(";43000001;\" Cliente; \"\"S.A.\"\"\nde Lugo \";"), std::string::npos) << text;

@@ -1,5 +1,6 @@
 #include "platform/sqlite/DataFolder.h"
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -42,6 +43,11 @@ protected:
     static std::int64_t count(SesionBd& session, const std::string& table) {
         return session.Conexion()->Execute("SELECT COUNT(*) FROM " + table)->cell(0, 0).integer();
     }
+    static fs::perms rightsOf(const fs::path& file) { return fs::status(file).permissions() & fs::perms::all; }
+    static gid_t groupOf(const fs::path& file) {
+        struct stat status {};
+        return ::stat(file.c_str(), &status) == 0 ? status.st_gid : 0;
+    }
     static sqlite::SqliteConexion& engine(SesionBd& session) {
         return dynamic_cast<sqlite::SqliteConexion&>(*session.Conexion());
     }
@@ -78,6 +84,7 @@ TEST_F(DataFolderTest, SaysWhyACompanyCannotBeOpened) {
 
 TEST_F(DataFolderTest, WithoutTheRightToWriteNothingChanges) {
     const auto before = openCreated();
+    for (const char* file : {"Una.db", "KXComun.db"}) fs::permissions(path / file, static_cast<fs::perms>(0444));
     fs::permissions(path, static_cast<fs::perms>(0555));
     const WithoutPrivileges without;
     const auto session = folder->openCompany("Una");
@@ -86,6 +93,34 @@ TEST_F(DataFolderTest, WithoutTheRightToWriteNothingChanges) {
     EXPECT_EQ(errorOf([&] { folder->create({.name = "Otra", .fiscalYear = 2026}); }), Kind::ReadOnly);
     EXPECT_EQ(errorOf([&] { DataFolder(path / "nueva").createDemonstration(); }), Kind::ReadOnly);
     EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
+}
+
+TEST_F(DataFolderTest, WhatIsCreatedIsForItsOwnerAndTheGroupOfASharedFolder) {
+    constexpr auto ofAFile = fs::perms::owner_read | fs::perms::owner_write;
+    constexpr auto andGroup = ofAFile | fs::perms::group_read | fs::perms::group_write;
+    const fs::path own = path / "dentro" / "datos";
+    DataFolder(own).create({.name = "Una", .fiscalYear = 2026});
+    for (const auto& made : {own, own.parent_path()}) EXPECT_EQ(rightsOf(made), fs::perms::owner_all);
+    for (const char* file : {"Una.db", "KXComun.db"}) EXPECT_EQ(rightsOf(own / file), ofAFile) << file;
+
+    for (const int rights : {02770, 0770, 02775, 0775, 0755, 0777}) {
+        SCOPED_TRACE(rights);
+        const bool shared = rights != 0755 && rights != 0777;
+        const fs::path there = path / std::to_string(rights);
+        fs::create_directory(there);
+        // Only the superuser gives away to any group; the others share with their own.
+        ASSERT_TRUE(::geteuid() != 0 || ::chown(there.c_str(), static_cast<uid_t>(-1), 12345) == 0);
+        fs::permissions(there, static_cast<fs::perms>(rights));
+        DataFolder office(there);
+        std::vector<std::string> told;
+        office.tellTo([&](const std::string& sentence) { told.push_back(sentence); });
+        for (const std::string name : {"Una", "Otra"}) {
+            office.create({.name = name, .fiscalYear = 2026});
+            EXPECT_EQ(rightsOf(there / (name + ".db")), shared ? andGroup : ofAFile);
+            EXPECT_TRUE(!shared || groupOf(there / (name + ".db")) == groupOf(there));
+        }
+        EXPECT_EQ(told.size(), shared ? 1U : 0U);
+    }
 }
 
 TEST_F(DataFolderTest, AFolderThatCannotBeReadIsNotTakenForAMissingOne) {

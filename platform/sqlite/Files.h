@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+/// What a data folder does with its files besides opening them as databases. Every failure is an ErrorBd.
+namespace FendaMaestros::sqlite {
+
+std::string guillemets(const std::string& text);
+
+/// Throws what the system refused: `failure`, such as "No se puede leer la carpeta", and the path behind it.
+[[noreturn]] void failOn(const std::string& failure, const std::filesystem::path& path, const std::error_code& error);
+
+bool isThere(const std::filesystem::path& file);
+
+/// The name of the group that a file or folder belongs to; its number when it has no name.
+std::string groupOf(const std::filesystem::path& path);
+
+/// Makes or empties a file, for its owner and the group of a shared folder.
+void createEmptyFile(const std::filesystem::path& file);
+
+/// Gives a finished file its name. False when another one has the name already, which then stays as it is.
+bool publish(const std::filesystem::path& aside, const std::filesystem::path& file);
+
+}  // namespace FendaMaestros::sqlite
