@@ -162,6 +162,7 @@ bool isControl(char32_t character) {
 }
 
 std::string printable(std::string_view utf8) {
+    if (std::ranges::all_of(utf8, [](char c) { return c >= ' ' && c < 127; })) return std::string(utf8);
     std::string row;
     for (const char32_t character : characters(utf8)) append(row, isControl(character) ? U' ' : character);
     return row;
