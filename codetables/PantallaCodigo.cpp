@@ -38,7 +38,10 @@ void PantallaCodigo::buscarCodigo() {
     const std::string typed = Text1(0).Text;
     if (typed.empty()) return;
     rsConce->Find(std::string(codigo_.campoCodigo) + " = " + literal(typed));
-    if (!rsConce->Eof()) return;
+    if (!rsConce->Eof()) {
+        Text1(0).Text = campo(codigo_.campoCodigo);
+        return;
+    }
 
     Text1(0).Text = typed;
     if (!confirm(codigo_.pregunta)) return CargarGrid(1, true);

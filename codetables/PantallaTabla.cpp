@@ -25,6 +25,7 @@ PantallaTabla::PantallaTabla(TablaMaestra table, std::initializer_list<int> fiel
     DataGrid1.Sort = [this](int column, bool ascending) { CargarGrid(static_cast<std::int16_t>(column), ascending); };
     cmdGuardar.Click = [this] { guardar(); };
     cmdNueva.Click = [this] { NuevoCancelar(); };
+    cmdBorrar.Click = [this] { tell("Las filas de esta tabla no se borran"); };
     cmdListado.Click = [this] { imprimir(); };
     cmdExcel.Click = [this] { exportar(); };
     cmdSalir.Click = [this] { unload(); };
@@ -64,16 +65,21 @@ void PantallaTabla::CargarGrid(std::int16_t nColumna, bool bAsc) {
 
     const BusyGuard busy(*this);
     rsConce = read(sql);
+    nFilaMostrada_ = -1;
     rsConce->MoveComplete = [this] { moverRegistro(); };
     DataGrid1.show(rsConce, tabla_.columnas);
     cmdExcel.Enabled = cmdListado.Enabled = rsConce->RecordCount() > 0;
     if (ordered) DataGrid1.markOrder(nColumna, order->caption, bAsc);
 }
 
+/// The row shown already, picked again, keeps what has been typed over it, as long as there is anything in the fields.
 void PantallaTabla::moverRegistro() {
+    const int row = rsConce->currentRow();
+    if (row >= 0 && row == nFilaMostrada_ && !camposVacios()) return;
+    nFilaMostrada_ = row;
     cmdGuardar.Enabled = true;
     Text1(1).Locked = false;
-    if (rsConce->Eof() || rsConce->Bof()) {
+    if (row < 0) {
         nIdActual = 0;
         vaciarFila();
         return;
@@ -89,8 +95,13 @@ void PantallaTabla::vaciarTextos() {
     for (const auto& [index, field] : Text1.elements()) field->Text.clear();
 }
 
+bool PantallaTabla::camposVacios() const {
+    return std::ranges::all_of(Text1.elements(), [](const auto& field) { return field.second->Text.empty(); });
+}
+
 void PantallaTabla::NuevoCancelar() {
     nIdActual = 0;
+    nFilaMostrada_ = -1;
     vaciarTextos();
     if (enAlta()) {
         cmdNueva.Caption = tabla_.captionNueva;
@@ -106,10 +117,12 @@ void PantallaTabla::NuevoCancelar() {
 }
 
 void PantallaTabla::guardar() {
+    const std::string key = claveMostrada();
     if (!grabar()) return;
     const std::string saved = text::trim(Text1(0).Text + " " + Text1(1).Text);
     cmdNueva.Caption = tabla_.captionNueva;
     CargarGrid(1, true);
+    DataGrid1.markStored(key);
     tell("Guardado: " + saved);
 }
 

@@ -42,6 +42,8 @@ protected:
     virtual bool grabar() = 0;
     virtual void imprimir() = 0;
     virtual void NuevoCancelar();
+    /// The key of the stored row that the fields show, as the first column of the grid's read has it; "" for none.
+    virtual std::string claveMostrada() const { return nIdActual != 0 ? std::to_string(nIdActual) : std::string(); }
 
     // --- what they share
 
@@ -76,7 +78,11 @@ private:
     void guardar();
     void exportar();
 
+    bool camposVacios() const;
+
     TablaMaestra tabla_;
+    /// The row of rsConce that the fields have been filled from; -1 when they show no stored row.
+    int nFilaMostrada_ = -1;
 };
 
 }  // namespace FendaMaestros

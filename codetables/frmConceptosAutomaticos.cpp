@@ -102,10 +102,14 @@ void frmConceptosAutomaticos::CargarGrid() {
     DataGrid1.show(rsConce, shownColumns);
 }
 
+std::shared_ptr<Recordset> frmConceptosAutomaticos::definiciones() const {
+    return read("SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod = " +
+                std::to_string(Combo1.ListIndex() + firstCode));
+}
+
 void frmConceptosAutomaticos::elegirTipo() {
     for (const auto& [box, check] : Check1.elements()) check->setValue(false);
-    const auto stored =
-        read("SELECT * FROM KXComun.dbo.Conceptos WHERE Conce_Cod = " + std::to_string(Combo1.ListIndex() + firstCode));
+    const auto stored = definiciones();
     Text1(2).Text.clear();
     if (stored->RecordCount() != 1) {
         nIdActual = 0;
@@ -150,14 +154,21 @@ void frmConceptosAutomaticos::guardar() {
     write.column("Conce_Cod", valor::Texto, format(Combo1.ListIndex() + firstCode, "0000"));
     write.column("Conce_Des", valor::Texto, linked + Text1(2).Text);
     write.column("Conce_Mod", valor::Entero, 0);
+    const std::string key = nIdActual != 0 ? std::to_string(nIdActual) : std::string();
     if (nIdActual != 0)
-        write.update(" WHERE Conce_Id = " + std::to_string(nIdActual));
+        write.update(" WHERE Conce_Id = " + key);
     else
-        write.insert();
-    // The row just inserted is the one that the next save updates.
-    if (nIdActual == 0) elegirTipo();
+        insertar(write);
     CargarGrid();
+    DataGrid1.markStored(key);
     tell("Guardado: " + Combo1.Text());
+}
+
+/// The row just inserted is the one that the next save updates, unless its type has others.
+void frmConceptosAutomaticos::insertar(RowWrite& write) {
+    write.insert();
+    const auto stored = definiciones();
+    if (stored->RecordCount() == 1) nIdActual = stored->Fields("Conce_Id").Value.integer();
 }
 
 }  // namespace FendaMaestros

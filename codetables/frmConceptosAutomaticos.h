@@ -20,11 +20,14 @@ private:
     void onLoad() override;
     void cargarConceptos();
     void CargarGrid();
+    /// The rows stored for the chosen type: one, unless something else has written there.
+    std::shared_ptr<Recordset> definiciones() const;
     void elegirTipo();
     void mostrarDefinicion(const std::string& description);
     void elegirConcepto(std::int64_t code);
     void marcarVariable(int box);
     void guardar();
+    void insertar(class RowWrite& write);
 
     Label Label1{"Tipo Asiento"};
     ComboBox Combo1;

@@ -15,6 +15,7 @@ private:
     bool grabar() override;
     void imprimir() override;
     void NuevoCancelar() override {}
+    std::string claveMostrada() const override { return Text1(0).Text; }
 };
 
 }  // namespace FendaMaestros

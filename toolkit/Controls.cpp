@@ -80,6 +80,7 @@ bool OptionButton::stopsTab() const {
 
 void DataGrid::bind(std::shared_ptr<RowSource> source) {
     source_ = std::move(source);
+    MarkedRow = -1;
     Columns.clear();
     if (!source_) return;
     for (int column = 0; column < source_->columnCount(); ++column) {

@@ -66,6 +66,8 @@ public:
     virtual bool stopsTab() const { return TabStop; }
     /// A character typed may become part of its text.
     virtual bool takes(char32_t /*character*/) { return false; }
+    /// Takes away what marks the outcome of the gesture before.
+    virtual void unmark() {}
 };
 
 /// A control with a text on it.
@@ -209,6 +211,8 @@ public:
     virtual int rowCount() const = 0;
     /// -1: none.
     virtual int currentRow() const = 0;
+    /// The row that is set off from the others, current or not; -1: none.
+    virtual int markedRow() const { return -1; }
     /// The text shown, "" where the row has none.
     virtual std::string cellText(int row, int column) const = 0;
     /// Makes a row current; it must exist.
@@ -229,6 +233,9 @@ class DataGrid : public Table {
 public:
     std::string Caption;
     std::vector<GridColumn> Columns;
+    /// The row that something has just been done to: set off and in view, until the next gesture that can change
+    /// something or other rows are bound. -1: none.
+    int MarkedRow = -1;
 
     std::function<void(int column)> HeadClick;
     std::function<void(int column)> ButtonClick;
@@ -243,6 +250,8 @@ public:
     const GridColumn& column(int column) const override { return Columns.at(static_cast<std::size_t>(column)); }
     int rowCount() const override { return source_ ? source_->rowCount() : 0; }
     int currentRow() const override { return source_ ? source_->currentRow() : -1; }
+    int markedRow() const override { return MarkedRow; }
+    void unmark() override { MarkedRow = -1; }
     /// Under the column's number format.
     std::string cellText(int row, int column) const override;
     /// The rows outlive the notification, also when its listener binds others.

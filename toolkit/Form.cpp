@@ -157,13 +157,14 @@ template <class Action>
 void Form::change(Control& control, Action&& action) {
     gesture([&] {
         if (!Enabled || !canFocus(control)) return;
-        clearStatus();
+        clearOutcome();
         if (arrive(control) && canFocus(control)) action();
     });
 }
 
-void Form::clearStatus() {
+void Form::clearOutcome() {
     if (statusLine_) statusLine_->Caption.clear();
+    for (Control* control : controls_) control->unmark();
 }
 
 void Form::drainPending() {
@@ -239,7 +240,7 @@ bool Form::accepts(char32_t character) {
 void Form::edit(TextBox& box, std::string text) {
     gesture([&] {
         if (!Enabled || box.Locked || !canFocus(box)) return;
-        clearStatus();
+        clearOutcome();
         box.AllSelected = false;
         box.Text = box.MaxLength > 0 ? text::left(text, static_cast<std::size_t>(box.MaxLength)) : std::move(text);
         raise(box.Change);
@@ -319,7 +320,7 @@ bool Form::defaultKey(KeyStroke stroke) {
 bool Form::keyOnControl(KeyStroke stroke) {
     const KeyEffect effect = effectOf(stroke, *active_);
     if (effect.change) {
-        clearStatus();
+        clearOutcome();
         effect.change();
     }
     if (effect.focus) moveFocus(*effect.focus);
@@ -330,7 +331,7 @@ bool Form::pressAccelerator(int letter) {
     for (Control* control : controls_) {
         Button* const button = control->asButton();
         if (!button || acceleratorOf(button->Caption) != letter || !canFocus(*button)) continue;
-        clearStatus();
+        clearOutcome();
         const std::string seen = button->Caption;
         if (arrive(*button) && canFocus(*button)) pressAs(*button, seen);
         return true;

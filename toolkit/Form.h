@@ -78,8 +78,8 @@ public:
     int abandonedGestures() const { return abandonedGestures_; }
 
     // --- gestures. Those on a control move the focus to it first; when leaving the old one redirects the focus or
-    // shows a message, the gesture ends there. All that can change something empty the status line before any handler
-    // runs; moving the focus, Esc and releasing a key leave it.
+    // shows a message, the gesture ends there. All that can change something empty the status line, and take marks
+    // away, before any handler runs; moving the focus, Esc and releasing a key leave it.
 
     /// The form has been shown: focus goes to the first control, or to the one asked for.
     void activate();
@@ -158,7 +158,7 @@ private:
     bool pressAccelerator(int letter);
     bool defaultKey(KeyStroke stroke);
     bool keyOnControl(KeyStroke stroke);
-    void clearStatus();
+    void clearOutcome();
 
     Desktop& desktop_;
     std::vector<Control*> controls_;

@@ -46,6 +46,15 @@ void ListingGrid::markOrder(int column, const std::string& caption, bool ascendi
         caption + std::string(ascending ? ascendingMark : descendingMark);
 }
 
+void ListingGrid::markStored(const std::string& key) {
+    const auto keyOf = [this](int row) { return rows_->cell(row, 0); };
+    MarkedRow = -1;
+    for (int row = 0; row < rowCount(); ++row) {
+        const bool newest = MarkedRow < 0 || keyOf(row).integer() > keyOf(MarkedRow).integer();
+        if (key.empty() ? newest : keyOf(row).text() == key) MarkedRow = row;
+    }
+}
+
 void ListingGrid::exportRows(const std::string& title) {
     const auto exporter = instanciaActual().components().create<SpreadsheetExporter>();
     exporter->sTitulo = title;

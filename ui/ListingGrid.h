@@ -40,6 +40,9 @@ public:
     /// The header of a column says that the listing is sorted by it: " »" behind the caption ascending, " «"
     /// descending. Throws std::out_of_range.
     void markOrder(int column, const std::string& caption, bool ascending);
+    /// Marks the row that has been stored: the one whose first column, its key, reads `key` or, for "", the one with
+    /// the greatest number there. None when there is no such row.
+    void markStored(const std::string& key);
     /// Null until rows are shown.
     const std::shared_ptr<Recordset>& rows() const { return rows_; }
 

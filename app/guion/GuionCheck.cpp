@@ -90,7 +90,7 @@ using Kind = Subject::Kind;
 using Person = const GuionOperator&;
 using Args = const Arguments&;
 
-constexpr std::array<Subject, 27> subjects{{
+constexpr std::array<Subject, 28> subjects{{
     {"valor", 1, 1, Kind::Value, [](Person p, Args a) { return guion::valueOf(control(p, a)); }},
     {"titulo", 0, 1, Kind::Value,
      [](Person p, Args a) { return a.empty() ? top(p).Caption : control(p, a).caption(); }},
@@ -104,6 +104,7 @@ constexpr std::array<Subject, 27> subjects{{
     {"elementos", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(combo(p, a).ListCount()); }},
     {"filas", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(table(p, a).rowCount()); }},
     {"fila", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(table(p, a).currentRow() + 1); }},
+    {"marcada", 1, 1, Kind::Value, [](Person p, Args a) { return std::to_string(table(p, a).markedRow() + 1); }},
     {"celda", 3, 3, Kind::Value, cell},
     {"cabecera", 2, 2, Kind::Value, [](Person p, Args a) { return column(p, a).Caption; }},
     {"ancho", 2, 2, Kind::Value, [](Person p, Args a) { return std::to_string(column(p, a).Width); }},

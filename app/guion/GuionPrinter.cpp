@@ -84,7 +84,9 @@ void printPage(std::ostream& out, const PageView& view) {
 }
 
 std::string rowsOf(const Table& table) {
-    return attribute("filas", table.rowCount()) + attribute("actual", table.currentRow() + 1);
+    const int marked = table.markedRow();
+    return attribute("filas", table.rowCount()) + attribute("actual", table.currentRow() + 1) +
+           (marked < 0 ? std::string() : attribute("marcada", marked + 1));
 }
 
 /// What there is to say of a control, by its kind.

@@ -1,5 +1,9 @@
 #include "platform/qt/TableModel.h"
 
+#include <QApplication>
+#include <QFont>
+
+#include "platform/qt/CalmStyle.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros::qt {
@@ -11,6 +15,18 @@ QVariant alignmentOf(Alignment alignment) {
                                  : alignment == Alignment::Center ? Qt::AlignHCenter
                                                                   : Qt::AlignLeft;
     return QVariant::fromValue(across | Qt::AlignVCenter);
+}
+
+/// How a marked row stands out.
+QVariant markOf(int role) {
+    if (role == Qt::FontRole) {
+        QFont bold;
+        bold.setBold(true);
+        return bold;
+    }
+    const QPalette theme = QApplication::palette();
+    if (role == Qt::BackgroundRole) return mixed(theme.color(QPalette::Base), theme.color(QPalette::Highlight), 0.2);
+    return {};
 }
 
 }  // namespace
@@ -52,6 +68,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return QString::fromStdString(text::printable(table_.cellText(index.row(), index.column())));
     if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].TextAlignment);
+    if (index.row() == table_.markedRow()) return markOf(role);
     return {};
 }
 

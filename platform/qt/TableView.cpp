@@ -8,6 +8,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "platform/qt/CellButton.h"
 #include "platform/qt/FormWindow.h"
@@ -100,6 +101,7 @@ void TableView::pull() {
     pullColumns();
     const bool rowsChanged = model_.refreshRows();
     pullCurrentRow(rowsChanged);
+    pullMarkedRow();
     rows_.viewport()->update();
 }
 
@@ -138,6 +140,18 @@ void TableView::squeezeWidest() {
     if (width > stillWide) rows_.setColumnWidth(widest, std::max(stillWide, width - excess));
 }
 
+/// Once: whoever scrolls on may stay there.
+void TableView::pullMarkedRow() {
+    const int row = table_.markedRow();
+    if (std::exchange(markedRow_, row) != row && row >= 0) rows_.scrollTo(model_.index(row, firstShownColumn()));
+}
+
+int TableView::firstShownColumn() const {
+    int column = 0;
+    while (column + 1 < model_.columnCount() && rows_.isColumnHidden(column)) ++column;
+    return column;
+}
+
 void TableView::pullCurrentRow(bool rowsChanged) {
     const int row = table_.currentRow();
     const QModelIndex shown = rows_.currentIndex();
@@ -147,8 +161,7 @@ void TableView::pullCurrentRow(bool rowsChanged) {
         return;
     }
     if (shown.isValid() && shown.row() == row && rows_.selectionModel()->isRowSelected(row) && !rowsChanged) return;
-    int column = 0;
-    while (column + 1 < model_.columnCount() && rows_.isColumnHidden(column)) ++column;
+    const int column = firstShownColumn();
     const QModelIndex current = model_.index(row, shown.isValid() ? shown.column() : column);
     rows_.selectionModel()->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     rows_.scrollTo(model_.index(row, column));

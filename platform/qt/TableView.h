@@ -31,12 +31,15 @@ private:
     void pullColumns();
     void squeezeWidest();
     void pullCurrentRow(bool rowsChanged);
+    void pullMarkedRow();
+    int firstShownColumn() const;
 
     Table& table_;
     QWidget& box_;
     QLabel& caption_;
     QTableView& rows_;
     TableModel& model_;
+    int markedRow_ = -1;
 };
 
 /// Header clicks, double clicks and cell buttons besides.

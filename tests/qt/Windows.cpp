@@ -318,6 +318,26 @@ TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {
     form.show();
 }
 
+TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {
+    form.cmdGuardar.Click = [&] {
+        form.Lista.bind(std::make_shared<Rows>(100'000));
+        form.Lista.MarkedRow = 50'000;
+    };
+    later({[&] {
+        tap({'G', shift::Alt});
+        const QTableView& rows = table(form.Lista);
+        const QModelIndex marked = rows.model()->index(50'000, 0);
+        EXPECT_TRUE(rows.viewport()->rect().contains(rows.visualRect(marked)));
+        EXPECT_TRUE(marked.data(Qt::FontRole).value<QFont>().bold());
+        EXPECT_EQ(rows.currentIndex().row(), 0);
+        form.cmdGuardar.Click = {};
+        tap({'G', shift::Alt});
+        EXPECT_FALSE(marked.data(Qt::FontRole).isValid());
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
 /// A screen that does not say how it is laid out.
 class Suelta : public Form {
 public:

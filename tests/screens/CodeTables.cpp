@@ -54,6 +54,23 @@ TEST_F(CodeTables, ATypeOfEntryIsInsertedOnceAndUpdatedFromThenOn) {
     EXPECT_EQ(rows("SELECT * FROM KXComun.dbo.Conceptos"), "1|1001|000#3#1|0|\n2|1002|000#4#2|0|\n");
 }
 
+TEST_F(CodeTables, ATypeOfEntryWithTwoRowsStaysOnTheScreenThatHasSavedAThird) {
+    insert("KXComun.dbo.Conceptos (Conce_Cod, Conce_Des, Conce_Mod)",
+           {{1001, "000#1", 0}, {1001, "000#2", 0}, {1002, "000#4", 0}});
+    onNextScreen([&](Form& concepts) { person.press(concepts, "cmdAuto"); });
+    onNextScreen([&](Form& form) {
+        person.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "Combo1"), 1);
+        person.press(form, "Check1(2)");
+        person.press(form, "cmdGuardar");
+        EXPECT_EQ(person.text(form, "Text1(2)"), "#3");
+        EXPECT_TRUE(ScriptedPerson::control<CheckBox>(form, "Check1(2)").Value());
+        const DataGrid& listed = ScriptedPerson::control<DataGrid>(form, "DataGrid1");
+        EXPECT_EQ(listed.source()->cell(listed.markedRow(), 0), Variant(4));
+    });
+    maes.jConceptos();
+    EXPECT_EQ(rows("SELECT Conce_Des FROM KXComun.dbo.Conceptos WHERE Conce_Cod = 1001"), "000#1|\n000#2|\n000#3|\n");
+}
+
 TEST_F(CodeTables, AMassOfUnknownNatureIsNotSavedAsAnother) {
     insert("KXComun.dbo.Masas (Masas_Plan, Masas_Des, Masas_AP)", {{2008, "Otra", 7}});
     onNextScreen([&](Form& form) {
