@@ -48,7 +48,8 @@ public:
     /// Runs one INSERT, UPDATE or DELETE composed by the session, and returns how many rows it touched. A text that
     /// goes into a column of numbers is stored as the number it spells. Waits a while for another program before it
     /// fails (Busy). A statement that fails, here or in Execute, changes nothing and leaves the transaction open; only
-    /// a full disk or a lost server may undo all of it, and then its commit fails.
+    /// what leaves the engine without disk, memory or server may undo all of it, and then every read, write, begin and
+    /// commit fails until the outermost RollbackTrans, so that nothing of it is written on its own.
     virtual std::int64_t run(const Statement& statement) = 0;
 
     /// Transactions nest: an inner one that is rolled back undoes its own part, and only the outermost commit keeps.

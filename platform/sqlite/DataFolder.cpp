@@ -24,8 +24,6 @@ namespace fs = std::filesystem;
 
 using Kind = ErrorBd::Kind;
 
-constexpr const char* sharedIsUnusable = "La base de datos común no se puede usar";
-
 /// Carries out `work`; its error says first what could not be done.
 template <class Work>
 auto saying(const std::string& failure, Work&& work) {
@@ -92,11 +90,8 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
     return saying("No se puede abrir la empresa " + guillemets(name), [&] {
         Database company(file, Database::Mode::Existing, busyTimeout_);
         checkSchema(company, "main", Contents::Company);
-        auto own = saying(sharedIsUnusable, [&] {
-            auto attached = std::make_shared<SqliteConexion>(std::move(company), shared);
-            checkSchema(attached->database(), "KXComun", Contents::Shared);
-            return attached;
-        });
+        requireShared();
+        auto own = std::make_shared<SqliteConexion>(std::move(company), shared);
         auto parameters = storage::readParameters(*own);
         std::shared_ptr<ConexionBd> connection = std::move(own);
         if (wrap) connection = wrap(std::move(connection));
@@ -120,12 +115,15 @@ void DataFolder::createFolder() const {
     if (error) failOn("No se puede crear la carpeta de datos", folder_, error);
 }
 
+void DataFolder::requireShared() const {
+    const auto file = folder_ / sharedFileName;
+    saying("La base de datos común no se puede usar",
+           [&] { checkSchema(Database(file, Database::Mode::Existing, busyTimeout_), "main", Contents::Shared); });
+}
+
 void DataFolder::createShared() const {
     const auto file = folder_ / sharedFileName;
-    if (isThere(file)) {
-        const Database shared(file, Database::Mode::Existing, busyTimeout_);
-        return saying(sharedIsUnusable, [&] { checkSchema(shared, "main", Contents::Shared); });
-    }
+    if (isThere(file)) return requireShared();
     // When another program makes it at the same time, the first one counts.
     const bool first = createFile(file, [](const fs::path& aside) {
         SqliteConexion connection(Database(), aside);
@@ -157,7 +155,7 @@ bool DataFolder::createFile(const fs::path& file, const std::function<void(const
     const fs::path journal = aside.string() + "-journal";
     std::error_code ignored;
     fs::remove(journal, ignored);
-    createEmptyFile(aside);
+    createEmptyFile(aside, file);
     try {
         make(aside);
     } catch (...) {

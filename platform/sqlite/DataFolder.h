@@ -38,6 +38,8 @@ private:
     bool hasCompany(const std::string& name) const;
     void requireFolder() const;
     void createFolder() const;
+    /// Throws unless the shared database can be used.
+    void requireShared() const;
     void createShared() const;
     /// Makes a database aside and gives it its name when it is whole. False when something had that name by then.
     bool createFile(const std::filesystem::path& file,

@@ -60,10 +60,10 @@ std::string groupOf(const fs::path& path) {
     return group ? group->gr_name : std::to_string(id);
 }
 
-void createEmptyFile(const fs::path& file) {
+void createEmptyFile(const fs::path& file, const fs::path& target) {
     // The engine does not say why it cannot create a file; the system does.
     auto* const handle = std::fopen(file.string().c_str(), "wb");
-    if (!handle) failOn("No se puede escribir el fichero", file, {errno, std::generic_category()});
+    if (!handle) failOn("No se puede escribir el fichero", target, {errno, std::generic_category()});
     std::fclose(handle);
     std::error_code ignored;
     const bool shared = isShared(file.parent_path()) && giveToGroupOf(file.parent_path(), file);

@@ -32,6 +32,8 @@ private:
     static int authorize(void* self, int action, const char*, const char*, const char*, const char*);
     CachedStatement& reader(std::string_view sql);
     CachedStatement& writer(const std::string& sql);
+    /// Throws when an error has undone the transaction that the caller still takes for open.
+    void requireTransaction() const;
 
     Database database_;
     StatementCache readers_, writers_;

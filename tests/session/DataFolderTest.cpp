@@ -51,6 +51,19 @@ protected:
     static sqlite::SqliteConexion& engine(SesionBd& session) {
         return dynamic_cast<sqlite::SqliteConexion&>(*session.Conexion());
     }
+    /// What a call says when it fails.
+    template <class Call>
+    static std::string sentenceOf(Call&& call) {
+        try {
+            call();
+        } catch (const ErrorBd& error) {
+            return error.what();
+        }
+        return "no error";
+    }
+    static bool has(const std::string& sentence, const std::string& part) {
+        return sentence.find(part) != std::string::npos;
+    }
     Kind openingError(const std::string& name) {
         return errorOf([&] { folder->openCompany(name); });
     }
@@ -168,7 +181,8 @@ TEST_F(DataFolderTest, AHalfMadeCompanyIsNotThere) {
     openCreated();
     const std::string aside = "Otra.db.nueva" + std::to_string(::getpid());
     fs::create_directories(path / aside / "ocupada");
-    EXPECT_THROW(folder->create({.name = "Otra", .fiscalYear = 2026}), ErrorBd);
+    const auto failure = sentenceOf([&] { folder->create({.name = "Otra", .fiscalYear = 2026}); });
+    EXPECT_PRED2(has, failure, "/Otra.db»");
     EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
     fs::remove_all(path / aside);
     std::ofstream(path / aside) << "restos";
@@ -187,8 +201,15 @@ TEST_F(DataFolderTest, AFullDiskUndoesTheWholeTransactionInBothFiles) {
     connection.BeginTrans();
     connection.run({"DELETE FROM KXComun.dbo.Pais", {}});
     EXPECT_EQ(errorOf([&] { insertCentre(*session, std::string(100000, 'x')); }), Kind::Full);
-    connection.RollbackTrans();
-    connection.RollbackTrans();
+    const std::string undone = "Un error anterior ha deshecho la transacción. No se ha guardado nada.";
+    for (const int level : {2, 1}) {
+        SCOPED_TRACE(level);
+        EXPECT_EQ(sentenceOf([&] { insertCentre(*session, "suelta"); }), undone);
+        EXPECT_EQ(sentenceOf([&] { count(*session, "Centro"); }), undone);
+        EXPECT_EQ(sentenceOf([&] { connection.BeginTrans(); }), undone);
+        EXPECT_EQ(sentenceOf([&] { connection.CommitTrans(); }), undone);
+        connection.RollbackTrans();
+    }
     EXPECT_EQ(count(*session, "Centro"), 0);
     EXPECT_EQ(count(*session, "KXComun.dbo.Pais"), countries);
     engine(*session).database().execute("PRAGMA main.max_page_count = 1000000");
@@ -203,11 +224,78 @@ TEST_F(DataFolderTest, TwoConnectionsOnOneCompanyTakeTurns) {
     other->Conexion()->BeginTrans();
     insertCentre(*one, "primera");
     EXPECT_EQ(errorOf([&] { insertCentre(*other, "segunda"); }), Kind::Busy);
+    EXPECT_PRED2(has, sentenceOf([&] { insertCentre(*other, "segunda"); }), "usando los datos de la empresa en");
     other->Conexion()->RollbackTrans();
     EXPECT_EQ(count(*other, "Centro"), 0);
     one->Conexion()->CommitTrans();
     insertCentre(*other, "segunda");
     EXPECT_EQ(count(*one, "Centro"), 2);
+
+    // A commit has to wait for who reads.
+    folder->create({.name = "Otra", .fiscalYear = 2026});
+    const auto neighbour = folder->openCompany("Otra");
+    neighbour->Conexion()->BeginTrans();
+    EXPECT_EQ(count(*neighbour, "KXComun.dbo.Masas WHERE Masas_Cod = 'x'"), 0);
+    one->Conexion()->BeginTrans();
+    one->Conexion()->run({"DELETE FROM KXComun.dbo.TVI", {}});
+    EXPECT_PRED2(has, sentenceOf([&] { one->Conexion()->CommitTrans(); }), "usando los datos comunes (KXComun.db) en");
+    one->Conexion()->RollbackTrans();
+    EXPECT_GT(count(*one, "KXComun.dbo.TVI"), 0);
+}
+
+TEST_F(DataFolderTest, SaysWhichFileIsDamaged) {
+    const auto damage = [this](const char* file, std::streamoff first) {
+        std::fstream opened(path / file, std::ios::in | std::ios::out | std::ios::binary);
+        const auto size = static_cast<std::streamoff>(fs::file_size(path / file));
+        for (auto at = first; at < size; at += 4096) opened.seekp(at) << "daño";
+    };
+    const auto session = openCreated();
+    const auto reading = [&](const std::string& table) { return sentenceOf([&] { count(*session, table); }); };
+    damage("KXComun.db", 4096);
+    EXPECT_EQ(reading("KXComun.dbo.Pais WHERE Pais_Nom > ''"), "Están dañados los datos comunes (KXComun.db).");
+    fs::remove(path / "KXComun.db");
+    folder->create({.name = "Otra", .fiscalYear = 2026});
+    const auto other = folder->openCompany("Otra");
+    damage("Otra.db", 40960);
+    EXPECT_EQ(sentenceOf([&] { count(*other, "PCta WHERE PCta_Des > ''"); }), "Están dañados los datos de la empresa.");
+}
+
+TEST_F(DataFolderTest, AWriteThatACrashCutShortIsUndoneOnlyWithTheRightTo) {
+    openCreated();
+    fs::permissions(path, fs::perms::all);
+    const pid_t program = ::fork();
+    if (program == 0) {
+        const auto session = folder->openCompany("Una");
+        engine(*session).database().execute("PRAGMA main.cache_size = 1");
+        session->Conexion()->BeginTrans();
+        for (int i = 0; i < 20; ++i) insertCentre(*session, std::string(10000, 'x'));
+        ::_exit(0);
+    }
+    ::waitpid(program, nullptr, 0);
+    ASSERT_TRUE(fs::exists(path / "Una.db-journal"));
+    for (const auto& file : fs::directory_iterator(path)) fs::permissions(file, static_cast<fs::perms>(0666));
+    for (const int rights : {0644, 0666}) {
+        SCOPED_TRACE(rights);
+        fs::permissions(path / "Una.db-journal", static_cast<fs::perms>(rights));
+        fs::permissions(path, static_cast<fs::perms>(0555));
+        const WithoutPrivileges without;
+        EXPECT_EQ(openingError("Una"), Kind::ReadOnly);
+        EXPECT_PRED2(has, sentenceOf([&] { folder->openCompany("Una"); }), "Hay una escritura a medias");
+    }
+    fs::permissions(path, fs::perms::all);
+    EXPECT_EQ(count(*folder->openCompany("Una"), "Centro"), 0);
+}
+
+TEST_F(DataFolderTest, WhatTheEngineSaidFollows) {
+    const auto session = openCreated();
+    engine(*session).database().execute(
+        "CREATE TRIGGER lleno BEFORE INSERT ON Centro BEGIN SELECT RAISE(ABORT, 'no caben más centros'); END");
+    EXPECT_EQ(sentenceOf([&] { insertCentre(*session, "x"); }),
+              "La base de datos no admite el valor indicado: no caben más centros");
+    const auto run = [&](const char* sql) { return sentenceOf([&] { session->Conexion()->run({sql, {}}); }); };
+    EXPECT_PRED2(has, run("INSERT INTO KXComun.dbo.Pais (Pais_Cod) VALUES ('011')"),
+                 "mismo valor: UNIQUE constraint failed: Pais.Pais_Cod");
+    EXPECT_PRED2(has, run("UPDATE Nada SET x = 1"), "no entiende la sentencia: no such table: Nada");
 }
 
 TEST_F(DataFolderTest, NamesStayInsideTheFolder) {
@@ -245,7 +333,8 @@ TEST_F(DataFolderTest, AWriteAheadLogIsTurnedBack) {
     insertCentre(*session, "x");
     EXPECT_FALSE(fs::exists(path / "Una.db-wal"));
     EXPECT_FALSE(fs::exists(path / "KXComun.db-wal"));
-    EXPECT_EQ(engine(*session).database().number("PRAGMA KXComun.synchronous"), 2);
+    for (const char* of : {"main", "KXComun"})
+        EXPECT_EQ(engine(*session).database().number(std::string("PRAGMA ") + of + ".synchronous"), 3);
 }
 
 TEST_F(DataFolderTest, ASessionUsesTheConnectionItIsGiven) {
