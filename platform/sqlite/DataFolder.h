@@ -37,6 +37,8 @@ private:
     /// Also one whose name differs in nothing but capitals.
     bool hasCompany(const std::string& name) const;
     void requireFolder() const;
+    /// Before anything else is done in a folder that is there.
+    void recover() const;
     void createFolder() const;
     void createShared() const;
     /// Makes a database aside and gives it its name when it is whole. False when something had that name by then.
