@@ -1,13 +1,12 @@
 #include "platform/sqlite/DataFolder.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
 #include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/Files.h"
+#include "platform/sqlite/Recovery.h"
 #include "platform/sqlite/Schema.h"
 #include "platform/sqlite/SqliteConexion.h"
 #include "session/ErrorBd.h"
@@ -53,6 +52,7 @@ bool DataFolder::exists() const {
 
 std::vector<std::string> DataFolder::list() const {
     requireFolder();
+    recover();
     std::vector<std::string> names;
     std::error_code error;
     for (fs::directory_iterator entry(folder_, error), last; !error && entry != last; entry.increment(error))
@@ -80,6 +80,7 @@ std::unique_ptr<SesionBd> DataFolder::open(const std::string& name) const { retu
 
 std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const ConnectionWrapper& wrap) const {
     requireFolder();
+    recover();
     const auto file = folder_ / companyFileName(name), shared = folder_ / sharedFileName;
     if (!isThere(file))
         throw ErrorBd(Kind::NotADatabase, "No existe la empresa " + guillemets(name) + " en la carpeta de datos " +
@@ -107,6 +108,10 @@ bool DataFolder::hasCompany(const std::string& name) const {
 
 void DataFolder::requireFolder() const {
     if (!exists()) throw ErrorBd(Kind::NotADatabase, "No existe la carpeta de datos " + guillemets(folder_.string()));
+}
+
+void DataFolder::recover() const {
+    sqlite::recover(folder_, [this](const std::string& sentence) { tell(sentence); });
 }
 
 void DataFolder::createFolder() const {
@@ -150,8 +155,8 @@ void DataFolder::receive(const std::string& name, const std::function<void(Conex
 }
 
 bool DataFolder::createFile(const fs::path& file, const std::function<void(const fs::path& aside)>& make) const {
-    // A name of its own, so that two programs that create at once do not write into one file.
-    const fs::path aside = file.string() + ".nueva" + std::to_string(::getpid());
+    const CreationLock creating(folder_);
+    const fs::path aside = asideOf(file);
     const fs::path journal = aside.string() + "-journal";
     std::error_code ignored;
     fs::remove(journal, ignored);

@@ -37,6 +37,8 @@ private:
     /// Also one whose name differs in nothing but capitals.
     bool hasCompany(const std::string& name) const;
     void requireFolder() const;
+    /// Before anything else is done in a folder that is there.
+    void recover() const;
     void createFolder() const;
     /// Throws unless the shared database can be used.
     void requireShared() const;

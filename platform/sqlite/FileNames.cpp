@@ -1,15 +1,12 @@
 #include "platform/sqlite/FileNames.h"
 
 #include <charconv>
-#include <string_view>
 
 #include "toolkit/Text.h"
 
 namespace FendaMaestros::sqlite {
 
 namespace {
-
-constexpr std::string_view extension = ".db";
 
 bool isUnsafe(char c) {
     constexpr std::string_view unsafe = "/\\:*?\"<>|%";
@@ -31,19 +28,19 @@ bool isUnsafeAtEnds(const std::string& name, std::size_t position) {
 }  // namespace
 
 std::string companyFileName(const std::string& company) {
-    const bool shared = text::equalIgnoringCase(company + std::string(extension), sharedFileName);
+    const bool shared = text::equalIgnoringCase(company + std::string(databaseExtension), sharedFileName);
     std::string file;
     for (std::size_t i = 0; i < company.size(); ++i) {
         const bool escape = isUnsafe(company[i]) || isUnsafeAtEnds(company, i) || (shared && i == 0);
         file += escape ? escaped(company[i]) : std::string(1, company[i]);
     }
-    return file + std::string(extension);
+    return file + std::string(databaseExtension);
 }
 
 std::string companyOfFile(const std::filesystem::path& file) {
     const auto name = file.filename().string();
-    if (!name.ends_with(extension) || text::equalIgnoringCase(name, sharedFileName)) return {};
-    const auto stem = name.substr(0, name.size() - extension.size());
+    if (!name.ends_with(databaseExtension) || text::equalIgnoringCase(name, sharedFileName)) return {};
+    const auto stem = name.substr(0, name.size() - databaseExtension.size());
     std::string company;
     for (std::size_t i = 0; i < stem.size(); ++i) {
         unsigned char byte = 0;
@@ -54,6 +51,11 @@ std::string companyOfFile(const std::filesystem::path& file) {
         if (escape) i += 2;
     }
     return company;
+}
+
+std::string describe(const std::filesystem::path& file) {
+    const std::string company = companyOfFile(file);
+    return company.empty() ? "la base de datos común" : "la base de datos de la empresa «" + company + "»";
 }
 
 }  // namespace FendaMaestros::sqlite

@@ -4,8 +4,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <fstream>
 #include <map>
+#include <random>
+#include <thread>
 
 #include "SessionContract.h"
 #include "TemporaryFolder.h"
@@ -184,12 +187,98 @@ TEST_F(DataFolderTest, AHalfMadeCompanyIsNotThere) {
     const auto failure = sentenceOf([&] { folder->create({.name = "Otra", .fiscalYear = 2026}); });
     EXPECT_PRED2(has, failure, "/Otra.db»");
     EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"});
-    fs::remove_all(path / aside);
-    std::ofstream(path / aside) << "restos";
-    std::ofstream(path / (aside + "-journal")) << "restos";
-    folder->create({.name = "Otra", .fiscalYear = 2026});
-    EXPECT_FALSE(fs::exists(path / aside));
-    EXPECT_EQ(count(*folder->openCompany("Otra"), "Centro"), 0);
+}
+
+TEST_F(DataFolderTest, WhatKilledProgramsLeaveGoesAtTheNextStart) {
+    const auto start = [&](int kind) {
+        if (kind == 0) folder->list();
+        if (kind == 1) folder->open("Una");
+        if (kind == 2) folder->create({.name = "Otra", .fiscalYear = 2026});
+    };
+    openCreated();
+    for (int kind = 0; kind < 3; ++kind) {
+        for (const char* left : {"X.db.nueva1", "X.db.nueva1-journal", "KXComun.db.nueva99999", "Una.db-mj0A1B2C9DE",
+                                 "X.db.nueva1-mj0A1B2C9DE", "Ida.db-mj0A1B2C9DE"})
+            std::ofstream(path / left) << "restos";
+        for (const char* own : {"X.db.nueva", "nueva1", "Una.db-mj0A1B2", "notas.txt"}) std::ofstream(path / own);
+        start(kind);
+        EXPECT_EQ(std::distance(fs::directory_iterator(path), {}), 2 + 4 + (kind == 2)) << kind;
+    }
+}
+
+TEST_F(DataFolderTest, WhatOthersAreMakingStays) {
+    const auto session = openCreated();
+    const auto making = [&] {
+        const auto at = [](const fs::directory_entry& entry) {
+            return entry.path().filename().string().find(".nueva") != std::string::npos;
+        };
+        return std::any_of(fs::directory_iterator(path), {}, at);
+    };
+    folder->receive("Otra", [&](ConexionBd& empty) {
+        empty.run({"INSERT INTO Centro (Centro_Des) VALUES (?)", {"x"}});
+        EXPECT_EQ(DataFolder(path, shortWait).list(), std::vector<std::string>{"Una"});
+        EXPECT_TRUE(making());
+    });
+    EXPECT_FALSE(making());
+    EXPECT_EQ(count(*folder->open("Otra"), "Centro"), 1);
+}
+
+TEST_F(DataFolderTest, ACreationKilledAnywhereLeavesNothing) {
+    openCreated();
+    std::mt19937 random(7);
+    int cut = 0;
+    for (int round = 0; round < 12; ++round) {
+        const pid_t program = ::fork();
+        if (program == 0) {
+            folder->createDemonstration();
+            ::_exit(0);
+        }
+        while (std::distance(fs::directory_iterator(path), {}) < 3) std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::milliseconds(random() % 120));
+        ::kill(program, SIGKILL);
+        ::waitpid(program, nullptr, 0);
+        const auto session = folder->open("Una");
+        const auto files = std::distance(fs::directory_iterator(path), {});
+        const bool made = fs::exists(path / "Empresa de demostración.db");
+        EXPECT_EQ(files, made ? 3 : 2);
+        const auto identities = count(*session, "KXComun.dbo.Nif");
+        EXPECT_TRUE(identities == 30 || (identities == 0 && !made)) << identities;
+        cut += made ? 0 : 1;
+        if (made) break;
+    }
+    EXPECT_GT(cut, 0);
+}
+
+TEST_F(DataFolderTest, ADatabaseThatAWriteWasCutOffInIsChecked) {
+    auto session = openCreated();
+    std::vector<std::string> told;
+    folder->tellTo([&](const std::string& sentence) { told.push_back(sentence); });
+    const auto cutOff = [&] {
+        session->Conexion()->BeginTrans();
+        insertCentre(*session, std::string(200'000, 'x'));
+        engine(*session).database().execute("PRAGMA main.cache_size = 1");
+        insertCentre(*session, std::string(200'000, 'y'));
+        fs::copy(path / "Una.db-journal", path / "guardado");
+        session->Conexion()->RollbackTrans();
+        fs::rename(path / "guardado", path / "Una.db-journal");
+    };
+    cutOff();
+    session = folder->openCompany("Una");
+    EXPECT_FALSE(fs::exists(path / "Una.db-journal"));
+    EXPECT_TRUE(told.empty()) << told[0];
+
+    cutOff();
+    session.reset();
+    const auto size = fs::file_size(path / "Una.db");
+    std::fstream file(path / "Una.db", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(static_cast<std::streamoff>(size / 2));
+    file << std::string(20'000, 'x');
+    file.close();
+    folder->list();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_NE(told[0].find("«Una» ha quedado dañada"), std::string::npos) << told[0];
+    folder->list();
+    EXPECT_EQ(told.size(), 1U);
 }
 
 TEST_F(DataFolderTest, AFullDiskUndoesTheWholeTransactionInBothFiles) {
