@@ -18,6 +18,7 @@ public:
         Constraint,    ///< the database does not allow the value, such as a repeated key
         Refused,       ///< a text that the session does not carry out
         Sql,           ///< a text that the engine does not understand
+        Lost,          ///< the server cannot be reached, or not any more; a later attempt connects again
         Other,
     };
 

@@ -12,6 +12,8 @@ namespace FendaMaestros::storage {
 
 namespace {
 
+[[noreturn]] void refuse(const std::string& sentence) { throw ErrorBd(ErrorBd::Kind::Refused, sentence); }
+
 bool is(std::string_view token, std::string_view keyword) { return text::equalIgnoringCase(token, keyword); }
 
 bool isAnyOf(std::string_view token, std::initializer_list<std::string_view> keywords) {
@@ -19,8 +21,6 @@ bool isAnyOf(std::string_view token, std::initializer_list<std::string_view> key
         if (is(token, keyword)) return true;
     return false;
 }
-
-[[noreturn]] void refuse(const std::string& sentence) { throw ErrorBd(ErrorBd::Kind::Refused, sentence); }
 
 /// What gives a number, whatever stands in its parentheses.
 bool givesNumber(std::string_view function) {
@@ -55,11 +55,11 @@ public:
         }
     }
 
-    std::string run() {
+    Translation run() {
         levels_.emplace_back();
         for (at_ = 0; at_ < tokens_.size(); ++at_) step(tokens_[at_]);
         endSelect();
-        return std::move(out_);
+        return {std::move(out_), parameters_};
     }
 
 private:
@@ -80,12 +80,15 @@ private:
         }
         if (token == "(") return open();
         if (token == ")") return close();
-        if (token == "," || token == ";") return separator(token);
+        if (token == ",") return comma();
+        if (token == ";") return end();
         if (token == "+") return join();
         if (joining_ && token == "-") refuseSum();
         if (isDigit(token.front())) return number(token);
-        if (token.front() == numberMark || token.front() == textMark || token == "?") return parameter(token.front());
+        if (isMark(token.front()) || token == "?") return parameter(token.front());
+        if (token.front() == '[') return quotedName(token);
         if (classOf(token.front()) == CharacterClass::Word) return word(token);
+        if (token.front() == '"' && nextSolid(1) == "(") requireCallable(token);
         emit(token);
     }
 
@@ -100,10 +103,33 @@ private:
         if (is(token, "TOP") && isAnyOf(previous_, {"SELECT", "DISTINCT", "ALL"})) return top();
         if (is(token, "BY") && is(previous_, "ORDER")) level().ordering = true;
         if (isAnyOf(token, {"UNION", "EXCEPT", "INTERSECT", "LIMIT"})) endSelect();
-        if (isAnyOf(token, {"ASC", "DESC"})) endTerm();
+        if (isAnyOf(token, {"ASC", "DESC"})) return direction(token);
+        if (nextSolid(1) == "(") requireCallable(token);
         emit(token);
-        if (isAnyOf(token, {"ASC", "DESC", "BY"})) termOpen_ = false;
+        if (is(token, "BY")) termOpen_ = false;
         if (is(token, "AS") && level().cast) castType();
+    }
+
+    void requireCallable(std::string_view name) const {
+        if (dialect_.mayCall && !dialect_.mayCall(name))
+            refuse("La sentencia no se ejecuta: no se admite la función " + std::string(name) + ".");
+    }
+
+    /// [x], of which a double quote may be part.
+    void quotedName(std::string_view token) {
+        const std::string name = '"' + text::replaced(token.substr(1, token.size() - 2), "\"", "\"\"") + '"';
+        if (nextSolid(1) == "(") requireCallable(name);
+        emit(name);
+        previous_ = token;
+    }
+
+    void direction(std::string_view token) {
+        const bool ordered = level().ordering && termOpen_;
+        if (ordered) out_.insert(solidEnd_, dialect_.orderTerm);
+        emit(token);
+        if (ordered) out_ += is(token, "ASC") ? dialect_.ascendingTerm : dialect_.descendingTerm;
+        solidEnd_ = out_.size();
+        termOpen_ = false;
     }
 
     static bool beginsText(std::string_view token) {
@@ -183,15 +209,20 @@ private:
         numberBefore_ = closed.number;
     }
 
-    void separator(std::string_view token) {
+    void comma() {
         endTerm();
-        if (token == ";") endSelect();
-        emit(token);
+        emit(",");
         termOpen_ = false;
     }
 
+    /// A semicolon says no more than the end does.
+    void end() {
+        if (!nextSolid(1).empty()) refuse("El texto contiene más de una sentencia.");
+    }
+
     void endTerm() {
-        if (level().ordering && termOpen_) out_.insert(solidEnd_, dialect_.orderTerm);
+        if (level().ordering && termOpen_)
+            out_.insert(solidEnd_, std::string(dialect_.orderTerm).append(dialect_.ascendingTerm));
         termOpen_ = false;
     }
 
@@ -204,10 +235,10 @@ private:
     }
 
     void parameter(char mark) {
-        if (joining_ && mark == numberMark) refuseSum();
+        if (joining_ && isNumberMark(mark)) refuseSum();
         emit(dialect_.parameter(mark, ++parameters_));
         previous_ = "?";
-        numberBefore_ = mark == numberMark;
+        numberBefore_ = isNumberMark(mark);
     }
 
     void emit(std::string_view token) {
@@ -260,6 +291,6 @@ private:
 
 }  // namespace
 
-std::string translate(std::string_view text, const Dialect& dialect) { return Translator(text, dialect).run(); }
+Translation translate(std::string_view text, const Dialect& dialect) { return Translator(text, dialect).run(); }
 
 }  // namespace FendaMaestros::storage

@@ -17,6 +17,17 @@ struct Dialect {
     /// What stands for a value. `mark` is one of the marks of cut-out literals (TextScan.h), or '?' for a parameter of
     /// the text; `position` is its place among both, from 1.
     std::string (*parameter)(char mark, int position);
+    /// What goes behind the direction of a term of ORDER BY, written or not; with the blank in front.
+    std::string_view ascendingTerm = {};
+    std::string_view descendingTerm = {};
+    /// Whether a word may stand before a parenthesis; null: every word may.
+    bool (*mayCall)(std::string_view word) = nullptr;
+};
+
+struct Translation {
+    std::string text;
+    /// Of cut-out literals and parameters together.
+    int parameters = 0;
 };
 
 /// Brings a text of the screens into an engine's dialect:
@@ -24,10 +35,12 @@ struct Dialect {
 /// - isnull( is the dialect's function, + joins texts and is the dialect's operator
 /// - SELECT TOP n, also TOP (n), is SELECT ... LIMIT n at the end of that select
 /// - N'x' is 'x'; CAST(x AS VARCHAR(n)) takes the first n characters (30 without n), CAST AS INT and FLOAT as they are
+/// - [x] is "x"
 /// - a number and the word glued to it are parted (8ORDER)
 /// - the terms of ORDER BY, cut-out literals and parameters are as the dialect says
-/// Literals that were not cut out stay. Throws ErrorBd (Refused) for what would give something else than it says: a
-/// number or an aggregate beside +, other forms of TOP, other types of CAST.
-std::string translate(std::string_view text, const Dialect& dialect);
+/// Literals that were not cut out stay. Throws ErrorBd (Refused) for what would give something else than it says (a
+/// number or an aggregate beside +, other forms of TOP, other types of CAST), for a call that the dialect does not
+/// admit, and for a text that goes on behind a semicolon.
+Translation translate(std::string_view text, const Dialect& dialect);
 
 }  // namespace FendaMaestros::storage

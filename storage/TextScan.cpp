@@ -1,5 +1,7 @@
 #include "storage/TextScan.h"
 
+#include <charconv>
+
 #include "session/ErrorBd.h"
 #include "storage/Characters.h"
 
@@ -14,6 +16,12 @@ bool is(std::string_view word, std::string_view keyword) {
     for (std::size_t i = 0; i < word.size(); ++i)
         if ((word[i] & ~0x20) != keyword[i]) return false;
     return true;
+}
+
+/// Whether 64 bits hold the number that digits spell.
+bool isInteger(std::string_view digits) {
+    std::int64_t value = 0;
+    return std::from_chars(digits.data(), digits.data() + digits.size(), value).ec == std::errc();
 }
 
 class Scanner {
@@ -53,6 +61,7 @@ private:
         if (c == '"') return skipTo('"');
         if (startsComment(c)) refuse("La consulta contiene un comentario.");
         if (c == '.' && isDigit(peek(1))) return number();
+        if (c == '?' || c == ':' || c == '@' || c == '$') refuse("La consulta contiene parámetros.");
         if (c == '(') ++depth_;
         if (c == ')' && --depth_ < ordinalsDepth_) ordinalsDepth_ = none;
         ++position_;
@@ -102,8 +111,9 @@ private:
             keepNext_ = false;
             return;
         }
-        const auto kind = whole ? Literal::Kind::Integer : Literal::Kind::Real;
-        cutOut(first, numberMark, {sql_.substr(first, position_ - first), kind});
+        const auto source = sql_.substr(first, position_ - first);
+        if (whole && isInteger(source)) return cutOut(first, integerMark, {source, Literal::Kind::Integer});
+        cutOut(first, realMark, {source, Literal::Kind::Real});
     }
 
     void text() {

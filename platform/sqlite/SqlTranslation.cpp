@@ -12,7 +12,7 @@ std::string translate(std::string_view text) {
         .join = joinOperator,
         .orderTerm = " COLLATE ES",
         .parameter = [](char mark, int) -> std::string { return mark == storage::textMark ? "? COLLATE ES" : "?"; }};
-    return storage::translate(text, dialect);
+    return storage::translate(text, dialect).text;
 }
 
 }  // namespace FendaMaestros::sqlite

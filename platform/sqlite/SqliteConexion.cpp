@@ -91,14 +91,12 @@ private:
 };
 
 void bindNumber(Run& run, int position, const storage::Literal& literal) {
-    const auto *first = literal.source.data(), *last = first + literal.source.size();
-    std::int64_t whole = 0;
-    const bool fits =
-        literal.kind == storage::Literal::Kind::Integer && std::from_chars(first, last, whole).ec == std::errc();
-    if (fits) return run.bind(position, whole);
-    double real = 0;
-    std::from_chars(first, last, real);
-    run.bind(position, real);
+    const auto bind = [&](auto value) {
+        std::from_chars(literal.source.data(), literal.source.data() + literal.source.size(), value);
+        run.bind(position, value);
+    };
+    if (literal.kind == storage::Literal::Kind::Integer) return bind(std::int64_t{0});
+    bind(0.0);
 }
 
 /// Texts with doubled quotes are kept in `unquoted`, the others stay where they are.
@@ -208,8 +206,6 @@ CachedStatement& SqliteConexion::reader(std::string_view sql) {
     auto handle = prepareOne(database_, translate(shape_.text));
     auto* statement = handle.get();
     if (!sqlite3_stmt_readonly(statement) || sqlite3_column_count(statement) == 0) refuse(noRead);
-    if (sqlite3_bind_parameter_count(statement) != static_cast<int>(shape_.literals.size()))
-        refuse("La consulta contiene parámetros.");
     return readers_.add(shape_.text, {.handle = std::move(handle), .columns = columnNames(statement)});
 }
 
