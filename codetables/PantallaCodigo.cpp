@@ -45,6 +45,7 @@ void PantallaCodigo::buscarCodigo() {
 
     Text1(0).Text = typed;
     if (!confirm(codigo_.pregunta)) return CargarGrid(1, true);
+    anotarMostrado();
     DataGrid1.Enabled = false;
     setFocus(Text1(1));
 }

@@ -77,16 +77,39 @@ void PantallaTabla::moverRegistro() {
     const int row = rsConce->currentRow();
     if (row >= 0 && row == nFilaMostrada_ && !camposVacios()) return;
     nFilaMostrada_ = row;
+    if (unsaved().empty()) return mostrarRegistro();
+    replacing([this] { mostrarRegistro(); });
+}
+
+void PantallaTabla::mostrarRegistro() {
     cmdGuardar.Enabled = true;
     Text1(1).Locked = false;
-    if (row < 0) {
+    if (nFilaMostrada_ < 0) {
         nIdActual = 0;
         vaciarFila();
-        return;
+    } else {
+        DataGrid1.Enabled = true;
+        cmdNueva.Caption = tabla_.captionNueva;
+        mostrarFila();
     }
-    DataGrid1.Enabled = true;
-    cmdNueva.Caption = tabla_.captionNueva;
-    mostrarFila();
+    anotarMostrado();
+}
+
+std::string PantallaTabla::contenido() const {
+    std::string shown;
+    for (const auto& [index, field] : Text1.elements())
+        if (index > 0) shown += text::trim(field->Text) + "\n";
+    return shown;
+}
+
+void PantallaTabla::anotarMostrado() {
+    sCodigoMostrado_ = Text1(0).Text;
+    sContenidoMostrado_ = contenido();
+}
+
+std::string PantallaTabla::unsaved() const {
+    if (contenido() == sContenidoMostrado_) return {};
+    return text::trim(sCodigoMostrado_ + " " + Text1(1).Text);
 }
 
 void PantallaTabla::vaciarFila() { vaciarTextos(); }
@@ -100,9 +123,12 @@ bool PantallaTabla::camposVacios() const {
 }
 
 void PantallaTabla::NuevoCancelar() {
-    nIdActual = 0;
-    nFilaMostrada_ = -1;
-    vaciarTextos();
+    replacing([this] {
+        nIdActual = 0;
+        nFilaMostrada_ = -1;
+        vaciarTextos();
+        anotarMostrado();
+    });
     if (enAlta()) {
         cmdNueva.Caption = tabla_.captionNueva;
         DataGrid1.Enabled = true;
@@ -120,6 +146,7 @@ void PantallaTabla::guardar() {
     const std::string key = claveMostrada();
     if (!grabar()) return;
     const std::string saved = text::trim(Text1(0).Text + " " + Text1(1).Text);
+    anotarMostrado();
     cmdNueva.Caption = tabla_.captionNueva;
     CargarGrid(1, true);
     DataGrid1.markStored(key);

@@ -38,6 +38,8 @@ protected:
     virtual void mostrarFila() = 0;
     /// Empties the edit fields: there is no current row.
     virtual void vaciarFila();
+    /// What the fields say of their row, its code apart.
+    virtual std::string contenido() const;
     /// Checks and writes what the fields show; false when a check refused it.
     virtual bool grabar() = 0;
     virtual void imprimir() = 0;
@@ -48,6 +50,9 @@ protected:
     // --- what they share
 
     void onLoad() override;
+    std::string unsaved() const override;
+    /// From now on what the fields say is not unsaved, and belongs to the code that they show.
+    void anotarMostrado();
     /// Reads the table again, sorted by a grid column.
     void CargarGrid(std::int16_t nColumna, bool bAsc);
     bool enAlta() const { return cmdNueva.Caption != tabla_.captionNueva; }
@@ -75,6 +80,7 @@ protected:
 
 private:
     void moverRegistro();
+    void mostrarRegistro();
     void guardar();
     void exportar();
 
@@ -83,6 +89,8 @@ private:
     TablaMaestra tabla_;
     /// The row of rsConce that the fields have been filled from; -1 when they show no stored row.
     int nFilaMostrada_ = -1;
+    std::string sCodigoMostrado_;
+    std::string sContenidoMostrado_;
 };
 
 }  // namespace FendaMaestros

@@ -14,6 +14,7 @@ private:
     std::string consulta() const override;
     void mostrarFila() override;
     void vaciarFila() override;
+    std::string contenido() const override { return PantallaTabla::contenido() + cboMasas.Text(); }
     void NuevoCancelar() override;
     bool grabar() override;
     void imprimir() override;
