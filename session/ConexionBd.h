@@ -45,6 +45,12 @@ public:
     /// its recordset says that it is Partial. An adapter that cannot stop a read never asks.
     virtual void watchReads(ReadWatch /*watch*/) {}
 
+    /// Asked now and then while a statement runs or waits for another program; true stops it, and it fails (Stopped).
+    using StopWatch = std::function<bool()>;
+    /// Who may stop statements from now on; nobody when it is empty. An adapter that cannot stop a statement never
+    /// asks.
+    virtual void stopWhen(StopWatch /*asked*/) {}
+
     /// Runs one INSERT, UPDATE or DELETE composed by the session, and returns how many rows it touched. A text that
     /// goes into a column of numbers is stored as the number it spells. Waits a while for another program before it
     /// fails (Busy). A statement that fails, here or in Execute, changes nothing and leaves the transaction open; only

@@ -26,6 +26,7 @@ public:
         return connection_->Execute(sql);
     }
     void watchReads(ReadWatch watch) override { connection_->watchReads(std::move(watch)); }
+    void stopWhen(StopWatch asked) override { connection_->stopWhen(std::move(asked)); }
     std::int64_t run(const Statement& statement) override {
         std::string line = statement.sql;
         const char* separator = "  -- ";

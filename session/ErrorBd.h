@@ -19,6 +19,7 @@ public:
         Refused,       ///< a text that the session does not carry out
         Sql,           ///< a text that the engine does not understand
         Lost,          ///< the server cannot be reached, or not any more; a later attempt connects again
+        Stopped,       ///< whoever waited has had it stopped
         Other,
     };
 

@@ -113,6 +113,7 @@ void GuionOperator::rethrowFailure() const {
 
 Reply GuionOperator::answer(const Message& message) {
     return keepingFailure([&]() -> Reply {
+        goOn();
         lastMessage_ = message.text;
         out_ << guion::describe(message) << " → ";
         const auto expected = script_.take<ExpectedMessage>();
@@ -149,6 +150,7 @@ void GuionOperator::guarded(Action&& action) {
         return rethrowFailure();
     } catch (const std::exception& error) {
         rethrowFailure();
+        goOn();
         receive(error.what());
     }
 }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "app/Composition.h"
+#include "app/guion/Interruption.h"
 #include "app/guion/PublicProperties.h"
 
 namespace FendaMaestros {
@@ -35,6 +36,7 @@ GuionProgram::~GuionProgram() = default;
 
 void GuionProgram::use(std::unique_ptr<SesionBd> session) {
     component_.reset();
+    session->Conexion()->stopWhen(Interruption::asked);
     session_ = traced(std::move(session), [this](std::string_view line) {
         if (tracing_) trace_(line);
     });

@@ -52,6 +52,7 @@ constexpr Failure failures[] = {
     {SQLITE_AUTH, Kind::Refused, "La sentencia no se ejecuta: la sesión no permite lo que pide.", nullptr, true},
     {SQLITE_ERROR, Kind::Sql, "La base de datos no entiende la sentencia.", nullptr, true},
     {SQLITE_IOERR, Kind::Other, "Ha fallado la lectura o la escritura en el disco."},
+    {SQLITE_INTERRUPT, Kind::Stopped, "Se ha detenido la operación."},
     {SQLITE_NOMEM, Kind::Other, "No queda memoria para la operación."},
 };
 

@@ -21,14 +21,25 @@ using Rank = std::uint8_t;
 /// A character that takes no part in the order by itself, or is no ASCII: left to ICU.
 constexpr Rank unranked = 0;
 
+struct CloseCollator {
+    void operator()(UCollator* collator) const { ucol_close(collator); }
+};
+using CollatorHandle = std::unique_ptr<UCollator, CloseCollator>;
+
+CollatorHandle openCollator(const char* language) {
+    UErrorCode status = U_ZERO_ERROR;
+    CollatorHandle collator(ucol_open(language, &status));
+    // Without data for the language the library gives the order of all others, and says no more than a warning.
+    const char* actual = collator ? ucol_getLocaleByType(collator.get(), ULOC_ACTUAL_LOCALE, &status) : nullptr;
+    if (U_FAILURE(status) || !actual || actual != std::string_view(language))
+        throw ErrorBd(ErrorBd::Kind::Other, "No se encuentra la ordenación española de textos.", status,
+                      u_errorName(status));
+    return collator;
+}
+
 class Collator {
 public:
-    Collator() {
-        UErrorCode status = U_ZERO_ERROR;
-        collator_.reset(ucol_open("es", &status));
-        if (U_FAILURE(status))
-            throw ErrorBd(ErrorBd::Kind::Other, "No se encuentra la ordenación española de textos.", status,
-                          u_errorName(status));
+    Collator() : collator_(openCollator("es")) {
         ucol_setStrength(collator_.get(), UCOL_SECONDARY);
         rankAscii();
     }
@@ -42,10 +53,6 @@ public:
     Rank rank(char c) const { return ranks_[static_cast<unsigned char>(c)]; }
 
 private:
-    struct Close {
-        void operator()(UCollator* collator) const { ucol_close(collator); }
-    };
-
     /// Numbers the ASCII characters in ICU's own order, so that most comparisons need no ICU.
     void rankAscii() {
         std::vector<char> characters;
@@ -62,7 +69,7 @@ private:
         }
     }
 
-    std::unique_ptr<UCollator, Close> collator_;
+    CollatorHandle collator_;
     std::array<Rank, 256> ranks_{};
 };
 
@@ -107,6 +114,14 @@ int collate(void* order, int sizeA, const void* a, int sizeB, const void* b) {
 
 int compareSpanish(std::string_view a, std::string_view b) {
     return compareBytes(collator(), withoutTrailingBlanks(a), withoutTrailingBlanks(b));
+}
+
+std::string orderVersion(const char* language) {
+    UVersionInfo version;
+    ucol_getVersion(openCollator(language).get(), version);
+    std::array<char, U_MAX_VERSION_STRING_LENGTH> text{};
+    u_versionToString(version, text.data());
+    return text.data();
 }
 
 void registerCollation(sqlite3* database) {

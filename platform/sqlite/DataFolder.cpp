@@ -6,6 +6,7 @@
 #include "platform/sqlite/Collation.h"
 #include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/Files.h"
+#include "platform/sqlite/Order.h"
 #include "platform/sqlite/Recovery.h"
 #include "platform/sqlite/Schema.h"
 #include "platform/sqlite/SqliteConexion.h"
@@ -91,6 +92,7 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
     return saying("No se puede abrir la empresa " + guillemets(name), [&] {
         Database company(file, Database::Mode::Existing, busyTimeout_);
         checkSchema(company, "main", Contents::Company);
+        requireOrder(company, "de la empresa " + guillemets(name));
         requireShared();
         auto own = std::make_shared<SqliteConexion>(std::move(company), shared);
         auto parameters = storage::readParameters(*own);
@@ -122,8 +124,18 @@ void DataFolder::createFolder() const {
 
 void DataFolder::requireShared() const {
     const auto file = folder_ / sharedFileName;
-    saying("La base de datos común no se puede usar",
-           [&] { checkSchema(Database(file, Database::Mode::Existing, busyTimeout_), "main", Contents::Shared); });
+    saying("La base de datos común no se puede usar", [&] {
+        const Database shared(file, Database::Mode::Existing, busyTimeout_);
+        checkSchema(shared, "main", Contents::Shared);
+        requireOrder(shared, "de la base de datos común");
+    });
+}
+
+void DataFolder::requireOrder(const Database& database, const std::string& whose) const {
+    if (hasCurrentOrder(database)) return;
+    const auto change = "el orden de los textos es de otra versión";
+    saying("No se pueden rehacer los índices " + whose + ", y " + change, [&] { renewOrder(database); });
+    tell("Se han rehecho los índices " + whose + ": " + change + ".");
 }
 
 void DataFolder::createShared() const {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/sqlite/Database.h"
 #include "session/Companies.h"
 
 namespace FendaMaestros::sqlite {
@@ -42,6 +43,9 @@ private:
     void createFolder() const;
     /// Throws unless the shared database can be used.
     void requireShared() const;
+    /// Sorts its indexes anew when the order of texts is another than that they were sorted by, and tells so. `whose`:
+    /// "de la empresa ...".
+    void requireOrder(const Database& database, const std::string& whose) const;
     void createShared() const;
     /// Makes a database aside and gives it its name when it is whole. False when something had that name by then.
     bool createFile(const std::filesystem::path& file,

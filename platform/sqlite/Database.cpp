@@ -13,7 +13,8 @@ void FinalizeStatement::operator()(sqlite3_stmt* statement) const { sqlite3_fina
 
 Database::Database() { open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE); }
 
-Database::Database(const std::filesystem::path& file, Mode mode, std::chrono::milliseconds busyTimeout) {
+Database::Database(const std::filesystem::path& file, Mode mode, std::chrono::milliseconds busyTimeout)
+    : busyTimeout_(busyTimeout) {
     open(file.string().c_str(), SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0));
     sqlite3_busy_timeout(handle(), static_cast<int>(busyTimeout.count()));
 }

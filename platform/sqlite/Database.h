@@ -29,6 +29,8 @@ public:
     Database(const std::filesystem::path& file, Mode mode, std::chrono::milliseconds busyTimeout);
 
     sqlite3* handle() const { return handle_.get(); }
+    /// How long a statement waits for another program.
+    std::chrono::milliseconds busyTimeout() const { return busyTimeout_; }
     /// Runs statements that give no rows back.
     void execute(const std::string& sql) const;
     /// The first value of the first row; 0 when there is none.
@@ -39,6 +41,7 @@ private:
     void open(const char* name, int flags);
 
     std::unique_ptr<sqlite3, CloseDatabase> handle_;
+    std::chrono::milliseconds busyTimeout_{0};
 };
 
 }  // namespace FendaMaestros::sqlite

@@ -17,8 +17,8 @@ bool isThere(const std::filesystem::path& file);
 /// The name of the group that a file or folder belongs to; its number when it has no name.
 std::string groupOf(const std::filesystem::path& path);
 
-/// Makes or empties a file, for its owner and the group of a shared folder. `target` is the name that it is to have when
-/// it is finished, and the one that an error tells.
+/// Makes or empties a file, for its owner and the group of a shared folder. `target` is the name that it is to have
+/// when it is finished, and the one that an error tells.
 void createEmptyFile(const std::filesystem::path& file, const std::filesystem::path& target);
 
 /// Gives a finished file its name. False when another one has the name already, which then stays as it is.

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/sqlite/Order.h"
 #include "session/ErrorBd.h"
 #include "storage/Schema.h"
 
@@ -67,6 +68,7 @@ void createSchema(const Database& database, const std::string& schema, Contents 
     sql += "PRAGMA " + schema + ".application_id = " + std::to_string(applicationId(contents)) + ";";
     sql += "PRAGMA " + schema + ".user_version = " + std::to_string(schemaOf(contents).version) + ";";
     database.execute(sql);
+    storeOrder(database, schema);
 }
 
 void checkSchema(const Database& database, const std::string& schema, Contents contents) {

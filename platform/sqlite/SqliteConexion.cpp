@@ -2,8 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <charconv>
 #include <list>
+#include <thread>
 #include <utility>
 
 #include "platform/sqlite/Check.h"
@@ -19,37 +21,13 @@ namespace {
 
 [[noreturn]] void refuse(const char* sentence) { throw ErrorBd(ErrorBd::Kind::Refused, sentence); }
 
+/// Of the engine's virtual machine, between two questions: some tenths of a millisecond.
+constexpr int instructions = 20000;
+
+/// Between two attempts at what another program holds.
+constexpr std::chrono::milliseconds longestPause(25);
+
 /// A statement in use: without bindings and at its start again when it goes.
-class Watched {
-public:
-    Watched(const Database& database, const ConexionBd::ReadWatch& watch, const Recordset& rows)
-        : database_(database), watch_(watch), rows_(rows) {
-        if (watch_) sqlite3_progress_handler(database_.handle(), instructions, &ask, this);
-    }
-    Watched(const Watched&) = delete;
-    Watched& operator=(const Watched&) = delete;
-    ~Watched() {
-        if (watch_) sqlite3_progress_handler(database_.handle(), 0, nullptr, nullptr);
-    }
-
-    bool stopped() const { return stopped_; }
-
-private:
-    /// Of the engine's virtual machine, between two questions: some tenths of a millisecond.
-    static constexpr int instructions = 20000;
-
-    static int ask(void* self) {
-        auto& watched = *static_cast<Watched*>(self);
-        watched.stopped_ = watched.stopped_ || !watched.watch_(watched.rows_.rowCount());
-        return watched.stopped_ ? 1 : 0;
-    }
-
-    const Database& database_;
-    const ConexionBd::ReadWatch& watch_;
-    const Recordset& rows_;
-    bool stopped_ = false;
-};
-
 class Run {
 public:
     Run(const Database& database, sqlite3_stmt* statement) : database_(database), statement_(statement) {}
@@ -58,19 +36,6 @@ public:
     ~Run() {
         sqlite3_reset(statement_);
         sqlite3_clear_bindings(statement_);
-    }
-
-    bool step() {
-        const int code = sqlite3_step(statement_);
-        check(code, database_.handle());
-        return code == SQLITE_ROW;
-    }
-    /// False also when the watch has stopped the read.
-    bool step(const Watched& watched) {
-        const int code = sqlite3_step(statement_);
-        if (code == SQLITE_INTERRUPT && watched.stopped()) return false;
-        check(code, database_.handle());
-        return code == SQLITE_ROW;
     }
 
     /// Texts must live as long as this.
@@ -168,7 +133,25 @@ private:
     Permission& permission_;
 };
 
+/// What the watch is asked about while it lives.
+class SqliteConexion::Reading {
+public:
+    Reading(SqliteConexion& connection, const Recordset& rows) : connection_(connection) {
+        connection_.reading_ = &rows;
+    }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+    ~Reading() {
+        connection_.reading_ = nullptr;
+        connection_.readStopped_ = false;
+    }
+
+private:
+    SqliteConexion& connection_;
+};
+
 SqliteConexion::SqliteConexion(Database company, const std::filesystem::path& shared) : database_(std::move(company)) {
+    sqlite3_busy_handler(database_.handle(), waitOn, this);
     database_.execute("ATTACH " + literal(shared.empty() ? ":memory:" : shared.string()) + " AS KXComun");
     // One transaction spans both files, and only a rollback journal keeps it whole through a crash.
     for (const char* schema : {"main", "KXComun"}) {
@@ -195,6 +178,45 @@ int SqliteConexion::authorize(void* self, int action, const char*, const char*, 
         default:
             return SQLITE_DENY;
     }
+}
+
+void SqliteConexion::watchReads(ReadWatch watch) {
+    watch_ = std::move(watch);
+    attend();
+}
+
+void SqliteConexion::stopWhen(StopWatch asked) {
+    stopAsked_ = std::move(asked);
+    attend();
+}
+
+void SqliteConexion::attend() {
+    const bool asked = watch_ || stopAsked_;
+    sqlite3_progress_handler(database_.handle(), asked ? instructions : 0, asked ? mayGoOn : nullptr, this);
+}
+
+int SqliteConexion::mayGoOn(void* self) {
+    auto& connection = *static_cast<SqliteConexion*>(self);
+    if (connection.isToStop()) return 1;
+    if (connection.reading_ && connection.watch_ && !connection.watch_(connection.reading_->rowCount()))
+        connection.readStopped_ = true;
+    return connection.readStopped_ ? 1 : 0;
+}
+
+int SqliteConexion::waitOn(void* self, int tries) {
+    auto& connection = *static_cast<SqliteConexion*>(self);
+    const auto now = std::chrono::steady_clock::now();
+    if (tries == 0) connection.waitingSince_ = now;
+    if (now - connection.waitingSince_ >= connection.database_.busyTimeout() || connection.isToStop()) return 0;
+    std::this_thread::sleep_for(std::min(std::chrono::milliseconds(tries + 1), longestPause));
+    return 1;
+}
+
+bool SqliteConexion::step(sqlite3_stmt* statement) const {
+    const int code = sqlite3_step(statement);
+    if (code == SQLITE_INTERRUPT && readStopped_) return false;
+    check(code == SQLITE_BUSY && isToStop() ? SQLITE_INTERRUPT : code, database_.handle());
+    return code == SQLITE_ROW;
 }
 
 CachedStatement& SqliteConexion::reader(std::string_view sql) {
@@ -225,10 +247,10 @@ std::shared_ptr<Recordset> SqliteConexion::Execute(std::string_view sql) {
     Run run(database_, statement);
     bindLiterals(run, shape_.literals, unquoted);
     const int columns = static_cast<int>(cached.columns.size());
-    const Watched watched(database_, watch_, *rows);
-    while (run.step(watched))
+    const Reading reading(*this, *rows);
+    while (step(statement))
         for (int i = 0; i < columns; ++i) append(*rows, sqlite3_column_value(statement, i));
-    rows->Partial = watched.stopped();
+    rows->Partial = readStopped_;
     cached.rows = rows->rowCount();
     cached.textBytes = rows->textBytes();
     return rows;
@@ -252,7 +274,7 @@ std::int64_t SqliteConexion::run(const Statement& statement) {
     int position = 0;
     const auto bind = [&](const auto& value) { run.bind(++position, value); };
     for (const auto& parameter : statement.parameters) std::visit(bind, parameter.storage());
-    run.step();
+    step(handle);
     return sqlite3_changes64(database_.handle());
 }
 

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <signal.h>
 #include <stdlib.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -28,6 +32,29 @@ protected:
         return fenda(std::move(options));
     }
 };
+
+TEST_F(CommandLine, AScriptThatIsEndedEndsInsideAStatement) {
+    std::filesystem::create_directories(folder_);
+    std::ofstream(folder_ / "largo.guion")
+        << "mostrar\nsql \"WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i-1 FROM n WHERE i > -10000000000) "
+           "SELECT COUNT(*) FROM n\"\n";
+    int output[2];
+    ASSERT_EQ(::pipe(output), 0);
+    const pid_t program = ::fork();
+    if (program == 0) {
+        ::dup2(output[1], STDOUT_FILENO);
+        std::string name = "fenda", verb = "guion", script = folder_ / "largo.guion";
+        char* words[] = {name.data(), verb.data(), script.data()};
+        ::_exit(runCommandLine(3, words));
+    }
+    char first = 0;
+    EXPECT_EQ(::read(output[0], &first, 1), 1);
+    ::usleep(300'000);  // from the first line to the middle of the statement
+    ::kill(program, SIGTERM);
+    int status = 0;
+    ::waitpid(program, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+}
 
 TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
     for (const auto& words : std::vector<std::vector<std::string>>{{"otra"},

@@ -270,6 +270,24 @@ TEST_P(ConnectionContract, AFailedStatementLeavesTheTransactionOpen) {
     EXPECT_EQ(connection->run({"UPDATE Centro SET Centro_Cod = ? WHERE Centro_Id = ?", {8, 99}}), 0);
 }
 
+/// --- stopping
+
+TEST_P(ConnectionContract, AStatementUnderWayCanBeStopped) {
+    const char* numbers =
+        "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i-1 FROM n WHERE i > -1000000000) "
+        "SELECT COUNT(*) FROM n";
+    bool wanted = false;
+    int asked = 0;
+    connection->stopWhen([&] { return wanted && ++asked > 2; });
+    connection->BeginTrans();
+    insertCentres({"uno"});
+    wanted = true;
+    EXPECT_EQ(errorOf([&] { read(numbers); }), Kind::Stopped);
+    wanted = false;
+    connection->CommitTrans();
+    EXPECT_EQ(centres(), 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(, ConnectionContract, ::testing::ValuesIn(backends()), nameOf);
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "platform/sqlite/DataFolder.h"
 
+#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,6 +13,7 @@
 
 #include "SessionContract.h"
 #include "TemporaryFolder.h"
+#include "platform/sqlite/Collation.h"
 #include "platform/sqlite/SqliteConexion.h"
 
 namespace FendaMaestros::tests {
@@ -53,6 +55,12 @@ protected:
     }
     static sqlite::SqliteConexion& engine(SesionBd& session) {
         return dynamic_cast<sqlite::SqliteConexion&>(*session.Conexion());
+    }
+    static std::string textOf(const sqlite::Database& database, const std::string& sql) {
+        const auto statement = database.prepare(sql);
+        return sqlite3_step(statement.get()) == SQLITE_ROW
+                   ? reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0))
+                   : "";
     }
     /// What a call says when it fails.
     template <class Call>
@@ -330,6 +338,54 @@ TEST_F(DataFolderTest, TwoConnectionsOnOneCompanyTakeTurns) {
     EXPECT_PRED2(has, sentenceOf([&] { one->Conexion()->CommitTrans(); }), "usando los datos comunes (KXComun.db) en");
     one->Conexion()->RollbackTrans();
     EXPECT_GT(count(*one, "KXComun.dbo.TVI"), 0);
+}
+
+/// --- the order of texts
+
+int backwards(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return -sqlite::compareSpanish({static_cast<const char*>(a), static_cast<std::size_t>(sizeA)},
+                                   {static_cast<const char*>(b), static_cast<std::size_t>(sizeB)});
+}
+
+TEST_F(DataFolderTest, WhatAnotherVersionOfTheOrderHasSortedIsSortedAnew) {
+    folder->createDemonstration();
+    const std::string name = folder->list().front(), wanted = "KXComun.dbo.Nif WHERE Nif_Doc = 'X0000000T'";
+    folder->open(name)->Conexion()->run({"INSERT INTO KXComun.dbo.Nif (Nif_Doc) VALUES (?)", {"X0000000T"}});
+    for (const auto& file : {path / "KXComun.db", path / (name + ".db")}) {
+        const sqlite::Database other(file, sqlite::Database::Mode::Existing, shortWait);
+        sqlite3_create_collation(other.handle(), "ES", SQLITE_UTF8, nullptr, backwards);
+        other.execute("REINDEX ES; UPDATE Ordenacion SET Version = 'otra'");
+    }
+    std::vector<std::string> told;
+    folder->tellTo([&](const std::string& sentence) { told.push_back(sentence); });
+    {
+        const sqlite::Database inUse(path / "KXComun.db", sqlite::Database::Mode::Existing, shortWait);
+        inUse.execute("BEGIN; SELECT COUNT(*) FROM Nif");
+        EXPECT_EQ(openingError(name), Kind::Busy);
+    }
+    const auto session = folder->open(name);
+    EXPECT_EQ(told,
+              (std::vector<std::string>{
+                  "Se han rehecho los índices de la empresa "
+                  "«" +
+                      name + "»: el orden de los textos es de otra versión.",
+                  "Se han rehecho los índices de la base de datos común: el orden de los textos es de otra versión."}));
+    EXPECT_EQ(count(*session, wanted), 1);
+    for (const char* integrity : {"PRAGMA main.integrity_check", "PRAGMA KXComun.integrity_check"})
+        EXPECT_EQ(textOf(engine(*session).database(), integrity), "ok");
+    folder->open(name);
+    EXPECT_EQ(told.size(), 2U);
+
+    engine(*session).database().execute("DROP TABLE main.Ordenacion");
+    fs::permissions(path / (name + ".db"), static_cast<fs::perms>(0444));
+    fs::permissions(path, static_cast<fs::perms>(0555));
+    const WithoutPrivileges without;
+    EXPECT_EQ(openingError(name), Kind::ReadOnly);
+}
+
+TEST_F(DataFolderTest, ALanguageWithoutAnOrderOfItsOwnIsAnError) {
+    EXPECT_NE(sqlite::orderVersion(), "");
+    EXPECT_THROW(sqlite::orderVersion("xx"), ErrorBd);
 }
 
 TEST_F(DataFolderTest, SaysWhichFileIsDamaged) {
