@@ -125,10 +125,9 @@ private:
 
     void direction(std::string_view token) {
         const bool ordered = level().ordering && termOpen_;
-        if (ordered) out_.insert(solidEnd_, dialect_.orderTerm);
+        if (ordered) insert(dialect_.orderTerm);
         emit(token);
-        if (ordered) out_ += is(token, "ASC") ? dialect_.ascendingTerm : dialect_.descendingTerm;
-        solidEnd_ = out_.size();
+        if (ordered) insert(is(token, "ASC") ? dialect_.ascendingTerm : dialect_.descendingTerm);
         termOpen_ = false;
     }
 
@@ -221,13 +220,13 @@ private:
     }
 
     void endTerm() {
-        if (level().ordering && termOpen_)
-            out_.insert(solidEnd_, std::string(dialect_.orderTerm).append(dialect_.ascendingTerm));
+        if (level().ordering && termOpen_) insert(std::string(dialect_.orderTerm).append(dialect_.ascendingTerm));
         termOpen_ = false;
     }
 
     void endSelect() {
         endTerm();
+        if (level().ordering && levels_.size() == 1) insert(dialect_.lastTerm);
         level().ordering = false;
         if (level().limit.empty()) return;
         out_ += " LIMIT " + level().limit;
@@ -248,6 +247,12 @@ private:
         termOpen_ = true;
         numberBefore_ = joining_ = false;
         previous_ = token;
+    }
+
+    /// Puts text behind the last token.
+    void insert(std::string_view text) {
+        out_.insert(solidEnd_, text);
+        solidEnd_ += text.size();
     }
 
     /// A word right behind a number or a parameter would be read as part of it.

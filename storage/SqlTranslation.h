@@ -20,6 +20,9 @@ struct Dialect {
     /// What goes behind the direction of a term of ORDER BY, written or not; with the blank in front.
     std::string_view ascendingTerm = {};
     std::string_view descendingTerm = {};
+    /// What goes behind the last term of the ORDER BY of a whole text, for an engine that gives rows which the terms do
+    /// not tell apart in no order of its own; with the comma in front.
+    std::string_view lastTerm = {};
     /// Whether a word may stand before a parenthesis; null: every word may.
     bool (*mayCall)(std::string_view word) = nullptr;
 };

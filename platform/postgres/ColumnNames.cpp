@@ -18,13 +18,13 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-/// The name of a column as the tables define it; as it came when none does.
-std::string_view asDefined(std::string_view name) {
+/// The name of a column as the tables define it; `otherwise` when none does.
+std::string_view asDefined(std::string_view name, std::string_view otherwise) {
     for (const auto* schema : {&storage::companySchema(), &storage::sharedSchema()})
         for (const auto& table : schema->tables)
             for (const auto& column : table.columns)
                 if (same(column.name, name)) return column.name;
-    return name;
+    return otherwise;
 }
 
 /// Takes what a text begins with: a word, or all up to the end of a quoted text or name, or one character.
@@ -90,29 +90,42 @@ bool isColumn(std::string_view term) {
     return true;
 }
 
-/// `given`: what the engine calls the column.
-std::string_view nameOf(std::string_view term, std::string_view given) {
-    if (isColumn(term)) return asDefined(given);
+/// The columns of a result as the engine calls them.
+class Given {
+public:
+    explicit Given(const PGresult* result) : result_(result) {}
+
+    std::size_t count() const { return static_cast<std::size_t>(PQnfields(result_)); }
+    std::string_view name(std::size_t column) const { return PQfname(result_, static_cast<int>(column)); }
+    /// Whether it is the column of a table, handed through.
+    bool isOfTable(std::size_t column) const { return PQftable(result_, static_cast<int>(column)) != InvalidOid; }
+    std::string_view defined(std::size_t column) const { return asDefined(name(column), name(column)); }
+
+private:
+    const PGresult* result_;
+};
+
+std::string_view nameOf(std::string_view term, const Given& given, std::size_t column) {
     const auto last = lastName(term);
-    return same(last, given) ? last : term;
+    if (isColumn(term)) return given.isOfTable(column) ? asDefined(given.name(column), last) : last;
+    return same(last, given.name(column)) ? last : term;
 }
 
 }  // namespace
 
 std::vector<std::string> columnNames(std::string_view sql, const PGresult* result) {
+    const Given given(result);
     const auto terms = selectTerms(sql);
-    const auto count = static_cast<std::size_t>(PQnfields(result));
     std::vector<std::string> names;
-    const auto given = [&] { return std::string_view(PQfname(result, static_cast<int>(names.size()))); };
-    for (std::size_t i = 0; i < terms.size() && names.size() < count; ++i) {
+    for (std::size_t i = 0; i < terms.size() && names.size() < given.count(); ++i) {
         if (!isStar(terms[i])) {
-            names.emplace_back(nameOf(terms[i], given()));
+            names.emplace_back(nameOf(terms[i], given, names.size()));
             continue;
         }
         const auto behind = terms.size() - i - 1;
-        while (names.size() + behind < count) names.emplace_back(asDefined(given()));
+        while (names.size() + behind < given.count()) names.emplace_back(given.defined(names.size()));
     }
-    while (names.size() < count) names.emplace_back(asDefined(given()));
+    while (names.size() < given.count()) names.emplace_back(given.defined(names.size()));
     return names;
 }
 

@@ -28,14 +28,12 @@ std::shared_ptr<Companies> sqliteCompanies(std::chrono::milliseconds wait) {
 /// One server for all cases, each with a database of its own.
 class PostgresDatabases {
 public:
-    PostgresDatabases() try {
+    PostgresDatabases() {
         postgres::Server(server_.create("preparada")).prepare();
         postgres::Server(create("vacia", "preparada")).receive("Vacía", [](ConexionBd&) {});
         server_.execute("vacia", {"DO $$ DECLARE filled regclass; BEGIN FOR filled IN SELECT oid FROM pg_class WHERE "
                                   "relkind = 'r' AND relnamespace = 'kxcomun'::regnamespace LOOP EXECUTE "
                                   "format('TRUNCATE %s RESTART IDENTITY', filled); END LOOP; END $$"});
-    } catch (const ErrorBd& error) {
-        throw std::runtime_error(error.what() + (" (" + error.nativeText()) + ")");
     }
     std::string fresh(const std::string& like) { return create("caso" + std::to_string(++count_), like); }
 
