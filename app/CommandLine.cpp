@@ -13,6 +13,7 @@
 #include "app/CommandIdentidades.h"
 #include "app/CommandListado.h"
 #include "app/CommandNif.h"
+#include "app/CommandServidor.h"
 #include "app/CommandVerificar.h"
 #include "app/Complaint.h"
 #include "app/Composition.h"
@@ -39,6 +40,7 @@ struct Request {
     std::string registerOrder;
     bool registerDescending = false;
     std::string origin, goal;
+    bool sqlShown = false;
     /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
     std::string csv, xlsx, pdf;
     bool json = false;
@@ -141,6 +143,15 @@ void describeCopy(CLI::App& program, Request& request) {
     app.footer("La empresa queda entera en el destino, o no queda nada. Los ficheros que la acompañan no se copian.");
 }
 
+void describeServer(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "servidor", "Prepara un servidor PostgreSQL para tener empresas");
+    app.require_subcommand(1);
+    CLI::App& prepare = *addCommand(app, "preparar", "Crea en su base de datos lo que hace falta; se puede repetir");
+    addText(prepare, "--servidor", request.place.server, "Conexión de quien lo administra, como dbname=conta",
+            "CONEXIÓN");
+    prepare.add_flag("--mostrar", request.sqlShown, "Muestra el SQL y no hace nada");
+}
+
 void describe(CLI::App& program, Request& request) {
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
@@ -176,6 +187,7 @@ void describe(CLI::App& program, Request& request) {
     addCompany(*script, request);
 
     describeCopy(program, request);
+    describeServer(program, request);
     describeListing(program, request);
     describeRegister(program, request);
     describeCheck(program, request);
@@ -232,6 +244,7 @@ int run(const CLI::App& program, Request& request) {
         if (request.goal.empty()) throw std::invalid_argument("Faltan el origen y el destino de la copia.");
         return runCopiar(readPlace(request.origin), readPlace(request.goal), request.company);
     }
+    if (program.got_subcommand("servidor")) return runServidorPreparar(request.place, request.sqlShown);
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");

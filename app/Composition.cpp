@@ -12,6 +12,11 @@
 #include "app/window/RunMainWindow.h"
 #include "platform/qt/Pdf.h"
 #endif
+#ifdef FENDA_WITH_POSTGRES
+#include <chrono>
+
+#include "platform/postgres/Server.h"
+#endif
 #ifdef FENDA_WITH_REPORTS
 #include "platform/reports/FendaRep.h"
 #endif
@@ -46,11 +51,36 @@ std::unique_ptr<Companies> companiesOfFolder(const std::string&) {
 }
 #endif
 
-std::unique_ptr<Companies> companiesOfServer(const std::string&) {
-    throw std::runtime_error("Este programa se ha construido sin acceso a servidores.");
+#ifdef FENDA_WITH_POSTGRES
+std::unique_ptr<Companies> companiesOfServer(const std::string& connection) {
+    return std::make_unique<postgres::Server>(connection, std::chrono::seconds(1), ownDataFolder().string());
+}
+#else
+[[noreturn]] void failWithoutServers() {
+    throw std::runtime_error("Este programa se ha construido sin acceso a servidores PostgreSQL.");
 }
 
+std::unique_ptr<Companies> companiesOfServer(const std::string&) { failWithoutServers(); }
+#endif
+
 }  // namespace
+
+#ifdef FENDA_WITH_POSTGRES
+
+std::string serverPreparation() { return postgres::Server::preparation(); }
+
+std::string prepareServer(const std::string& connection) {
+    const postgres::Server server(connection);
+    server.prepare();
+    return server.place();
+}
+
+#else
+
+std::string serverPreparation() { failWithoutServers(); }
+std::string prepareServer(const std::string&) { failWithoutServers(); }
+
+#endif
 
 std::unique_ptr<Companies> companiesAt(const Place& place) {
     auto companies =

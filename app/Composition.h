@@ -21,6 +21,12 @@ void registerComponents(ComponentRegistry& components, Desktop& desktop);
 /// What they tell goes to standard error.
 std::unique_ptr<Companies> companiesAt(const Place& place);
 
+/// The SQL that makes a server ready for companies.
+std::string serverPreparation();
+/// Makes a server ready, and gives its name for a person to read, without user and password. Throws std::exception, in
+/// Spanish, when that cannot be done.
+std::string prepareServer(const std::string& connection);
+
 /// The first company of a place. Throws std::runtime_error, in Spanish, when there is none.
 std::string firstCompany(const Companies& companies, const Place& place);
 

@@ -1,7 +1,6 @@
 #include "app/Place.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <stdexcept>
 
 namespace FendaMaestros {
@@ -13,15 +12,6 @@ std::string environment(const char* variable) {
     return value ? value : "";
 }
 
-std::string ownFolder() {
-    // A relative path there is to be ignored, as the XDG rules for base directories say.
-    const std::filesystem::path data = environment("XDG_DATA_HOME");
-    if (data.is_absolute()) return data / "fenda";
-    const std::string home = environment("HOME");
-    if (home.empty()) throw std::runtime_error("No hay carpeta de usuario; indique la de datos con --carpeta.");
-    return std::filesystem::path(home) / ".local" / "share" / "fenda";
-}
-
 bool isConnection(const std::string& argument) {
     if (argument.starts_with("postgresql://") || argument.starts_with("postgres://")) return true;
     const std::size_t key = argument.find_first_not_of("abcdefghijklmnopqrstuvwxyz_");
@@ -29,6 +19,15 @@ bool isConnection(const std::string& argument) {
 }
 
 }  // namespace
+
+std::filesystem::path ownDataFolder() {
+    // A relative path there is to be ignored, as the XDG rules for base directories say.
+    const std::filesystem::path data = environment("XDG_DATA_HOME");
+    if (data.is_absolute()) return data / "fenda";
+    const std::string home = environment("HOME");
+    if (home.empty()) throw std::runtime_error("No hay carpeta de usuario; indique la de datos con --carpeta.");
+    return std::filesystem::path(home) / ".local" / "share" / "fenda";
+}
 
 std::optional<Place> chosenPlace(const TypedPlace& typed) {
     if (!typed.folder.empty() && !typed.server.empty())
@@ -44,7 +43,7 @@ std::optional<Place> chosenPlace(const TypedPlace& typed) {
 
 Place placeOfCompanies(const TypedPlace& typed) {
     if (const auto chosen = chosenPlace(typed)) return *chosen;
-    return {Place::Kind::Folder, ownFolder()};
+    return {Place::Kind::Folder, ownDataFolder()};
 }
 
 Place readPlace(const std::string& argument) {

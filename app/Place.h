@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -24,8 +25,11 @@ struct TypedPlace {
 /// that, FENDA_CARPETA. Nothing when with none. Throws std::invalid_argument, in Spanish, when both options are given.
 std::optional<Place> chosenPlace(const TypedPlace& typed);
 
-/// The chosen one, or else the user's own folder: "fenda" in XDG_DATA_HOME, which stands for ~/.local/share. Throws
-/// as chosenPlace() and, std::runtime_error, when there is no home to put it in.
+/// The user's own folder: "fenda" in XDG_DATA_HOME, which stands for ~/.local/share. Throws std::runtime_error, in
+/// Spanish, when there is no home to put it in.
+std::filesystem::path ownDataFolder();
+
+/// The chosen one, or else the user's own folder. Throws as both.
 Place placeOfCompanies(const TypedPlace& typed);
 
 /// One argument that may name either: a server when it begins as a connection does ("postgresql://", "postgres://" or
