@@ -179,11 +179,8 @@ NifRecord frmNif::enPantalla() const {
     nif.tipoVia = codedList::codeOr(cboTipoVia, 2, nifLeido_.tipoVia);
     nif.provincia = paisPropio() ? codedList::codeOr(cboProvincias, 2, nifLeido_.provincia) : txtFields(Provincia).Text;
     nif.pais = codedList::codeOr(cboPais, 3, nifLeido_.pais);
-    const bool unlistedKey = cboClaveRetencion.ListIndex() < 0;
-    nif.claveRetencion = unlistedKey ? nifLeido_.claveRetencion : chosenKey(cboClaveRetencion, 1);
-    const bool unlistedSubkey = unlistedKey || cboSubclave.ListIndex() < 0;
-    const bool sameKey = nif.claveRetencion == nifLeido_.claveRetencion;
-    nif.subclave = unlistedSubkey && sameKey ? nifLeido_.subclave : chosenKey(cboSubclave, 2);
+    nif.claveRetencion = chosenKey(cboClaveRetencion, 1);
+    nif.subclave = chosenKey(cboSubclave, 2);
     return nif;
 }
 
@@ -299,12 +296,15 @@ void frmNif::elegirClaveRetencion() {
     if (before != nSubclavesDejadas_.end()) cboSubclave.setListIndex(before->second);
 }
 
-/// A key or subkey that the list does not have leaves nothing chosen in it; none at all is the first item.
+/// A key that the fiscal year does not have counts as none, and a save takes it away; the person is told.
 void frmNif::situarClave(const std::string& key, const std::string& subkey) {
     sClave_.clear();
     nSubclavesDejadas_.clear();
-    cboClaveRetencion.setListIndex(text::trim(key).empty() ? 0 : codedList::position(cboClaveRetencion, 1, key));
-    if (!subkey.empty()) cboSubclave.setListIndex(codedList::position(cboSubclave, 2, subkey));
+    const int item = text::trim(key).empty() ? 0 : codedList::position(cboClaveRetencion, 1, key);
+    cboClaveRetencion.setListIndex(std::max(0, item));
+    const int subitem = codedList::position(cboSubclave, 2, subkey);
+    if (subitem >= 0) cboSubclave.setListIndex(subitem);
+    if (item < 0) tell("La clave de retención " + key + " no existe en este ejercicio: al guardar se quita.");
 }
 
 /// An unknown code leaves the province as it is.

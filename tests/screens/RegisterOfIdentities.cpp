@@ -174,9 +174,9 @@ TEST_F(RegisterOfIdentities, WithASingleInvoiceNothingIsDeletedAndWithoutAProvin
 }
 
 TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThem) {
-    const char* codes = "SELECT Nif_Sg, Nif_Prov, Nif_Pais, Nif_ClaveRet, Nif_SubClave FROM KXComun.dbo.Nif";
-    insert("KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Sg, Nif_Prov, Nif_Pais, Nif_ClaveRet, Nif_SubClave)",
-           {{0, "C00000003", "C", "77", "011", "Z", "09"}, {0, "D00000004", "C", "Var", "999", "G", "09"}});
+    const char* codes = "SELECT Nif_Sg, Nif_Prov, Nif_Pais FROM KXComun.dbo.Nif";
+    insert("KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Sg, Nif_Prov, Nif_Pais)",
+           {{0, "C00000003", "C", "77", "011"}, {0, "D00000004", "C", "Var", "999"}});
     const std::string before = rows(codes);
     onNextScreen([&](Form& form) {
         const auto choose = [&](const char* list, int item) {
@@ -190,11 +190,10 @@ TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThe
         EXPECT_EQ(rows(codes), before);
         choose("cboPais", 0);
         choose("cboProvincias", 1);
-        choose("cboClaveRetencion", 1);
         pressAndRead(form, identity::save, done);
     });
     maes.jNif();
-    EXPECT_TRUE(rows(codes).ends_with("C|77|011|Z|09|\nC|28|011|A||\n")) << rows(codes);
+    EXPECT_TRUE(rows(codes).ends_with("C|77|011|\nC|28|011|\n")) << rows(codes);
 }
 
 TEST_F(RegisterOfIdentities, WhatAnotherProgramHasChangedMeanwhileIsNotWrittenOver) {
