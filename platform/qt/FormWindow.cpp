@@ -24,7 +24,6 @@ std::vector<FormWindow*>& shownWindows() {
 
 FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(form) {
     setAttribute(Qt::WA_QuitOnClose, false);
-    setWindowModality(Qt::ApplicationModal);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     if (Label* const status = form.statusLine()) views_[status] = std::make_unique<StatusLineView>(*status, *this);

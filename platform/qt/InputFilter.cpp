@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QWindow>
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/KeyCodes.h"
+#include "platform/qt/OnTop.h"
 
 namespace FendaMaestros::qt {
 
@@ -27,9 +29,45 @@ bool clickRefused(QWidget& at) {
     return window->form().activeControl() != control || window->form().interruptions() != before;
 }
 
+/// What a window below another one does not hear of; for keys, see TypeAhead.
+bool isForTheTop(QEvent::Type type) {
+    switch (type) {
+        case QEvent::Enter:
+        case QEvent::MouseMove:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+        case QEvent::DragEnter:
+        case QEvent::DragMove:
+        case QEvent::Drop:
+        case QEvent::Close:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// A window that comes to the front below another one gives it the place again.
+bool dropsBelowTop(const QWindow& window, QEvent::Type type) {
+    const bool comesForward = type == QEvent::FocusIn;
+    if ((!comesForward && !isForTheTop(type)) || OnTop::takesInput(window)) return false;
+    if (!comesForward) return true;
+    OnTop::window()->raise();
+    OnTop::window()->activateWindow();
+    return false;
+}
+
 }  // namespace
 
 bool InputFilter::eventFilter(QObject* watched, QEvent* event) {
+    if (watched->isWindowType()) return dropsBelowTop(*static_cast<QWindow*>(watched), event->type());
     if (!watched->isWidgetType()) return false;
     if (watching_ && dropsWhileWatching(*event)) return true;
     QWidget& at = *static_cast<QWidget*>(watched);

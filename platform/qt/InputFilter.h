@@ -13,10 +13,12 @@ namespace FendaMaestros::qt {
 class FormWindow;
 
 /// Sees every key and click of the program before the widgets do, and hands those in the window of a form to the form.
-/// Install one on the application.
+/// Below the window on top, the mouse does nothing. Install one on the application.
 class InputFilter final : public QObject {
 public:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// A StopWatch lives.
+    bool isWatching() const { return watching_; }
 
     /// As long as it lives, no key and no click reaches anybody; it only notes an Esc.
     class StopWatch {

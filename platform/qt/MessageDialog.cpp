@@ -1,5 +1,6 @@
 #include "platform/qt/MessageDialog.h"
 
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -9,6 +10,7 @@
 
 #include "platform/qt/Hands.h"
 #include "platform/qt/KeyCodes.h"
+#include "platform/qt/OnTop.h"
 #include "platform/qt/TypeAhead.h"
 
 namespace FendaMaestros::qt {
@@ -20,9 +22,10 @@ class Box final : public QMessageBox {
 public:
     Box(QWidget* parent, TypeAhead* typeAhead) : QMessageBox(parent), typeAhead_(typeAhead) {}
 
-    void done(int result) override {
-        if (typeAhead_) typeAhead_->handOver(*this);
-        QMessageBox::done(result);
+    /// A button hides the box without asking done().
+    void setVisible(bool visible) override {
+        if (typeAhead_ && !visible && isVisible()) typeAhead_->handOver(*this);
+        QMessageBox::setVisible(visible);
     }
 
 private:
@@ -107,13 +110,22 @@ void widenToTitle(QMessageBox& box) {
     if (grid) grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+void showUntilDone(QDialog& dialog) {
+    const OnTop onTop(dialog);
+    QEventLoop loop;
+    QObject::connect(&dialog, &QDialog::finished, &loop, &QEventLoop::quit);
+    dialog.show();
+    dialog.activateWindow();
+    loop.exec();
+}
+
 }  // namespace
 
 Reply askInDialog(const Message& message, const std::string& title, QWidget* parent,
                   const std::optional<Reply>& scripted, TypeAhead& typeAhead) {
     Box box(parent, scripted ? nullptr : &typeAhead);
     box.setAttribute(Qt::WA_QuitOnClose, false);
-    box.setWindowModality(Qt::ApplicationModal);
+    box.setModal(false);
     box.setWindowTitle(QString::fromStdString(title));
     box.setTextFormat(Qt::PlainText);
     box.setText(QString::fromStdString(message.text));
@@ -127,7 +139,8 @@ Reply askInDialog(const Message& message, const std::string& title, QWidget* par
     box.installEventFilter(&watch);
     for (const auto& [answer, button] : buttons) button->installEventFilter(&watch);
     if (scripted) QTimer::singleShot(0, &box, [&] { give(*scripted, *buttons.at(scripted->answer)); });
-    box.exec();
+    if (!scripted) typeAhead.hold(parent);
+    showUntilDone(box);
     if (!scripted) typeAhead.collect();
 
     Reply reply{message.offers(Answer::Ok) ? Answer::Ok : Answer::No, dismisses(watch.key()) ? watch.key() : 0};

@@ -14,6 +14,7 @@
 #include "platform/qt/InputFilter.h"
 #include "platform/qt/Look.h"
 #include "platform/qt/MessageDialog.h"
+#include "platform/qt/OnTop.h"
 #include "platform/qt/Pdf.h"
 #include "platform/qt/Printing.h"
 #include "platform/qt/Silence.h"
@@ -28,7 +29,7 @@ struct QtDesktop::Program {
     char* argv[2] = {name, nullptr};
     std::unique_ptr<QApplication> own;
     qt::InputFilter filter;
-    qt::TypeAhead typeAhead;
+    qt::TypeAhead typeAhead{filter};
 
     Program() {
         if (!QCoreApplication::instance()) own = std::make_unique<QApplication>(argc, argv);
@@ -46,6 +47,7 @@ constexpr int arrowAndHourglass = 13;
 
 /// What new windows are shown over.
 QWidget* topWindow() {
+    if (QWidget* top = qt::OnTop::window()) return top;
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
     return QApplication::activeWindow();
 }
@@ -64,10 +66,12 @@ QtDesktop::~QtDesktop() {
 }
 
 void QtDesktop::runModal(Form& form) {
-    program_->typeAhead.release();
     qt::FormWindow::pullAll();
     qt::FormWindow window(form, topWindow());
+    const qt::OnTop onTop(window);
+    if (!person_) program_->typeAhead.hold(window.parentWidget());
     window.show();
+    window.activateWindow();
     window.hand([&] { form.activate(); });
     window.rethrowFailure();
     if (!person_) {
@@ -87,7 +91,6 @@ Reply QtDesktop::showMessage(const Message& message) {
     if (person_) scripted = person_->answer(message);
     qt::FormWindow::pullAll();
     const std::string title = message.title.empty() ? applicationTitle() : message.title;
-    program_->typeAhead.release();
     const Reply reply = qt::askInDialog(message, title, topWindow(), scripted, program_->typeAhead);
     qt::FormWindow* const below = activeForm() ? qt::FormWindow::of(*activeForm()) : nullptr;
     if (scripted && reply.key && below) qt::hands::releaseKeyLater(below->keyReceiver(), {reply.key, shift::None});
@@ -146,6 +149,7 @@ bool QtDesktop::openFile(const std::string& path) {
 }
 
 bool QtDesktop::print(const PagedDocument& document) {
+    program_->typeAhead.release();
     qt::FormWindow::pullAll();
     if (person_ || !hasDisplay()) throw std::runtime_error("No hay ninguna impresora.");
     return qt::printWithDialog(document, topWindow());

@@ -16,6 +16,7 @@
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
+#include "platform/qt/OnTop.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtGestures.h"
 #include "tests/support/ContractForm.h"
@@ -26,29 +27,33 @@ namespace {
 /// Windows with a person at them: gestures come out of the event loop, as real ones do.
 class Windows : public testing::Test {
 protected:
-    /// Does this as soon as the keys typed have done their work; after some seconds also when they have not.
+    /// Does this as soon as the keys typed have done their work and nothing runs; after some seconds also when they
+    /// have not.
     void whenHeard(std::function<bool()> heard, std::function<void()> action, int tries = 500) {
         QTimer::singleShot(10, qApp, [=, this] {
-            if (!heard() && tries > 0) return whenHeard(heard, action, tries - 1);
+            if ((!heard() || !isIdle()) && tries > 0) return whenHeard(heard, action, tries - 1);
             action();
         });
     }
     /// Does these, one after the other, each when the screen or message on top is idle.
     void later(std::vector<std::function<void()>> steps) {
         QTimer::singleShot(0, qApp, [this, steps = std::move(steps)]() mutable {
-            const bool inHandler = desktop.activeForm() && desktop.activeForm()->isHandling();
-            if (inHandler && !qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-                return later(std::move(steps));
+            if (!isIdle()) return later(std::move(steps));
             const auto step = std::move(steps.front());
             steps.erase(steps.begin());
             if (!steps.empty()) later(std::move(steps));
             step();
         });
     }
-    static QWidget& focused() { return *QApplication::activeModalWidget()->focusWidget(); }
+    static bool isIdle() {
+        QWidget* const top = qt::OnTop::window();
+        qt::FormWindow* const window = top ? qt::FormWindow::around(*top) : nullptr;
+        return window ? !window->form().isHandling() : qobject_cast<QMessageBox*>(top) != nullptr;
+    }
+    static QWidget& focused() { return *qt::OnTop::window()->focusWidget(); }
     static void tap(KeyStroke stroke, const QString& text = {}) {
         qt::hands::pressKey(focused(), stroke, text);
-        if (QApplication::activeModalWidget()) qt::hands::releaseKey(focused(), stroke, text);
+        if (qt::OnTop::window()) qt::hands::releaseKey(focused(), stroke, text);
     }
     QLineEdit& field(TextBox& box) { return static_cast<QLineEdit&>(qt::FormWindow::of(form)->viewOf(box).widget()); }
 
@@ -84,7 +89,7 @@ TEST_F(Windows, a_handler_that_throws_under_a_nested_loop_reaches_the_caller) {
     nested.cmdGuardar.Click = [] { throw std::runtime_error("sin conexión"); };
     later({[&] { tap({'G', shift::Alt}); }, [&] { tap({'G', shift::Alt}); }});
     EXPECT_THROW(form.show(), std::runtime_error);
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(qt::OnTop::window(), nullptr);
 }
 
 TEST_F(Windows, the_key_that_dismisses_a_message_is_released_once_on_the_screen_below) {
@@ -115,9 +120,9 @@ TEST_F(Windows, messages_are_spanish_and_esc_says_no) {
     std::vector<QString> texts;
     Reply reply;
     later({[&] {
-        for (const QPushButton* button : QApplication::activeModalWidget()->findChildren<QPushButton*>())
+        for (const QPushButton* button : qt::OnTop::window()->findChildren<QPushButton*>())
             texts.push_back(button->text());
-        texts.push_back(QApplication::activeModalWidget()->windowTitle());
+        texts.push_back(qt::OnTop::window()->windowTitle());
         EXPECT_TRUE(static_cast<QPushButton&>(focused()).isDefault());
         EXPECT_EQ(static_cast<QPushButton&>(focused()).text(), "&No");
         qt::hands::pressKey(focused(), {key::Escape, 0});
@@ -166,7 +171,7 @@ TEST_F(Windows, a_refused_key_leaves_the_selection_for_the_next_one) {
 
 /// On their way to a window, as those of a fast typist are when it closes.
 void typeAhead(const QString& letters) {
-    QWindow* const window = QApplication::activeModalWidget()->windowHandle();
+    QWindow* const window = qt::OnTop::window()->windowHandle();
     for (const QChar letter : letters)
         for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
             QCoreApplication::postEvent(window,
@@ -200,6 +205,34 @@ TEST_F(Windows, what_is_typed_while_a_message_or_a_screen_closes_reaches_the_scr
     EXPECT_EQ(answer, Answer::Yes);
     EXPECT_EQ(nested.Codigo.Text, "12");
     EXPECT_EQ(form.Nombre.Text, "rafaga");
+}
+
+TEST_F(Windows, what_is_typed_and_clicked_below_while_a_screen_opens_is_for_that_screen) {
+    Ficha nested(desktop);
+    form.cmdGuardar.Click = [&] { nested.show(); };
+    QWindow* below = nullptr;
+    const auto leaveBoth = [&] {
+        EXPECT_EQ(nested.Codigo.Text, "12");
+        QTableView& rows = table(form.Lista);
+        const QPoint at = rows.viewport()->mapTo(rows.window(), rows.viewport()->rect().center());
+        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, at, below->mapToGlobal(at), Qt::LeftButton, Qt::LeftButton, {});
+            QCoreApplication::sendEvent(below, &event);
+        }
+        tap({key::Escape, 0});
+        later({[&] {
+            EXPECT_EQ(form.activeControl(), &form.cmdGuardar);
+            tap({key::Escape, 0});
+        }});
+    };
+    later({[&] {
+        below = qt::OnTop::window()->windowHandle();
+        whenHeard([&] { return nested.Codigo.Text == "12"; }, leaveBoth);
+        QCoreApplication::postEvent(below, new QKeyEvent(QEvent::KeyPress, Qt::Key_G, Qt::AltModifier, "g"));
+        typeAhead("12");
+    }});
+    form.show();
+    EXPECT_EQ(form.Codigo.Text, "");
 }
 
 TEST_F(Windows, while_a_screen_waits_it_shows_what_it_has_said) {
