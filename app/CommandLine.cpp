@@ -8,11 +8,14 @@
 #include <optional>
 #include <utility>
 
+#include "app/CommandCopia.h"
 #include "app/CommandCopiar.h"
 #include "app/CommandCrear.h"
 #include "app/CommandIdentidades.h"
 #include "app/CommandListado.h"
 #include "app/CommandNif.h"
+#include "app/CommandRestaurar.h"
+#include "app/CommandRevisar.h"
 #include "app/CommandServidor.h"
 #include "app/CommandVerificar.h"
 #include "app/Complaint.h"
@@ -41,6 +44,7 @@ struct Request {
     bool registerDescending = false;
     std::string origin, goal;
     bool sqlShown = false;
+    std::string backup;
     /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
     std::string csv, xlsx, pdf;
     bool json = false;
@@ -152,6 +156,27 @@ void describeServer(CLI::App& program, Request& request) {
     prepare.add_flag("--mostrar", request.sqlShown, "Muestra el SQL y no hace nada");
 }
 
+void describeCare(CLI::App& program, Request& request) {
+    CLI::App& examine = *addCommand(program, "revisar", "Revisa el estado de los datos: ficheros, índices y enlaces");
+    addPlace(examine, request, "la del usuario");
+    addText(examine, "--empresa", request.company, "Empresa que se revisa; si no se da, todas", "NOMBRE");
+    examine.footer(
+        "Una línea por cada cosa que encuentra; no cambia nada. Sale con 0 si no encuentra ninguna, con 1 si encuentra "
+        "alguna y con 2 si no se puede.");
+
+    CLI::App& copy = *addCommand(program, "copia", "Hace una copia de seguridad de todas las empresas de una carpeta");
+    copy.add_option("DESTINO", request.backup, "La carpeta de la copia, que no debe existir")->type_name("");
+    addPlace(copy, request, "la del usuario");
+    copy.footer(
+        "Se puede hacer mientras otros trabajan. La copia es otra carpeta de datos: con --carpeta se puede consultar.");
+
+    CLI::App& restore = *addCommand(program, "restaurar", "Recupera una copia de seguridad donde no haya datos");
+    restore.add_option("COPIA", request.backup, "La carpeta de la copia")->type_name("");
+    addPlace(restore, request, "la del usuario");
+    restore.footer(
+        "Revisa la copia antes, y no sobrescribe nada: la carpeta de datos no debe existir o debe estar vacía.");
+}
+
 void describe(CLI::App& program, Request& request) {
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
@@ -191,6 +216,7 @@ void describe(CLI::App& program, Request& request) {
     describeListing(program, request);
     describeRegister(program, request);
     describeCheck(program, request);
+    describeCare(program, request);
 }
 
 /// The parser's own sentences are not Spanish; what it names stands before or behind their colon.
@@ -226,15 +252,22 @@ ListingOutput outputOf(const CLI::App& command, const Request& request) {
 /// The commands whose status 1 says something else than that they failed.
 bool isQuery(const CLI::App& program) {
     return program.got_subcommand("listado") || program.got_subcommand("identidades") ||
-           program.got_subcommand("verificar");
+           program.got_subcommand("verificar") || program.got_subcommand("revisar");
 }
 
 int runQuery(const CLI::App& program, const Request& request) {
     const Place place = placeOfCompanies(request.place);
     if (program.got_subcommand("verificar")) return runVerificar(place, request.company, request.check);
+    if (program.got_subcommand("revisar")) return runRevisar(place, request.company);
     const ListingOutput output = outputOf(*program.get_subcommands().front(), request);
     if (program.got_subcommand("listado")) return runListado(place, request.company, request.listing, output);
     return runIdentidades(place, request.company, request.registerOrder, request.registerDescending, output);
+}
+
+int runBackup(const CLI::App& program, const Request& request) {
+    if (request.backup.empty()) throw std::invalid_argument("Falta la carpeta de la copia.");
+    const Place place = placeOfCompanies(request.place);
+    return program.got_subcommand("copia") ? runCopia(place, request.backup) : runRestaurar(request.backup, place);
 }
 
 int run(const CLI::App& program, Request& request) {
@@ -245,6 +278,7 @@ int run(const CLI::App& program, Request& request) {
         return runCopiar(readPlace(request.origin), readPlace(request.goal), request.company);
     }
     if (program.got_subcommand("servidor")) return runServidorPreparar(request.place, request.sqlShown);
+    if (program.got_subcommand("copia") || program.got_subcommand("restaurar")) return runBackup(program, request);
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");

@@ -3,8 +3,8 @@
 namespace FendaMaestros {
 
 /// The program: reads what it was asked for and does it. Says what went wrong in one Spanish line on standard error and
-/// never throws. Returns the exit status: 0 done, 1 it failed (for `nif`: an identifier is not valid; for
-/// `verificar`: something was found), 2 the command line was not understood (for those that list or check: or they
+/// never throws. Returns the exit status: 0 done, 1 it failed (for `nif`: an identifier is not valid; for `verificar`
+/// and `revisar`: something was found), 2 the command line was not understood (for those that list or check: or they
 /// failed).
 int runCommandLine(int argc, char** argv);
 

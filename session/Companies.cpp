@@ -71,7 +71,16 @@ int currentYear() {
     return std::localtime(&now)->tm_year + 1900;
 }
 
+[[noreturn]] void refuseBackups() {
+    throw ErrorBd(ErrorBd::Kind::Refused,
+                  "Las copias de seguridad de un servidor las hace quien lo administra, con sus propias herramientas.");
+}
+
 }  // namespace
+
+Backup Companies::backUp(const std::filesystem::path&) const { refuseBackups(); }
+
+Backup Companies::restore(const std::filesystem::path&) const { refuseBackups(); }
 
 void check(const NewCompany& company) {
     if (const auto objection = objectionTo(company)) throw ErrorBd(ErrorBd::Kind::Refused, *objection);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -35,6 +37,13 @@ struct TypedCompany {
 /// around the name go.
 NewCompany readCompany(const TypedCompany& typed);
 
+/// What a backup holds, or what was taken back from one.
+struct Backup {
+    std::vector<std::string> companies;
+    /// How long other programs, which can read all the time, had to wait at most before they could keep a change.
+    std::chrono::milliseconds heldUp{};
+};
+
 /// Where companies are kept, with the one database that they share. Every failure is an ErrorBd; what could not be
 /// created whole is not there.
 class Companies {
@@ -67,6 +76,19 @@ public:
     /// Never null. Throws NotADatabase when there is no such company or its data cannot be used, NewerVersion when they
     /// were made by a version to come.
     virtual std::unique_ptr<SesionBd> open(const std::string& name) const = 0;
+
+    /// Examines how a company is kept, or the shared database and the place itself when `company` is empty, and tells
+    /// each fault: files, indexes, who may read them. False when its data cannot be relied on. What the data say is not
+    /// its business (storage/Consistency.h). A place that sees to all that by itself has nothing to tell.
+    virtual bool examine(const std::string& /*company*/, const Tell& /*tell*/) const { return true; }
+
+    /// Copies the shared database and every company, as they are at one moment, into a new folder, while others work.
+    /// The folder then is a place of companies itself. A copy that fails, or that is not whole, leaves nothing. Throws
+    /// Constraint when there is something at `destination`, Refused where backups are made by other means.
+    virtual Backup backUp(const std::filesystem::path& destination) const;
+    /// Takes all of a backup back to a place where nothing has been created yet. It is examined first. Throws
+    /// Constraint when there is something in this place, else as backUp().
+    virtual Backup restore(const std::filesystem::path& backup) const;
 
 protected:
     void tell(const std::string& sentence) const {

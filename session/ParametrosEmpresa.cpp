@@ -30,4 +30,9 @@ std::size_t digitosSubcuenta(const ParametrosEmpresa& parameters) {
     return static_cast<std::size_t>(digits.integer());
 }
 
+void requireUsable(const ParametrosEmpresa& parameters) {
+    ejercicioActivo(parameters);
+    digitosSubcuenta(parameters);
+}
+
 }  // namespace FendaMaestros

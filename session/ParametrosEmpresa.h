@@ -38,4 +38,7 @@ std::int16_t ejercicioActivo(const ParametrosEmpresa& parameters);
 /// makes no sense; else errors as ParametrosEmpresa::Item.
 std::size_t digitosSubcuenta(const ParametrosEmpresa& parameters);
 
+/// Throws, as the two above, unless screens can work with a company that has these parameters.
+void requireUsable(const ParametrosEmpresa& parameters);
+
 }  // namespace FendaMaestros

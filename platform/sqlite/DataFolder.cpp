@@ -4,8 +4,11 @@
 #include <system_error>
 
 #include "platform/sqlite/Collation.h"
+#include "platform/sqlite/Copy.h"
+#include "platform/sqlite/CreationLock.h"
 #include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/Files.h"
+#include "platform/sqlite/Integrity.h"
 #include "platform/sqlite/Order.h"
 #include "platform/sqlite/Recovery.h"
 #include "platform/sqlite/Schema.h"
@@ -32,6 +35,21 @@ auto saying(const std::string& failure, Work&& work) {
     } catch (const ErrorBd& error) {
         throw ErrorBd(error.kind(), failure + ": " + error.what(), error.nativeCode(), error.nativeText());
     }
+}
+
+void tellWhoMayRead(const fs::path& folder, const Companies::Tell& tell) {
+    std::error_code ignored;
+    const fs::perms ofOthers = fs::status(folder, ignored).permissions() & fs::perms::others_all;
+    if (ofOthers != fs::perms::none)
+        tell("Cualquier usuario del equipo puede entrar en la carpeta de datos " + guillemets(folder.string()) +
+             ", que tiene datos personales. Se cierra con: chmod o= " + guillemets(folder.string()));
+}
+
+std::string sentenceOn(const fs::path& file, const std::string& fault) {
+    const bool index = fault.find("index") != std::string::npos;
+    return (index ? "Un índice de " + describe(file) + " no concuerda con su tabla: "
+                  : "Está dañada " + describe(file) + ": ") +
+           fault;
 }
 
 /// Makes the tables of an empty database and their first contents in one transaction. `schema` is the name that the
@@ -82,13 +100,7 @@ std::unique_ptr<SesionBd> DataFolder::open(const std::string& name) const { retu
 std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const ConnectionWrapper& wrap) const {
     requireFolder();
     recover();
-    const auto file = folder_ / companyFileName(name), shared = folder_ / sharedFileName;
-    if (!isThere(file))
-        throw ErrorBd(Kind::NotADatabase, "No existe la empresa " + guillemets(name) + " en la carpeta de datos " +
-                                              guillemets(folder_.string()));
-    if (!isThere(shared))
-        throw ErrorBd(Kind::NotADatabase,
-                      "Falta la base de datos común en la carpeta de datos " + guillemets(folder_.string()));
+    const auto file = fileOf(name), shared = fileOf({});
     return saying("No se puede abrir la empresa " + guillemets(name), [&] {
         Database company(file, Database::Mode::Existing, busyTimeout_);
         checkSchema(company, "main", Contents::Company);
@@ -102,10 +114,65 @@ std::unique_ptr<SesionBd> DataFolder::openCompany(const std::string& name, const
     });
 }
 
+bool DataFolder::examine(const std::string& company, const Tell& tell) const {
+    requireFolder();
+    recover();
+    if (company.empty()) tellWhoMayRead(folder_, tell);
+    const auto file = fileOf(company);
+    try {
+        const Database database(file, Database::Mode::Existing, busyTimeout_);
+        checkSchema(database, "main", company.empty() ? Contents::Shared : Contents::Company);
+        requireOrder(database, "de " + describe(file));
+        const auto found = faults(database);
+        for (const auto& fault : found) tell(sentenceOn(file, fault));
+        return found.empty();
+    } catch (const ErrorBd& error) {
+        if (error.kind() != Kind::NotADatabase) throw;
+        tell("No se puede leer " + describe(file) + ": " + error.what());
+        return false;
+    }
+}
+
+Backup DataFolder::backUp(const fs::path& destination) const {
+    Backup backup{.companies = list()};
+    // The shared database last, as in the transactions that span it and a company.
+    std::vector<fs::path> files;
+    for (const auto& company : backup.companies) files.push_back(fileOf(company));
+    files.push_back(fileOf({}));
+    PartialFolder partial(destination);
+    backup.heldUp = copyDatabases(files, partial.path(), busyTimeout_);
+    DataFolder(partial.path(), busyTimeout_).requireWhole();
+    partial.commit();
+    return backup;
+}
+
+Backup DataFolder::restore(const fs::path& backup) const { return DataFolder(backup, busyTimeout_).backUp(folder_); }
+
+void DataFolder::requireWhole() const {
+    std::vector<std::string> found;
+    const Tell note = [&found](const std::string& sentence) { found.push_back(sentence); };
+    const auto requireWholeOne = [&](const std::string& company) {
+        if (!examine(company, note)) throw ErrorBd(Kind::NotADatabase, "No se ha copiado nada. " + found.back());
+    };
+    requireWholeOne({});
+    for (const auto& company : list()) {
+        requireWholeOne(company);
+        requireUsable(open(company)->Parametros());
+    }
+}
+
 bool DataFolder::hasCompany(const std::string& name) const {
     if (!exists()) return false;
     const auto same = [&name](const std::string& other) { return compareSpanish(name, other) == 0; };
     return std::ranges::any_of(list(), same);
+}
+
+fs::path DataFolder::fileOf(const std::string& company) const {
+    const auto file = folder_ / (company.empty() ? sharedFileName : companyFileName(company));
+    if (isThere(file)) return file;
+    const std::string missing =
+        company.empty() ? "Falta la base de datos común" : "No existe la empresa " + guillemets(company);
+    throw ErrorBd(Kind::NotADatabase, missing + " en la carpeta de datos " + guillemets(folder_.string()));
 }
 
 void DataFolder::requireFolder() const {

@@ -31,6 +31,12 @@ public:
     void receive(const std::string& name, const std::function<void(ConexionBd& empty)>& fill) const override;
     std::unique_ptr<SesionBd> open(const std::string& name) const override;
 
+    bool examine(const std::string& company, const Tell& tell) const override;
+    /// The copies are examined before the folder gets its name, and so are those of restore(): any data folder serves
+    /// as a backup.
+    Backup backUp(const std::filesystem::path& destination) const override;
+    Backup restore(const std::filesystem::path& backup) const override;
+
     /// As open(), with something between the session and its connection.
     std::unique_ptr<SesionBd> openCompany(const std::string& name, const ConnectionWrapper& wrap = {}) const;
 
@@ -38,6 +44,10 @@ private:
     /// Also one whose name differs in nothing but capitals.
     bool hasCompany(const std::string& name) const;
     void requireFolder() const;
+    /// The file of a company, or the shared one when `company` is empty. Throws (NotADatabase) when it is missing.
+    std::filesystem::path fileOf(const std::string& company) const;
+    /// Throws (NotADatabase) unless all that is here can be relied on.
+    void requireWhole() const;
     /// Before anything else is done in a folder that is there.
     void recover() const;
     void createFolder() const;

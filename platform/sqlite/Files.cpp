@@ -1,11 +1,13 @@
 #include "platform/sqlite/Files.h"
 
+#include <fcntl.h>
 #include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
 
 #include "session/ErrorBd.h"
 #include "ui/FileRights.h"
@@ -37,6 +39,35 @@ Status statusOf(const fs::path& path) {
 bool giveToGroupOf(const fs::path& folder, const fs::path& file) {
     const gid_t group = statusOf(folder).st_gid;
     return statusOf(file).st_gid == group || ::chown(file.c_str(), static_cast<uid_t>(-1), group) == 0;
+}
+
+constexpr std::string_view partialStart = ".fenda-", partialEnd = ".parcial";
+
+bool isPartial(const fs::path& path) {
+    const std::string name = path.filename().string();
+    return name.starts_with(partialStart) && name.ends_with(partialEnd) && fs::is_directory(path);
+}
+
+void removeLeftPartials(const fs::path& folder) {
+    const NobodyCreates nobody(folder);
+    if (!nobody.isSure()) return;
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(folder, ignored))
+        if (isPartial(entry.path())) fs::remove_all(entry.path(), ignored);
+}
+
+[[noreturn]] void failOnTaken(const fs::path& target) {
+    throw ErrorBd(Kind::Constraint,
+                  "En " + guillemets(target.string()) + " ya hay algo, que no se sobrescribe. Indique otra carpeta.");
+}
+
+/// A file, or what a folder consists of, reaches the disk.
+void synchronize(const fs::path& path) {
+    const int handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool done = handle >= 0 && ::fsync(handle) == 0;
+    const std::error_code error(errno, std::generic_category());
+    if (handle >= 0) ::close(handle);
+    if (!done) failOn("No se puede escribir", path, error);
 }
 
 }  // namespace
@@ -79,6 +110,41 @@ bool publish(const fs::path& aside, const fs::path& file) {
     fs::remove(aside, ignored);
     if (error && !taken) failOn("No se puede crear el fichero", file, error);
     return !taken;
+}
+
+PartialFolder::PartialFolder(const fs::path& target) {
+    std::error_code error;
+    target_ = fs::weakly_canonical(fs::absolute(target), error);
+    if (!target_.has_filename()) target_ = target_.parent_path();
+    if (isThere(target_) && !(fs::is_directory(target_, error) && fs::is_empty(target_, error))) failOnTaken(target_);
+    const fs::path above = target_.parent_path();
+    createPrivateFolder(above, error);
+    if (error) failOn("No se puede crear la carpeta", above, error);
+    removeLeftPartials(above);
+    making_.emplace(above);
+    const fs::path partial = above / (std::string(partialStart) + std::to_string(::getpid()) + std::string(partialEnd));
+    createPrivateFolder(partial, error);
+    if (error) failOn("No se puede escribir en la carpeta", above, error);
+    partial_ = partial;
+    if (!isThere(target_)) return;
+    giveToGroupOf(target_, partial_);
+    fs::permissions(partial_, fs::status(target_).permissions(), error);
+}
+
+PartialFolder::~PartialFolder() {
+    std::error_code ignored;
+    if (!partial_.empty()) fs::remove_all(partial_, ignored);
+}
+
+void PartialFolder::commit() {
+    for (const auto& entry : fs::directory_iterator(partial_)) synchronize(entry.path());
+    synchronize(partial_);
+    std::error_code error;
+    fs::rename(partial_, target_, error);
+    if (error == std::errc::directory_not_empty || error == std::errc::file_exists) failOnTaken(target_);
+    if (error) failOn("No se puede escribir la carpeta", target_, error);
+    partial_.clear();
+    synchronize(target_.parent_path());
 }
 
 }  // namespace FendaMaestros::sqlite

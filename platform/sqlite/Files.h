@@ -1,8 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <system_error>
+
+#include "platform/sqlite/CreationLock.h"
 
 /// What a data folder does with its files besides opening them as databases. Every failure is an ErrorBd.
 namespace FendaMaestros::sqlite {
@@ -23,5 +26,25 @@ void createEmptyFile(const std::filesystem::path& file, const std::filesystem::p
 
 /// Gives a finished file its name. False when another one has the name already, which then stays as it is.
 bool publish(const std::filesystem::path& aside, const std::filesystem::path& file);
+
+/// A folder on its way to its name: it lies beside it under another one, and goes away unless it is committed.
+class PartialFolder {
+public:
+    /// Makes the folders above `target` where they are missing, and removes what programs left there that ended in the
+    /// middle. Throws (Constraint) when there is something at `target` already; an empty folder stays with its rights.
+    explicit PartialFolder(const std::filesystem::path& target);
+    PartialFolder(const PartialFolder&) = delete;
+    PartialFolder& operator=(const PartialFolder&) = delete;
+    ~PartialFolder();
+
+    const std::filesystem::path& path() const { return partial_; }
+    /// Gives it its name when all its files have reached the disk.
+    void commit();
+
+private:
+    std::filesystem::path target_;
+    std::filesystem::path partial_;
+    std::optional<CreationLock> making_;
+};
 
 }  // namespace FendaMaestros::sqlite

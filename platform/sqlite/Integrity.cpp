@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include "platform/sqlite/Check.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -13,7 +14,8 @@ std::vector<std::string> answersOf(const Database& database, const std::string& 
     const auto statement = database.prepare(pragma);
     for (int code = 0; (code = sqlite3_step(statement.get())) != SQLITE_DONE;) {
         check(code, database.handle());
-        answers.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
+        const std::string answer = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+        answers.push_back(text::replaced(answer, "\n", " "));
     }
     if (answers.size() == 1 && answers.front() == "ok") answers.clear();
     return answers;

@@ -1,8 +1,6 @@
 #include "platform/sqlite/Recovery.h"
 
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -10,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/sqlite/CreationLock.h"
 #include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/HeldDatabase.h"
 #include "platform/sqlite/Integrity.h"
@@ -29,8 +28,6 @@ constexpr std::string_view superMark = "-mj";
 constexpr std::size_t superDigits = 9;
 
 constexpr auto atOnce = std::chrono::milliseconds(0);
-
-int openFolder(const fs::path& folder) { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }
 
 std::string_view without(std::string_view name, std::string_view ending) {
     return name.ends_with(ending) ? name.substr(0, name.size() - ending.size()) : name;
@@ -120,25 +117,6 @@ void recoverDatabase(const fs::path& file, const Companies::Tell& tell) {
          "). Revísela con «fenda revisar» y recupere la última copia.");
 }
 
-/// No program is making anything in the folder while this lives, unless it says otherwise.
-class NobodyCreates {
-public:
-    explicit NobodyCreates(const fs::path& folder) : folder_(openFolder(folder)) {
-        sure_ = folder_ >= 0 && ::flock(folder_, LOCK_EX | LOCK_NB) == 0;
-    }
-    NobodyCreates(const NobodyCreates&) = delete;
-    NobodyCreates& operator=(const NobodyCreates&) = delete;
-    ~NobodyCreates() {
-        if (folder_ >= 0) ::close(folder_);
-    }
-
-    bool isSure() const { return sure_; }
-
-private:
-    int folder_;
-    bool sure_ = false;
-};
-
 void removeAll(const std::vector<fs::path>& files) {
     std::error_code ignored;
     for (const auto& file : files) fs::remove(file, ignored);
@@ -170,14 +148,6 @@ void removeAsides(const fs::path& folder, const std::vector<fs::path>& asides) {
 }
 
 }  // namespace
-
-CreationLock::CreationLock(const fs::path& folder) : folder_(openFolder(folder)) {
-    if (folder_ >= 0) ::flock(folder_, LOCK_SH);
-}
-
-CreationLock::~CreationLock() {
-    if (folder_ >= 0) ::close(folder_);
-}
 
 fs::path asideOf(const fs::path& file) { return file.string() + std::string(asideMark) + std::to_string(::getpid()); }
 

@@ -7,20 +7,6 @@
 /// Programs that end in the middle of something, and what they leave in a data folder.
 namespace FendaMaestros::sqlite {
 
-/// Held by a program while it makes something in a folder under a name that is not the final one: as long as it lives,
-/// nobody takes that for a leftover. It goes with the program, however that ends.
-class CreationLock {
-public:
-    /// Waits while another program removes leftovers. A file system without such locks gives none.
-    explicit CreationLock(const std::filesystem::path& folder);
-    CreationLock(const CreationLock&) = delete;
-    CreationLock& operator=(const CreationLock&) = delete;
-    ~CreationLock();
-
-private:
-    int folder_;
-};
-
 /// The name under which this program makes a database before it is given its own.
 std::filesystem::path asideOf(const std::filesystem::path& file);
 

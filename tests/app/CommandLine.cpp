@@ -73,7 +73,8 @@ TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
 }
 
 TEST_F(CommandLine, HelpIsSpanishAsAWhole) {
-    for (const std::string command : {"crear", "nif", "guion", "listado", "identidades", "verificar"}) {
+    for (const std::string command :
+         {"crear", "nif", "guion", "listado", "identidades", "verificar", "revisar", "copia", "restaurar"}) {
         const Ran ran = fenda({command, "--help"});
         EXPECT_EQ(ran.status, 0);
         EXPECT_NE(ran.out.find("Uso: fenda " + command), std::string::npos);
@@ -118,6 +119,29 @@ TEST_F(CommandLine, ACompanyIsCreatedOnce) {
     const Ran again = create(request);
     EXPECT_EQ(again.status, 1);
     EXPECT_NE(again.err.find("«Peña & Hijos» ya existe"), std::string::npos);
+}
+
+TEST_F(CommandLine, DataAreExaminedAndBackedUp) {
+    create({"--nombre", "Una"});
+    const auto run = [&](std::vector<std::string> words) {
+        words.insert(words.end(), {"--carpeta", folder_.string()});
+        return fenda(std::move(words));
+    };
+    const Ran nothing = run({"revisar"});
+    EXPECT_EQ(nothing.status, 0) << nothing.out << nothing.err;
+    EXPECT_EQ(nothing.out, "");
+    const std::string copy = (folder_ / "copia").string();
+    EXPECT_EQ(run({"copia", copy}).status, 0);
+    EXPECT_EQ(run({"copia", copy}).status, 1);
+    EXPECT_EQ(run({"restaurar", copy}).status, 1);
+    EXPECT_EQ(fenda({"restaurar", copy, "--carpeta", (folder_ / "otra").string()}).status, 0);
+    EXPECT_EQ(fenda({"revisar", "--carpeta", (folder_ / "otra").string()}).status, 0);
+
+    std::filesystem::permissions(folder_, static_cast<std::filesystem::perms>(0755));
+    const Ran open = run({"revisar", "--empresa", "Una"});
+    EXPECT_EQ(open.status, 1);
+    EXPECT_TRUE(open.out.starts_with("datos comunes\tCualquier usuario")) << open.out;
+    EXPECT_EQ(run({"revisar", "--empresa", "Ninguna"}).status, 2);
 }
 
 #endif
