@@ -58,15 +58,25 @@ public:
     Translation run() {
         levels_.emplace_back();
         for (at_ = 0; at_ < tokens_.size(); ++at_) step(tokens_[at_]);
+        endTerm();
+        if (!dialect_.lastTerm.empty()) lastTerm();
         endSelect();
         return {std::move(out_), parameters_};
     }
 
 private:
+    /// The order of rows that nothing else orders.
+    void lastTerm() {
+        const bool ordered = level().ordering;
+        if (!ordered && (level().grouped || !level().limit.empty())) return;
+        insert(std::string(ordered ? ", " : " ORDER BY ").append(dialect_.lastTerm));
+    }
+
     /// What is open between two parentheses.
     struct Level {
         std::string limit;      ///< the n of a TOP that has not been written yet
         bool ordering = false;  ///< within ORDER BY
+        bool grouped = false;   ///< behind GROUP BY
         bool number = false;    ///< they enclose what a function makes a number of
         /// Where the CAST of the parentheses begins in `out_`.
         std::optional<std::size_t> cast;
@@ -88,7 +98,7 @@ private:
         if (isMark(token.front()) || token == "?") return parameter(token.front());
         if (token.front() == '[') return quotedName(token);
         if (classOf(token.front()) == CharacterClass::Word) return word(token);
-        if (token.front() == '"' && nextSolid(1) == "(") requireCallable(token);
+        if (token.front() == '"') requireAdmitted(token);
         emit(token);
     }
 
@@ -101,24 +111,24 @@ private:
         if (joining_ && givesNumber(token) && nextSolid(1) == "(") refuseSum();
         if (is(token, "isnull") && nextSolid(1) == "(") return emit(dialect_.ifNull);
         if (is(token, "TOP") && isAnyOf(previous_, {"SELECT", "DISTINCT", "ALL"})) return top();
-        if (is(token, "BY") && is(previous_, "ORDER")) level().ordering = true;
+        if (is(token, "BY")) (is(previous_, "ORDER") ? level().ordering : level().grouped) = true;
         if (isAnyOf(token, {"UNION", "EXCEPT", "INTERSECT", "LIMIT"})) endSelect();
         if (isAnyOf(token, {"ASC", "DESC"})) return direction(token);
-        if (nextSolid(1) == "(") requireCallable(token);
+        requireAdmitted(token);
         emit(token);
         if (is(token, "BY")) termOpen_ = false;
         if (is(token, "AS") && level().cast) castType();
     }
 
-    void requireCallable(std::string_view name) const {
-        if (dialect_.mayCall && !dialect_.mayCall(name))
-            refuse("La sentencia no se ejecuta: no se admite la función " + std::string(name) + ".");
+    void requireAdmitted(std::string_view word) const {
+        if (dialect_.admits && !dialect_.admits(word, nextSolid(1) == "("))
+            refuse("La sentencia no se ejecuta: no se admite «" + std::string(word) + "».");
     }
 
     /// [x], of which a double quote may be part.
     void quotedName(std::string_view token) {
         const std::string name = '"' + text::replaced(token.substr(1, token.size() - 2), "\"", "\"\"") + '"';
-        if (nextSolid(1) == "(") requireCallable(name);
+        requireAdmitted(name);
         emit(name);
         previous_ = token;
     }
@@ -226,7 +236,6 @@ private:
 
     void endSelect() {
         endTerm();
-        if (level().ordering && levels_.size() == 1) insert(dialect_.lastTerm);
         level().ordering = false;
         if (level().limit.empty()) return;
         out_ += " LIMIT " + level().limit;

@@ -20,11 +20,11 @@ struct Dialect {
     /// What goes behind the direction of a term of ORDER BY, written or not; with the blank in front.
     std::string_view ascendingTerm = {};
     std::string_view descendingTerm = {};
-    /// What goes behind the last term of the ORDER BY of a whole text, for an engine that gives rows which the terms do
-    /// not tell apart in no order of its own; with the comma in front.
+    /// The last term of the ORDER BY of a whole text, and the only one of a text without an order of its own (neither
+    /// ORDER BY nor GROUP BY nor TOP): for an engine that gives rows which nothing else orders in any order.
     std::string_view lastTerm = {};
-    /// Whether a word may stand before a parenthesis; null: every word may.
-    bool (*mayCall)(std::string_view word) = nullptr;
+    /// Whether a word may stand in a text, and before a parenthesis when it does; null: every word may.
+    bool (*admits)(std::string_view word, bool beforeParenthesis) = nullptr;
 };
 
 struct Translation {
@@ -42,7 +42,7 @@ struct Translation {
 /// - a number and the word glued to it are parted (8ORDER)
 /// - the terms of ORDER BY, cut-out literals and parameters are as the dialect says
 /// Literals that were not cut out stay. Throws ErrorBd (Refused) for what would give something else than it says (a
-/// number or an aggregate beside +, other forms of TOP, other types of CAST), for a call that the dialect does not
+/// number or an aggregate beside +, other forms of TOP, other types of CAST), for a word that the dialect does not
 /// admit, and for a text that goes on behind a semicolon.
 Translation translate(std::string_view text, const Dialect& dialect);
 

@@ -131,14 +131,10 @@ void Connection::carryOut(const Trip& trip, Waiting& waiting, const TakeResult& 
 }
 
 ServerError Connection::failureOf(const PGresult* result) {
-    try {
-        check(result);
-    } catch (const ServerError& error) {
-        if (PQstatus(handle_.get()) == CONNECTION_BAD) fail(PQerrorMessage(handle_.get()));
-        if (error.kind() == ErrorBd::Kind::Lost) fail(error.nativeText());
-        return error;
-    }
-    fail("unexpected result");
+    ServerError error(result);
+    if (PQstatus(handle_.get()) == CONNECTION_BAD) fail(PQerrorMessage(handle_.get()));
+    if (error.kind() == ErrorBd::Kind::Lost) fail(error.nativeText());
+    return error;
 }
 
 void Connection::send(const Step& step) {

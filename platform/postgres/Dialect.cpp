@@ -1,6 +1,7 @@
 #include "platform/postgres/Dialect.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 
 #include "platform/postgres/Preparation.h"
@@ -24,9 +25,16 @@ constexpr std::string_view functions[] = {
     "NULLIF", "REPLACE", "ROUND", "RTRIM",    "SUBSTR", "SUBSTRING", "SUM", "TRIM",  "UPPER", "YEAR",
 };
 
-bool mayCall(std::string_view word) {
-    const auto same = [word](std::string_view other) { return text::equalIgnoringCase(word, other); };
-    return std::ranges::any_of(keywords, same) || std::ranges::any_of(functions, same);
+/// What would make more than a read of a text that begins as one.
+constexpr std::string_view writes[] = {"INSERT", "UPDATE", "DELETE", "MERGE", "INTO"};
+
+bool isAnyOf(std::string_view word, std::span<const std::string_view> others) {
+    return std::ranges::any_of(others, [word](auto other) { return text::equalIgnoringCase(word, other); });
+}
+
+bool admits(std::string_view word, bool beforeParenthesis) {
+    if (beforeParenthesis) return isAnyOf(word, keywords) || isAnyOf(word, functions);
+    return !isAnyOf(word, writes);
 }
 
 /// A whole number is typed, for what the engine would guess is narrower than the columns; the type of a text is that of
@@ -43,11 +51,12 @@ constexpr storage::Dialect writing{.ifNull = "coalesce",
                                    .orderTerm = "",
                                    .parameter = parameter,
                                    .ascendingTerm = " NULLS FIRST",
-                                   .descendingTerm = " NULLS LAST",
-                                   .lastTerm = ", 1"};
+                                   .descendingTerm = " NULLS LAST"};
+/// Rows that nothing else orders come in the order of their first column, which most often is the identity.
 constexpr storage::Dialect reading = [] {
     auto dialect = writing;
-    dialect.mayCall = mayCall;
+    dialect.admits = admits;
+    dialect.lastTerm = "1";
     return dialect;
 }();
 
