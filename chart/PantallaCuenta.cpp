@@ -3,6 +3,7 @@
 #include "chart/BuscarCuentas.h"
 #include "session/Literal.h"
 #include "toolkit/Raised.h"
+#include "toolkit/Text.h"
 #include "ui/SessionAccess.h"
 
 namespace FendaMaestros {
@@ -60,6 +61,7 @@ void PantallaCuenta::onLoad() {
                   *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
                   "mASAS_Id");
     rsCuenta = read("SELECT * FROM PCta WHERE PCta_Id = -1");
+    anotarMostrado();
 }
 
 void PantallaCuenta::LimpiarPantalla() {
@@ -68,17 +70,57 @@ void PantallaCuenta::LimpiarPantalla() {
     nIdActual = 0;
     rsMostrada.reset();
     cmdBorrar.Enabled = false;
+    anotarMostrado();
+}
+
+// --- what is left unsaved
+
+std::vector<std::string> PantallaCuenta::contenido() const {
+    return {text::trim(Text1(Nombre).Text), cboMasas.chosenName()};
+}
+
+std::string PantallaCuenta::unsaved() const {
+    if (contenido() == contenidoMostrado_) return {};
+    const std::string name = text::trim(Text1(Nombre).Text);
+    return sCodigoMostrado_ + (sCodigoMostrado_.empty() || name.empty() ? "" : " ") + name;
+}
+
+void PantallaCuenta::anotarMostrado() {
+    sCodigoMostrado_ = Text1(Codigo).Text;
+    contenidoMostrado_ = contenido();
+}
+
+void PantallaCuenta::sinContarComoCambio(const std::function<void()>& step) {
+    const bool changed = contenido() != contenidoMostrado_;
+    step();
+    if (!changed) contenidoMostrado_ = contenido();
+}
+
+std::string PantallaCuenta::situacion() const {
+    if (!rsMostrada || nIdActual != 0) return {};
+    return "La cuenta " + sCodigoMostrado_ + " ya no está seleccionada: vuelva a buscarla antes de guardar";
+}
+
+void PantallaCuenta::cambiandoCuenta(const std::function<void()>& step) {
+    replacing([&] {
+        step();
+        if (const std::string now = situacion(); !now.empty() && isOpen()) tell(now);
+    });
 }
 
 // --- finding
 
-PantallaCuenta::Hallazgo PantallaCuenta::localizar(int mode, const std::string& code, std::int64_t id) {
+std::shared_ptr<Recordset> PantallaCuenta::leerCuenta(const std::string& code, std::int64_t id) const {
+    return read("SELECT * FROM PCta WHERE " + condicion() +
+                (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + literal(code)));
+}
+
+PantallaCuenta::Hallazgo PantallaCuenta::localizar(int mode, const std::string& code, std::int64_t id,
+                                                   std::shared_ptr<Recordset>& row) {
     if (code.empty() && id == 0) id = fnBuscarCuentas(static_cast<std::int16_t>(mode), bPGC_, false);
     const bool nothingSought = id < 1 && code.empty();
-    if (!nothingSought)
-        rsCuenta = read("SELECT * FROM PCta WHERE " + condicion() +
-                        (id != 0 ? " AND PCta_Id = " + std::to_string(id) : " AND PCta_Cta = " + literal(code)));
-    if (nothingSought || rsCuenta->Eof()) {
+    if (!nothingSought) row = leerCuenta(code, id);
+    if (nothingSought || row->Eof()) {
         nIdActual = 0;
         cmdBorrar.Enabled = false;
         return nothingSought ? Hallazgo::NadaBuscado : Hallazgo::NoEncontrada;
@@ -116,7 +158,8 @@ void PantallaCuenta::enBusqueda(const std::function<void()>& search) {
 
 void PantallaCuenta::buscarConTecla(int mode) {
     for (const auto& [index, field] : Text1.elements())
-        if (field.get() == activeControl() && !field->Tag.empty()) return buscarEnCampo(mode, index);
+        if (field.get() == activeControl() && !field->Tag.empty())
+            return cambiandoCuenta([&, field = index] { buscarEnCampo(mode, field); });
     if (mode == byCode) mostrarTeclas();
 }
 
@@ -128,9 +171,11 @@ void PantallaCuenta::navegar(Step step) {
         read("Select top 1 * FROM PCta " + destination(walkThrough(recorrido(), shown ? &current : nullptr), step));
     if (found->Eof()) return;
     const std::string code = found->Fields("pcta_cta").Value.text();
-    Text1(Codigo).Text = code;
-    // Without a code and an identity a search would open.
-    CargarCuenta(0, Codigo, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
+    cambiandoCuenta([&] {
+        Text1(Codigo).Text = code;
+        // Without a code and an identity a search would open.
+        CargarCuenta(0, Codigo, code, code.empty() ? found->Fields("PCta_Id").Value.integer() : 0);
+    });
 }
 
 // --- a new account
@@ -143,12 +188,14 @@ void PantallaCuenta::prepararAlta() {
 
 void PantallaCuenta::mostrarCodigoNuevo(const std::string& code, bool bEnNombre) {
     Text1(Codigo).Text = code;
+    anotarMostrado();
     if (bEnNombre && bActivada) setFocus(Text1(Nombre));
 }
 
 void PantallaCuenta::cancelarNueva() {
     cmdNueva.Visible = false;
     cmdGuardar.Enabled = false;
+    anotarMostrado();
     setFocus(Text1(Codigo));
 }
 

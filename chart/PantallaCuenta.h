@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "session/Recordset.h"
 #include "ui/ListPair.h"
@@ -55,6 +56,10 @@ protected:
     virtual void describirAlta(RowWrite& /*write*/) const {}
     /// Writes the changes of the row that `where` names, and what changes with it.
     virtual void escribirCambio(RowWrite& account, const std::string& where);
+    /// What of the screen a save stores and a person may have changed, apart from the code.
+    virtual std::vector<std::string> contenido() const;
+    /// What there is to know about the account shown before it is saved; "" for nothing.
+    virtual std::string situacion() const;
     /// Inside the transaction, behind the insert. Throws when the row must not stay.
     virtual void comprobarAlta() const {}
     virtual void terminarGrabacion() = 0;
@@ -64,12 +69,23 @@ protected:
     void onLoad() override;
     void onActivate() override { bActivada = true; }
     void onKeyUp(int& code, int shift) override;
+    std::string unsaved() const override;
 
+    /// From now on what the screen shows is not unsaved.
+    void anotarMostrado();
+    /// Changes what the screen shows by itself: that leaves nothing unsaved.
+    void sinContarComoCambio(const std::function<void()>& step);
+    /// Carries out what may show another account; the status line then tells what that has left unsaved, and the
+    /// situation of the one shown.
+    void cambiandoCuenta(const std::function<void()>& step);
     /// A field for the code of an account: what can be typed into it, and F1 and F2 search.
     void prepararCodigo(int field);
-    /// Reads into rsCuenta the account of a code or of an identity, or, when both are missing, the one that a person
-    /// picks (`mode` 1 by code, 2 by name). Found, it can be saved; otherwise there is none that could be deleted.
-    Hallazgo localizar(int mode, const std::string& code, std::int64_t id);
+    /// Reads into `row` the account of a code or of an identity, or, when both are missing, the one that a person picks
+    /// (`mode` 1 by code, 2 by name); nothing is read when none is picked. Found, it can be saved; otherwise none is
+    /// the current one any more.
+    Hallazgo localizar(int mode, const std::string& code, std::int64_t id, std::shared_ptr<Recordset>& row);
+    /// The row of the account of an identity or, when that is 0, of a code. Never null.
+    std::shared_ptr<Recordset> leerCuenta(const std::string& code, std::int64_t id) const;
     /// Whether journal lines stand under the code, or under those that begin with it.
     static bool conDiario(const std::string& condition);
     /// New-account mode: empty but for what the screen puts there next.
@@ -94,7 +110,7 @@ protected:
     bool bActivada = false;
     bool bEnBusqueda = false;
     std::int64_t nIdActual = 0;
-    /// The row found last.
+    /// The row of the account looked for last, where navigation goes on from.
     std::shared_ptr<Recordset> rsCuenta;
     /// The row of the account shown, as it was read; null for one that this screen has inserted.
     std::shared_ptr<Recordset> rsMostrada;
@@ -117,6 +133,9 @@ private:
     void borrar();
 
     bool bPGC_;
+    /// Code and contents of what was shown last, or saved.
+    std::string sCodigoMostrado_;
+    std::vector<std::string> contenidoMostrado_;
 };
 
 }  // namespace FendaMaestros

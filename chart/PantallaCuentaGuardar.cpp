@@ -32,7 +32,9 @@ void PantallaCuenta::guardar() {
     if (!text::isNumericCode(text::trimEnd(Text1(Codigo).Text)))
         return avisarGrabacion("Debe indicar un codigo de cuenta");
     if (!comprobarGrabacion()) return;
-    if (intentar([this] { grabar(); })) terminarGrabacion();
+    if (!intentar([this] { grabar(); })) return;
+    anotarMostrado();
+    terminarGrabacion();
 }
 
 void PantallaCuenta::grabar() {
@@ -71,6 +73,7 @@ void PantallaCuenta::actualizarCuenta() {
     const auto stored = read("SELECT * FROM PCta WHERE PCta_Id = " + id);
     if (stored->Eof()) {
         nIdActual = 0;
+        rsMostrada.reset();
         cmdBorrar.Enabled = false;
         throw std::runtime_error("Otro programa ha eliminado la cuenta. Si la guarda otra vez, se crea de nuevo.");
     }

@@ -49,7 +49,7 @@ void frmPlanCtas::mostrarEstado(int field) {
 }
 
 void frmPlanCtas::quitarEstado() {
-    tell({});
+    tell(situacion());
     aviso.dejado();
 }
 
@@ -62,8 +62,11 @@ std::string frmPlanCtas::codigoCompleto(int field) const {
 
 void frmPlanCtas::dejarCodigo() {
     quitarEstado();
+    if (!Text1(Codigo).Text.empty()) cambiandoCuenta([this] { buscarCodigo(); });
+}
+
+void frmPlanCtas::buscarCodigo() {
     const std::string typed = Text1(Codigo).Text;
-    if (typed.empty()) return;
     if (asksForNextCode(typed)) {
         std::string prefix = typed.substr(0, typed.size() - 1);
         return msNuevaCuenta(prefix, 0, true);
@@ -92,6 +95,7 @@ void frmPlanCtas::dejarCuentaAsociada(int field) {
     }
     account.Text = completedCode(account.Text, digitos());
     if (CargarCuenta(0, field, account.Text, 0) == Hallazgo::NoEncontrada) warn("Código de cuenta no existe", account);
+    tell(situacion());
 }
 
 void frmPlanCtas::dejarNif() {
@@ -114,7 +118,7 @@ void frmPlanCtas::dejarNif() {
     }
     {
         const Raised inRecord(bEnFichaNif);
-        frmNif(Text1(Documento).Text).show();
+        frmNif(Text1(Documento).Text, nombreParaFicha()).show();
     }
     setFocus(Text1(Documento));
 }

@@ -12,16 +12,18 @@ namespace FendaMaestros {
 
 frmPlanCtas::Hallazgo frmPlanCtas::CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) {
     const bool deletable = cmdBorrar.Enabled;
-    const Hallazgo result = localizar(mode, code, id);
+    std::shared_ptr<Recordset> linked;
+    const auto& row = field == Codigo ? rsCuenta : linked;
+    const Hallazgo result = localizar(mode, code, id, field == Codigo ? rsCuenta : linked);
     if (result == Hallazgo::NoEncontrada) nIdOrigen = nIdCtaAso = 0;
     if (result != Hallazgo::Encontrada) return result;
 
-    const std::string found = rsCuenta->Fields("pcta_cta").Value.text();
+    const std::string found = row->Fields("pcta_cta").Value.text();
     // An account found for another field may take the delete from the one shown, but not give it.
     cmdBorrar.Enabled = !conDiario("Apu_Cta = " + literal(found)) && (field == Codigo || deletable);
     Text1(field).Text = found;
-    Text1(field + 1).Text = rsCuenta->Fields("PCta_Des").Value.text();
-    if (field == Asociada) nIdCtaAso = rsCuenta->Fields("PCta_id").Value.integer();
+    Text1(field + 1).Text = row->Fields("PCta_Des").Value.text();
+    if (field == Asociada) nIdCtaAso = row->Fields("PCta_id").Value.integer();
     if (field == Codigo) mostrarCuenta();
     return Hallazgo::Encontrada;
 }
@@ -41,6 +43,7 @@ void frmPlanCtas::mostrarCuenta() {
     cboCentro.choose(number("Pcta_IdCen"));
     cboMasas.choose(number("PCta_IdMasa"));
     mostrarNif();
+    anotarMostrado();
 }
 
 void frmPlanCtas::mostrarAsociada() {

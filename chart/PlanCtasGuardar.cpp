@@ -11,19 +11,13 @@ namespace FendaMaestros {
 
 namespace {
 
-/// The fiscal year whose journal lines receive centres and departments.
-constexpr const char* assignedYear = "2009";
-
-/// Gives one column of the account to the lines of its journal in the assigned year.
-void assignToJournal(ConexionBd& connection, const char* sql, const char* from, const char* to) {
-    const auto accounts = connection.Execute(sql);
-    for (; !accounts->Eof(); accounts->MoveNext()) {
-        RowWrite write(instanciaActual().sesion(), "Apu");
-        write.column(to, valor::Numero, accounts->Fields(from).Value);
-        write.update(" WHERE Apu_Cta = " + literal(accounts->Fields("pcta_cta").Value.text()) +
-                     " AND Apu_Eje = " + assignedYear);
-    }
-}
+/// Of a fiscal year, since what has been decided line by line in the others stays. One statement in the order of the
+/// lines: one for each account would go through the whole journal for each.
+constexpr const char* assignment =
+    "UPDATE Apu SET Apu_IdCen = CASE WHEN PCta_IdCen <> 0 THEN PCta_IdCen ELSE Apu_IdCen END, "
+    "Apu_IdDpto = CASE WHEN PCta_IdDpto <> 0 THEN PCta_IdDpto ELSE Apu_IdDpto END "
+    "FROM PCta WHERE PCta_Subcuenta = 1 AND (PCta_IdCen <> 0 OR PCta_IdDpto <> 0) AND PCta_Cta = Apu_Cta AND Apu_Eje = "
+    "2009";
 
 }  // namespace
 
@@ -34,10 +28,24 @@ bool frmPlanCtas::comprobarGrabacion() {
         rechazarRepetida();
         return false;
     }
-    if (!faltaNif()) return true;
-    avisarGrabacion("No ha indicado el Nif asociado");
-    setFocus(Text1(Documento));
-    return false;
+    if (faltaNif()) {
+        avisarGrabacion("No ha indicado el Nif asociado");
+        setFocus(Text1(Documento));
+        return false;
+    }
+    bool linked = false;
+    if (!intentar([&] { linked = completarAsociada(); })) return false;
+    if (!linked) warn("Código de cuenta no existe", Text1(Asociada));
+    return linked;
+}
+
+bool frmPlanCtas::completarAsociada() {
+    const std::string code = text::trim(Text1(Asociada).Text);
+    if (code.empty() || nIdCtaAso != 0) return true;
+    const auto account = leerCuenta(code, 0);
+    if (account->Eof()) return false;
+    nIdCtaAso = account->Fields("PCta_id").Value.integer();
+    return true;
 }
 
 bool frmPlanCtas::existeCodigo() const {
@@ -47,7 +55,7 @@ bool frmPlanCtas::existeCodigo() const {
 void frmPlanCtas::rechazarRepetida() {
     avisarGrabacion("Error en la grabación de la cuenta");
     if (bModoCrear) return cerrarConCuenta();
-    LimpiarPantalla();
+    replacing([this] { LimpiarPantalla(); });
     cmdNueva.Visible = false;
     setFocus(Text1(Codigo));
 }
@@ -104,17 +112,7 @@ void frmPlanCtas::cerrarConCuenta() {
 }
 
 void frmPlanCtas::asignarCentros() {
-    {
-        const BusyGuard busy(*this);
-        assignToJournal(
-            *Ayuda.Conexion,
-            "SELECT PCta_Cta,Pcta_IdCen FROM PCta WHERE PCta_subcuenta=1 and pcta_Idcen<>0 order by pcta_cta",
-            "Pcta_IdCen", "Apu_IdCen");
-        assignToJournal(
-            *Ayuda.Conexion,
-            "SELECT PCta_Cta,PCta_IdDpto FROM PCta WHERE PCta_subcuenta=1 and PCta_IdDpto<>0 order by pcta_cta",
-            "PCta_IdDpto", "Apu_IdDpto");
-    }
+    saveWithPatience([this] { Ayuda.Conexion->run({assignment, {}}); });
     ask("Proceso finalizado", message::Ok, {});
     unload();
 }

@@ -7,6 +7,7 @@
 #include "session/Literal.h"
 #include "taxid/frmNif.h"
 #include "toolkit/Raised.h"
+#include "toolkit/Text.h"
 #include "ui/SessionAccess.h"
 #include "ui/Version.h"
 #include "ui/WorkContext.h"
@@ -38,6 +39,11 @@ frmPlanCtas::frmPlanCtas() : PantallaCuenta({0, 1, 2, 3, 4, 5, 6, 7}, {0, 1, 2, 
     Option1.Caption = "Activa";
     Option2.Caption = "Inactiva";
     cmdVerFicha.Click = [this] { verFicha(); };
+    Frame3.Caption = "Diario";
+    Command1.ToolTip =
+        "Pone en los apuntes de 2009 el centro y el departamento de su cuenta, en lugar de los que tengan";
+    Command1.GotFocus = [this] { tell(Command1.ToolTip); };
+    Command1.LostFocus = [this] { tell(situacion()); };
     Command1.Click = [this] { asignarCentros(); };
 
     prepararCampos();
@@ -62,7 +68,8 @@ void frmPlanCtas::componer() {
     add(cmdNueva, "cmdNueva");
     add(cmdBorrar, "cmdBorrar");
     add(cmdVerFicha, "cmdVerFicha");
-    add(Command1, "Command1");
+    add(Frame3, "Frame3");
+    add(Command1, "Command1", &Frame3);
     add(cmdSalir, "cmdSalir");
 
     using namespace arrange;
@@ -83,10 +90,11 @@ void frmPlanCtas::componer() {
         row({
             framed(Frame2, {row({plain(Option1), plain(Option2)})}),
             navegacion.arrangement(),
+            framed(Frame3, {row({plain(Command1)})}),
         }),
         plain(lblAyuda),
         plain(lblTeclas),
-        buttons({&cmdGuardar, &cmdNueva, &cmdBorrar, &cmdVerFicha, &Command1, &cmdSalir}),
+        buttons({&cmdGuardar, &cmdNueva, &cmdBorrar, &cmdVerFicha, &cmdSalir}),
     }));
 }
 
@@ -99,7 +107,8 @@ void frmPlanCtas::onLoad() {
     Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + componentVersion() + ")";
     for (const int field : {Codigo, Asociada, Irpf}) Text1(field).MaxLength = static_cast<int>(digitos());
     cargarListas();
-    if (nIdInicial > 0) CargarCuenta(0, Codigo, {}, nIdInicial);
+    anotarMostrado();
+    if (nIdInicial > 0) cambiandoCuenta([this] { CargarCuenta(0, Codigo, {}, nIdInicial); });
 }
 
 void frmPlanCtas::cargarListas() {
@@ -115,8 +124,8 @@ void frmPlanCtas::onActivate() {
 void frmPlanCtas::buscarEnCampo(int mode, int field) {
     if (field == Documento)
         BuscarNif({});
-    else if (CargarCuenta(mode, field, {}, 0) == Hallazgo::Encontrada)
-        tell({});
+    else if (CargarCuenta(mode, field, {}, 0) != Hallazgo::Encontrada)
+        mostrarEstado(field);
 }
 
 void frmPlanCtas::mostrarTeclas() {
@@ -137,6 +146,46 @@ void frmPlanCtas::LimpiarPantalla() {
     cboCentro.chooseFirst();
     cboDepar.chooseFirst();
     nIdCtaAso = nIdNif = nIdOrigen = nOrigen = 0;
+    anotarMostrado();
+}
+
+std::vector<std::string> frmPlanCtas::contenido() const {
+    std::vector<std::string> typed = PantallaCuenta::contenido();
+    for (const int field : {Asociada, Documento, Irpf}) typed.push_back(text::trim(Text1(field).Text));
+    for (const ListPair* list : {&cboCentro, &cboDepar}) typed.push_back(list->chosenName());
+    typed.push_back(std::to_string(nIdNif));
+    typed.emplace_back(Option1.Value() ? Option1.Caption : Option2.Caption);
+    return typed;
+}
+
+std::string frmPlanCtas::situacion() const {
+    if (std::string unselected = PantallaCuenta::situacion(); !unselected.empty()) return unselected;
+    const std::string& code = Text1(Codigo).Text;
+    const bool shown = nIdActual != 0 || cmdNueva.Visible;
+    std::string found;
+    if (shown && text::length(code) != digitos())
+        found = "El código " + code + " no tiene las " + std::to_string(digitos()) + " cifras de la empresa";
+    const std::string unlisted = entradasSinLista();
+    return found + (found.empty() || unlisted.empty() ? "" : " · ") + unlisted;
+}
+
+std::string frmPlanCtas::entradasSinLista() const {
+    if (!rsMostrada) return {};
+    const struct {
+        const char* name;
+        const char* column;
+        const ListPair& list;
+    } entries[] = {{"centro", "Pcta_IdCen", cboCentro},
+                   {"departamento", "Pcta_IdDpto", cboDepar},
+                   {"masa", "PCta_IdMasa", cboMasas}};
+    std::string missing;
+    for (const auto& [name, column, list] : entries) {
+        const std::int64_t id = rsMostrada->Fields(column).Value.integer();
+        if (list.has(id)) continue;
+        missing += (missing.empty() ? "" : " · ") + std::string("Su ") + name + " " + std::to_string(id) +
+                   " no está en la lista: al guardar quedará «" + list.chosenName() + "»";
+    }
+    return missing;
 }
 
 void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bCalcula) {
@@ -149,6 +198,7 @@ void frmPlanCtas::prepararCreacion(std::string& sCta, std::int32_t nNif, bool bC
 
 void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalcula) {
     prepararAlta();
+    Option1.setValue(true);
     nIdNif = nNif;
     if (nIdNif != 0) mostrarNif();
     // The caller's word counts even for an identity that the register does not have.
@@ -163,6 +213,7 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
     }
     mostrarCodigoNuevo(sCta, !bCalcula);
     nOrigen = 0;
+    tell(situacion());
 }
 
 void frmPlanCtas::cancelarNueva() {
@@ -172,7 +223,13 @@ void frmPlanCtas::cancelarNueva() {
 }
 
 void frmPlanCtas::verFicha() {
-    if (!rsCuenta->Eof()) frmNif(Text1(Documento).Text).show();
+    if (rsCuenta->Eof()) return;
+    frmNif(Text1(Documento).Text, nombreParaFicha()).show();
+    if (nIdNif != 0) sinContarComoCambio([this] { mostrarNif(); });
+}
+
+std::string frmPlanCtas::nombreParaFicha() const {
+    return cmdNueva.Visible ? text::trim(Text1(Nombre).Text) : std::string();
 }
 
 }  // namespace FendaMaestros

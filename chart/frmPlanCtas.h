@@ -43,6 +43,12 @@ private:
     void cancelarNueva() override;
     void verFicha();
     static std::size_t digitos();
+    std::vector<std::string> contenido() const override;
+    std::string situacion() const override;
+    /// What a save would store in place of the entries of the account that are in no list.
+    std::string entradasSinLista() const;
+    /// The name typed for a new account, for the identity that is created for it; "" for an account that is stored.
+    std::string nombreParaFicha() const;
 
     // --- leaving fields (PlanCtasCampos.cpp)
     void prepararCampos();
@@ -51,8 +57,10 @@ private:
     void mostrarEstado(int field);
     /// What leaving the field will make of its code.
     std::string codigoCompleto(int field) const;
+    /// A code is typed no longer: the status line tells the situation of the account.
     void quitarEstado();
     void dejarCodigo() override;
+    void buscarCodigo();
     void dejarCuentaAsociada(int field);
     void dejarNif();
 
@@ -71,6 +79,8 @@ private:
     // --- writing (PlanCtasGuardar.cpp)
     bool comprobarGrabacion() override;
     bool existeCodigo() const;
+    /// An associated account whose identity another look-up has taken is looked for again; false when it is not there.
+    bool completarAsociada();
     void rechazarRepetida();
     bool faltaNif() const;
     void describirCuenta(RowWrite& write) const override;
@@ -86,6 +96,7 @@ private:
     OptionButton Option1;
     OptionButton Option2;
     CommandButton cmdVerFicha{"&Ver ficha"};
+    Frame Frame3;
     CommandButton Command1{"asignar centros al diario"};
     Label lblTeclas{"F1 en los demás campos: lista de teclas · Intro campo siguiente · Esc salir"};
 

@@ -87,9 +87,9 @@ std::string frmPlanGC::condicion() const { return "PCta_Subcuenta = 0 AND PCta_P
 std::string frmPlanGC::recorrido() const { return " WHERE PCta_Subcuenta=0 AND PCta_Plan = " + cboPlan.Text(); }
 
 frmPlanGC::Hallazgo frmPlanGC::CargarCuenta(int mode, int /*field*/, const std::string& code, std::int64_t id) {
-    const Hallazgo result = localizar(mode, code, id);
+    const Hallazgo result = localizar(mode, code, id, rsCuenta);
     if (result == Hallazgo::NoEncontrada) {
-        cboMasas.chooseFirst();
+        sinContarComoCambio([this] { cboMasas.chooseFirst(); });
         admitirMasa(code);
     }
     if (result != Hallazgo::Encontrada) return result;
@@ -103,6 +103,7 @@ frmPlanGC::Hallazgo frmPlanGC::CargarCuenta(int mode, int /*field*/, const std::
     rsMostrada = rsCuenta;
     mostrarMasa(found);
     Text1(Balance).Text = balanceDe(found);
+    anotarMostrado();
     return Hallazgo::Encontrada;
 }
 
@@ -125,8 +126,12 @@ std::string frmPlanGC::balanceDe(std::string code) const {
 }
 
 void frmPlanGC::dejarCodigo() {
+    if (!Text1(Codigo).Text.empty()) cambiandoCuenta([this] { buscarCodigo(); });
+}
+
+void frmPlanGC::buscarCodigo() {
     const std::string typed = Text1(Codigo).Text;
-    if (typed.empty() || CargarCuenta(0, Codigo, typed, 0) != Hallazgo::NoEncontrada) return;
+    if (CargarCuenta(0, Codigo, typed, 0) != Hallazgo::NoEncontrada) return;
     markPendingMessage('E');
     if (confirm("Código de cuenta no existe, desea crear una nueva cuenta"))
         msNuevaCuenta(typed);

@@ -20,6 +20,7 @@ private:
     std::string recorrido() const override;
     Hallazgo CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) override;
     void dejarCodigo() override;
+    void buscarCodigo();
     void msNuevaCuenta(const std::string& code);
     void mostrarMasa(const std::string& code);
     void admitirMasa(const std::string& code);

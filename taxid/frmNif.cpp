@@ -38,8 +38,11 @@ std::optional<NifRecord> registrado(std::int64_t id) {
 
 }  // namespace
 
-frmNif::frmNif(const std::string& sNif)
-    : sNifInicial_(sNif), bAbiertaConDocumento_(!text::trim(sNif).empty()), bCargaPendiente_(bAbiertaConDocumento_) {
+frmNif::frmNif(const std::string& sNif, const std::string& sNombre)
+    : sNifInicial_(sNif),
+      sNombreInicial_(sNombre),
+      bAbiertaConDocumento_(!text::trim(sNif).empty()),
+      bCargaPendiente_(bAbiertaConDocumento_) {
     sTituloVentana = "Maestro de Cif/Nif";
     prepararCampos();
     prepararMandos();
@@ -64,7 +67,10 @@ void frmNif::onActivate() {
     if (!bCargaPendiente_) return;
     bCargaPendiente_ = false;
     salirCampo(Documento);
-    if (nIdActual_ < 1) setFocus(txtFields(Nombre));
+    if (nIdActual_ > 0) return;
+    TextBox& name = txtFields(Nombre);
+    name.Text = text::left(sNombreInicial_, static_cast<std::size_t>(name.MaxLength));
+    setFocus(name);
 }
 
 void frmNif::cargarListas() {

@@ -20,8 +20,8 @@ namespace FendaMaestros {
 class frmNif final : public Screen {
 public:
     /// With a document that is not blank, the screen opens on it, without asking when it is new, and closes after the
-    /// first save.
-    explicit frmNif(const std::string& sNif = {});
+    /// first save. `sNombre` is the name that a new one begins with.
+    explicit frmNif(const std::string& sNif = {}, const std::string& sNombre = {});
 
     /// Loads the entry of a document, of an identifier when it is 1 or more, or, in mode 1 (by document) or 2 (by
     /// name), the one that a person picks; a search that is left changes nothing. Returns the identifier shown, -1
@@ -133,6 +133,7 @@ private:
     /// The document last loaded or accepted as new.
     std::string sDocumentoTratado_;
     std::string sNifInicial_;
+    std::string sNombreInicial_;
     bool bAbiertaConDocumento_;
     bool bCargaPendiente_;
     /// The province that was chosen when another country hid the list.

@@ -40,6 +40,8 @@ public:
     bool Visible = true;
     bool TabStop = true;
     std::string Tag;
+    /// What a pointer that rests on it is told; "" for nothing.
+    std::string ToolTip;
     /// The frame that holds it: disabling or hiding the frame does so to the control. None: the form itself.
     Frame* Container = nullptr;
 

@@ -15,14 +15,18 @@ void ListPair::load(const std::string& none, Recordset& rows, const char* nameCo
     chooseFirst();
 }
 
-void ListPair::choose(std::int64_t id) {
+int ListPair::rowOf(std::int64_t id) const {
     const std::string wanted = std::to_string(id);
-    for (int row = 0; row < combos_(1).ListCount(); ++row) {
-        if (combos_(1).List(row) != wanted) continue;
-        combos_(0).setListIndex(row);
-        combos_(1).setListIndex(row);
-        return;
-    }
+    for (int row = 0; row < combos_(1).ListCount(); ++row)
+        if (combos_(1).List(row) == wanted) return row;
+    return -1;
+}
+
+void ListPair::choose(std::int64_t id) {
+    const int row = rowOf(id);
+    if (row < 0) return;
+    combos_(0).setListIndex(row);
+    combos_(1).setListIndex(row);
 }
 
 std::string ListPair::followChoice() {

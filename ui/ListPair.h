@@ -21,12 +21,19 @@ public:
     void chooseFirst() { combos_(0).setListIndex(0); }
     /// Chooses the first row with the identity, in both; without one the choice stays.
     void choose(std::int64_t id);
+    /// The list has a row with the identity.
+    bool has(std::int64_t id) const { return rowOf(id) >= 0; }
+    /// The name shown; "" when none is chosen.
+    std::string chosenName() const { return combos_(0).Text(); }
     /// The identity beside the name shown; 0 for the first row and when none is chosen.
     std::int64_t chosenId() const;
     /// The hidden list follows the shown one; its text, "" for the first row and when none is chosen.
     std::string followChoice();
 
 private:
+    /// The first row with the identity, -1 for none.
+    int rowOf(std::int64_t id) const;
+
     ControlArray<ComboBox> combos_;
 };
 

@@ -212,7 +212,7 @@ TEST_F(SubAccounts, AnAccountKeepsItsOriginAndANewOneHasNone) {
     maes.jPlanCuentas();
     EXPECT_EQ(stored("57200000"), "Banco|0|2|5|6||0||8|10|\n");
     EXPECT_EQ(stored("43000001"), "Antigua|1|2|3|4||0||0|9|\n") << "another identity ends it";
-    EXPECT_EQ(stored("57200001"), "|0|0|0|0||0||0|0|\n");
+    EXPECT_EQ(stored("57200001"), "|1|0|0|0||0||0|0|\n") << "active, although begun after one that is not";
 }
 
 TEST_F(SubAccounts, CentresAndDepartmentsGoToTheLinesOfTheirAccountIn2009) {
@@ -221,8 +221,26 @@ TEST_F(SubAccounts, CentresAndDepartmentsGoToTheLinesOfTheirAccountIn2009) {
                                                              {2009, "57200000", 72, 73},
                                                              {2009, "40000001", 74, 75},
                                                              {2009, "40000002", 76, 77}});
-    onNextScreen([&](Form& form) { pressAndRead(form, "Command1", "Proceso finalizado"); });
-    maes.jPlanCuentas();
+    const std::string before = everything();
+    bool assigned = false;
+    for (int n = 1; !assigned; ++n) {
+        ASSERT_LT(n, 30);
+        onNextScreen([&](Form& form) {
+            const auto& button = ScriptedPerson::control<CommandButton>(form, "Command1");
+            form.focus(ScriptedPerson::control(form, "Command1"));
+            EXPECT_NE(button.ToolTip.find(" 2009 "), std::string::npos);
+            EXPECT_EQ(form.statusLine()->Caption, button.ToolTip);
+            failing->failAt(n);
+            pressAndRead(form, "Command1", "Proceso finalizado");
+            assigned = true;
+        });
+        try {
+            maes.jPlanCuentas();
+        } catch (const ErrorBd&) {
+            EXPECT_EQ(everything(), before) << "all or nothing: " << n;
+        }
+        failing->failAt(0);
+    }
     EXPECT_EQ(rows("SELECT Apu_Eje, Apu_Cta, Apu_IdCen, Apu_IdDpto FROM Apu WHERE Apu_IdCen <> 0 ORDER BY Apu_Id"),
               "2009|43000001|3|4|\n2008|57200000|70|71|\n2009|57200000|5|6|\n2009|40000001|74|75|\n"
               "2009|40000002|8|77|\n");
@@ -245,6 +263,70 @@ TEST_F(SubAccounts, AnEnterThatSaysYesLeavesTheFocusOnTheCodeAndOnlyTheAccountSh
     });
     maes.jPlanCuentas();
     EXPECT_EQ(codes(), "43000001|\n");
+}
+
+TEST_F(SubAccounts, TheStatusLineTellsWhatIsLeftUnsavedAndWhatASaveWouldStore) {
+    insert("PCta (PCta_Cta, PCta_Des, PCta_Subcuenta, PCta_IdCen)", {{"5720009", "Corta", 1, 99}});
+    const std::string unsaved = "Sin guardar: 43000001 Muebles Peñalba";
+    onNextScreen([&](Form& form) {
+        const std::string& status = form.statusLine()->Caption;
+        enter(form, account::code, "43000001");
+        person.press(form, "cmdNav(3)");
+        EXPECT_EQ(
+            status,
+            "El código 5720009 no tiene las 8 cifras de la empresa · Su centro 99 no está en la lista: al guardar "
+            "quedará «Centro 3»");
+        enter(form, account::code, "43000001");
+        EXPECT_EQ(status, "");
+        enter(form, account::linked, "57200000");
+        person.fill(form, account::name, "Muebles Peñalba");
+        person.press(form, "cmdNav(2)");
+        EXPECT_EQ(person.text(form, account::code), "57200000") << "behind the account shown, not the linked one";
+        EXPECT_EQ(status, unsaved);
+
+        form.focus(ScriptedPerson::control(form, account::linked));
+        onNextScreen([&](Form& search) { person.escape(search); });
+        person.hands.key(form, {key::F(1), shift::None});
+        EXPECT_EQ(status, "La cuenta 57200000 ya no está seleccionada: vuelva a buscarla antes de guardar");
+        person.press(form, "cmdNav(1)");
+        EXPECT_EQ(person.text(form, account::code), "43000001");
+        person.fill(form, account::name, "Muebles Peñalba");
+        person.escape(form);
+        EXPECT_FALSE(form.isOpen());
+    });
+    maes.jPlanCuentas();
+    EXPECT_EQ(desktop.lastWords(), unsaved);
+}
+
+TEST_F(SubAccounts, ANewAccountKeepsItsLinksAndGivesItsNameToTheIdentityThatIsCreatedForIt) {
+    onNextScreen([&](Form& form) {
+        enter(form, account::code, "57200000");
+        enter(form, account::code, "430,");
+        person.fill(form, account::name, "Muebles Peñalba");
+        onNextScreen([&](Form& record) {
+            EXPECT_EQ(person.text(record, "txtFields(1)"), "Muebles Peñalba");
+            pressAndRead(record, "cmdSalvar", "Grabación del nif realizada con éxito");
+        });
+        person.answers = {Answer::Yes};
+        enter(form, account::document, "00000077A");
+        person.hands.key(form, {key::Tab, shift::None});
+        EXPECT_EQ(person.text(form, "Text1(5)"), "Muebles Peñalba ");
+        onNextScreen([&](Form& record) {
+            person.fill(record, "txtFields(1)", "Peñalba Hogar");
+            pressAndRead(record, "cmdSalvar", "Grabación del nif realizada con éxito");
+        });
+        person.press(form, "cmdVerFicha");
+        EXPECT_EQ(person.text(form, "Text1(5)"), "Peñalba Hogar ");
+
+        enter(form, account::linked, "57200000");
+        person.answers = {Answer::Ok};
+        enter(form, "Text1(6)", "99999999");
+        EXPECT_EQ(person.messages.back().text, "Código de cuenta no existe");
+        person.fill(form, "Text1(6)", "");
+        pressAndRead(form, account::save, done);
+    });
+    maes.jPlanCuentas();
+    EXPECT_EQ(stored("43000002"), "Muebles Peñalba|1|3|0|0|57200000|" + std::to_string(bank) + "||0|0|\n");
 }
 
 TEST_F(SubAccounts, AHintNeverWaitsTwice) {
