@@ -24,7 +24,7 @@ TEST_P(Consistency, TellsWhatDoesNotBelongTogether) {
     ASSERT_EQ(faults(), "");
 
     const std::string set = "UPDATE PCta SET ", of = " WHERE PCta_Cta = ";
-    write("UPDATE KXComun.dbo.Nif SET Nif_Doc = 'b00000018' WHERE Nif_Id = 2");
+    write("UPDATE KXComun.dbo.Nif SET Nif_Doc = 'B00000018 ' WHERE Nif_Id = 2");
     write("UPDATE KXComun.dbo.Conceptos SET Conce_Cod = 1 WHERE Conce_Cod = 2");
     write("DELETE FROM KXComun.dbo.Nif WHERE Nif_Doc = 'B00000059'");
     write("UPDATE Centro SET Centro_Cod = 1 WHERE Centro_Cod = 2");
