@@ -121,7 +121,9 @@ private:
     }
 
     void requireAdmitted(std::string_view word) const {
-        if (dialect_.admits && !dialect_.admits(word, nextSolid(1) == "("))
+        // WITH x(a, b) names columns.
+        const bool called = nextSolid(1) == "(" && !isAnyOf(previous_, {"WITH", "RECURSIVE"});
+        if (dialect_.admits && !dialect_.admits(word, called))
             refuse("La sentencia no se ejecuta: no se admite «" + std::string(word) + "».");
     }
 

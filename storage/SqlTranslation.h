@@ -23,8 +23,8 @@ struct Dialect {
     /// The last term of the ORDER BY of a whole text, and the only one of a text without an order of its own (neither
     /// ORDER BY nor GROUP BY nor TOP): for an engine that gives rows which nothing else orders in any order.
     std::string_view lastTerm = {};
-    /// Whether a word may stand in a text, and before a parenthesis when it does; null: every word may.
-    bool (*admits)(std::string_view word, bool beforeParenthesis) = nullptr;
+    /// Whether a word may stand in a text, and call something with the parenthesis behind it; null: every word may.
+    bool (*admits)(std::string_view word, bool called) = nullptr;
 };
 
 struct Translation {

@@ -5,6 +5,8 @@
 
 #include <array>
 #include <cerrno>
+#include <exception>
+#include <optional>
 
 namespace FendaMaestros::postgres {
 
@@ -44,10 +46,15 @@ void Connection::Finish::operator()(PGconn* connection) const { PQfinish(connect
 
 /// Waiting for one trip.
 struct Connection::Waiting {
+    enum class End { None, EnoughRead, StopAsked, Thrown };
+
     Patience patience;
     /// Null for a trip that nobody watches.
     const RowWatch* watch = nullptr;
-    bool stopped = false;
+    /// Why the server has been told to stop.
+    End end = End::None;
+    /// What a listener has thrown.
+    std::exception_ptr thrown = nullptr;
     Clock::time_point heard = Clock::now();
 };
 
@@ -100,16 +107,15 @@ std::vector<Result> Connection::exchange(const Trip& trip, Patience patience) {
 
 bool Connection::exchange(const Trip& trip, Patience patience, const RowWatch& watch) {
     Waiting waiting{.patience = patience, .watch = &watch};
-    try {
-        carryOut(trip, waiting, [&](std::size_t step, Result result) {
-            if (step + 1 < trip.size() || waiting.stopped) return;
-            if (watch.goOn()) return watch.take(result.get());
-            stop(waiting);
+    carryOut(trip, waiting, [&](std::size_t step, Result result) {
+        if (step + 1 < trip.size()) return;
+        listen(waiting, [&] {
+            if (!watch.goOn()) return Waiting::End::EnoughRead;
+            watch.take(result.get());
+            return Waiting::End::None;
         });
-    } catch (const ServerError& error) {
-        if (!waiting.stopped || !isCancelled(error)) throw;
-    }
-    return !waiting.stopped;
+    });
+    return waiting.end != Waiting::End::EnoughRead;
 }
 
 void Connection::carryOut(const Trip& trip, Waiting& waiting, const TakeResult& take) {
@@ -127,7 +133,23 @@ void Connection::carryOut(const Trip& trip, Waiting& waiting, const TakeResult& 
         }
     }
     next(waiting);  // the end of the trip
-    if (failure) throw ServerError(*failure);
+    if (waiting.thrown) std::rethrow_exception(waiting.thrown);
+    if (!failure) return;
+    if (!isCancelled(*failure) || waiting.end == Waiting::End::None) throw ServerError(*failure);
+    if (waiting.end == Waiting::End::StopAsked) throw ErrorBd(ErrorBd::Kind::Stopped, "Se ha detenido la operación.");
+}
+
+/// Asks a listener unless the trip is to end already. All results have to be taken even then, so what it throws waits.
+template <class Ask>
+void Connection::listen(Waiting& waiting, Ask&& ask) {
+    if (waiting.end != Waiting::End::None) return;
+    try {
+        waiting.end = ask();
+    } catch (...) {
+        waiting.end = Waiting::End::Thrown;
+        waiting.thrown = std::current_exception();
+    }
+    if (waiting.end != Waiting::End::None) cancel();
 }
 
 ServerError Connection::failureOf(const PGresult* result) {
@@ -171,7 +193,7 @@ void Connection::awaitInput(Waiting& waiting) {
     if (unsent < 0) fail(PQerrorMessage(connection));
     pollfd socket{.fd = PQsocket(connection), .events = POLLIN, .revents = 0};
     if (unsent > 0) socket.events |= POLLOUT;
-    const auto limit = waiting.watch ? breath : waiting.patience.silence;
+    const auto limit = waiting.watch || stopAsked_ ? breath : waiting.patience.silence;
     const int ready = poll(&socket, 1, static_cast<int>(limit.count()));
     if (ready < 0 && errno != EINTR) fail("poll");
     if (ready > 0) {
@@ -179,18 +201,20 @@ void Connection::awaitInput(Waiting& waiting) {
         if (!PQconsumeInput(connection)) fail(PQerrorMessage(connection));
         return;
     }
-    if (waiting.watch && !waiting.stopped && !waiting.watch->goOn()) stop(waiting);
+    listen(waiting, [&] {
+        if (stopAsked_ && stopAsked_()) return Waiting::End::StopAsked;
+        return waiting.watch && !waiting.watch->goOn() ? Waiting::End::EnoughRead : Waiting::End::None;
+    });
     if (Clock::now() - waiting.heard < waiting.patience.silence) return;
     if (!waiting.patience.whileAtWork || !isAtWork()) fail("silence");
     waiting.heard = Clock::now();
 }
 
-void Connection::stop(Waiting& waiting) {
-    waiting.stopped = true;
+void Connection::cancel() {
     std::array<char, 256> ignored{};
-    auto* cancel = PQgetCancel(handle_.get());
-    PQcancel(cancel, ignored.data(), static_cast<int>(ignored.size()));
-    PQfreeCancel(cancel);
+    auto* canceller = PQgetCancel(handle_.get());
+    PQcancel(canceller, ignored.data(), static_cast<int>(ignored.size()));
+    PQfreeCancel(canceller);
 }
 
 /// Asked through a connection of its own.

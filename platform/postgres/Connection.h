@@ -45,6 +45,9 @@ public:
     /// Ends the connection; the server undoes what was open on it.
     void drop() { handle_.reset(); }
 
+    /// Asked now and then while a trip is under way; true stops it, and it fails (ErrorBd::Kind::Stopped).
+    void stopWhen(std::function<bool()> asked) { stopAsked_ = std::move(asked); }
+
     /// False when there is none, or it has been found to be lost.
     bool isOpen() const { return handle_ != nullptr; }
     /// Of the transaction that is open on the server: it takes no more but being rolled back.
@@ -76,7 +79,10 @@ private:
     /// The next result, waited for; null behind the last one of a step.
     Result next(Waiting& waiting);
     void awaitInput(Waiting& waiting);
-    void stop(Waiting& waiting);
+    template <class Ask>
+    void listen(Waiting& waiting, Ask&& ask);
+    /// Tells the server to stop the statement that it is at.
+    void cancel();
     /// Whether the server still works on the trip.
     bool isAtWork() const;
     /// What a result tells that is no success. Throws (Lost) when it tells that the connection is gone.
@@ -85,6 +91,7 @@ private:
 
     std::string target_;
     std::vector<std::string> session_;
+    std::function<bool()> stopAsked_;
     Handle handle_;
 };
 

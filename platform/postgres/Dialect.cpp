@@ -32,8 +32,8 @@ bool isAnyOf(std::string_view word, std::span<const std::string_view> others) {
     return std::ranges::any_of(others, [word](auto other) { return text::equalIgnoringCase(word, other); });
 }
 
-bool admits(std::string_view word, bool beforeParenthesis) {
-    if (beforeParenthesis) return isAnyOf(word, keywords) || isAnyOf(word, functions);
+bool admits(std::string_view word, bool called) {
+    if (called) return isAnyOf(word, keywords) || isAnyOf(word, functions);
     return !isAnyOf(word, writes);
 }
 

@@ -25,6 +25,7 @@ public:
 
     std::shared_ptr<Recordset> Execute(std::string_view sql) override;
     void watchReads(ReadWatch watch) override { watch_ = std::move(watch); }
+    void stopWhen(StopWatch asked) override { connection_->stopWhen(std::move(asked)); }
     std::int64_t run(const Statement& statement) override;
     void BeginTrans() override { transaction_.begin(); }
     void CommitTrans() override { transaction_.commit(); }

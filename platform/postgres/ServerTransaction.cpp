@@ -40,6 +40,7 @@ ErrorBd alreadyUndone() { return {ErrorBd::Kind::Other, "La transacción ya se h
 }  // namespace
 
 void ServerTransaction::begin() {
+    if (undone_) throw alreadyUndone();
     // The first read decides whether the server keeps watch over what the transaction reads: one that is read-only then
     // it need not watch, though it may write later on.
     constexpr const char* read = "SELECT";
@@ -159,6 +160,9 @@ std::vector<Result> ServerTransaction::carryOut(const Trip& steps, Savepoint nee
             if (error.kind() != ErrorBd::Kind::Lost) throw;
             undone_ = begun_;
             if (begun_ || fresh || !again || Clock::now() - start > foundLost) throw;
+        } catch (...) {
+            if (connection_.hasFailed()) goBack();
+            throw;
         }
     }
 }
