@@ -162,6 +162,8 @@ TEST_F(DataFolderTest, ABackupIsOneMomentOfAllCompaniesWhileOthersWrite) {
             connection.run({"INSERT INTO Centro (Centro_Des) VALUES (?)", {name}});
             connection.run({"INSERT INTO KXComun.dbo.Conceptos (Conce_Des) VALUES (?)", {name}});
             connection.CommitTrans();
+            // Two that never pause keep the third out for as long as they like.
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
     }
     std::int64_t before = 0;
