@@ -61,6 +61,21 @@ TEST_P(ConnectionContract, RunRefusesWhateverIsNoWriteOfRows) {
     EXPECT_EQ(centres(), 1);
 }
 
+TEST_P(ConnectionContract, AWriteTakesValuesOfTheRowsOfAnotherTable) {
+    insert("Apu", {{"Apu_Cta", "57200001 "}, {"Apu_IdCen", 5}, {"Apu_IdDpto", 6}, {"Apu_Eje", 2009}});
+    insert("Apu", {{"Apu_Cta", "57200001"}, {"Apu_IdCen", 5}, {"Apu_IdDpto", 6}, {"Apu_Eje", 2010}});
+    insert("PCta", {{"PCta_Cta", "57200001"}, {"PCta_IdCen", 9}, {"PCta_IdDpto", 0}});
+    EXPECT_EQ(connection->run({"UPDATE Apu SET Apu_IdCen = CASE WHEN PCta_IdCen <> 0 THEN PCta_IdCen ELSE Apu_IdCen "
+                               "END, Apu_IdDpto = CASE WHEN PCta_IdDpto <> 0 THEN PCta_IdDpto ELSE Apu_IdDpto END FROM "
+                               "PCta WHERE PCta_Cta = Apu_Cta AND Apu_Eje = 2009",
+                               {}}),
+              1);
+    const auto lines = read("SELECT Apu_IdCen, Apu_IdDpto FROM Apu ORDER BY Apu_Id");
+    EXPECT_EQ(lines->cell(0, 0), Variant(9));
+    EXPECT_EQ(lines->cell(0, 1), Variant(6));
+    EXPECT_EQ(lines->cell(1, 0), Variant(5));
+}
+
 TEST_P(ConnectionContract, ErrorsTellTheirKind) {
     insert("KXComun.dbo.Pais", {{"Pais_Cod", "011"}});
     EXPECT_EQ(errorOf([&] { insert("KXComun.dbo.Pais", {{"Pais_Cod", "011"}}); }), Kind::Constraint);
