@@ -16,15 +16,18 @@ struct FinishBackup {
     void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
 };
 
-void copyInto(const std::filesystem::path& file, const Database& from) {
-    createEmptyFile(file, file.filename());
-    const Database to(file, Database::Mode::Existing, std::chrono::milliseconds(0));
+void copyInto(const Database& to, const Database& from) {
     // Nobody needs it before it is whole.
     to.execute("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF");
     const std::unique_ptr<sqlite3_backup, FinishBackup> backup(
         sqlite3_backup_init(to.handle(), "main", from.handle(), "main"));
     constexpr int allPages = -1;
     check(backup ? sqlite3_backup_step(backup.get(), allPages) : sqlite3_errcode(to.handle()), to.handle());
+}
+
+void copyToFile(const std::filesystem::path& file, const Database& from) {
+    createEmptyFile(file, file.filename());
+    copyInto(Database(file, Database::Mode::Existing, std::chrono::milliseconds(0)), from);
 }
 
 }  // namespace
@@ -38,9 +41,16 @@ std::chrono::milliseconds copyDatabases(const std::vector<std::filesystem::path>
         held.emplace_back(file, timeout);
         if (held.size() == 1) start = Clock::now();
     }
-    for (std::size_t i = 0; i < files.size(); ++i) copyInto(folder / files[i].filename(), held[i].database());
+    for (std::size_t i = 0; i < files.size(); ++i) copyToFile(folder / files[i].filename(), held[i].database());
     held.clear();
     return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+}
+
+Database temporaryCopy(const std::filesystem::path& file, std::chrono::milliseconds timeout) {
+    // A database without a name is a file that the engine removes.
+    Database copy("", Database::Mode::Create, timeout);
+    copyInto(copy, HeldDatabase(file, timeout).database());
+    return copy;
 }
 
 }  // namespace FendaMaestros::sqlite

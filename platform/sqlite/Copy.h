@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/sqlite/Database.h"
+
 namespace FendaMaestros::sqlite {
 
 /// Copies databases, as they all are at one moment, into a folder; the copies are not yet safe on the disk. Meanwhile
@@ -12,5 +14,8 @@ namespace FendaMaestros::sqlite {
 /// ErrorBd.
 std::chrono::milliseconds copyDatabases(const std::vector<std::filesystem::path>& files,
                                         const std::filesystem::path& folder, std::chrono::milliseconds timeout);
+
+/// A copy of a database that goes with what is returned, so that nobody waits for what is done with it. Else as above.
+Database temporaryCopy(const std::filesystem::path& file, std::chrono::milliseconds timeout);
 
 }  // namespace FendaMaestros::sqlite

@@ -120,10 +120,13 @@ bool DataFolder::examine(const std::string& company, const Tell& tell) const {
     if (company.empty()) tellWhoMayRead(folder_, tell);
     const auto file = fileOf(company);
     try {
-        const Database database(file, Database::Mode::Existing, busyTimeout_);
-        checkSchema(database, "main", company.empty() ? Contents::Shared : Contents::Company);
-        requireOrder(database, "de " + describe(file));
-        const auto found = faults(database);
+        {
+            const Database database(file, Database::Mode::Existing, busyTimeout_);
+            checkSchema(database, "main", company.empty() ? Contents::Shared : Contents::Company);
+            requireOrder(database, "de " + describe(file));
+        }
+        // It takes seconds, and the others are to go on saving.
+        const auto found = faults(temporaryCopy(file, busyTimeout_));
         for (const auto& fault : found) tell(sentenceOn(file, fault));
         return found.empty();
     } catch (const ErrorBd& error) {
