@@ -97,7 +97,25 @@ auto PostgresConexion::withText(PreparedText& text, Use&& use) {
     return use();
 }
 
+void PostgresConexion::watchReads(ReadWatch watch) {
+    watch_ = std::move(watch);
+    answers_.clear();
+}
+
 std::shared_ptr<Recordset> PostgresConexion::Execute(std::string_view sql) {
+    constexpr int rowsOfLookup = 4;
+    constexpr std::size_t mostAnswers = 50000;
+    if (!watch_ || transaction_.isOpen()) return ask(sql);
+    std::string text(sql);
+    if (const auto known = answers_.find(text); known != answers_.end())
+        return std::make_shared<Recordset>(known->second);
+    auto rows = ask(sql);
+    if (rows->rowCount() <= rowsOfLookup && !rows->Partial && answers_.size() < mostAnswers)
+        answers_.emplace(std::move(text), *rows);
+    return rows;
+}
+
+std::shared_ptr<Recordset> PostgresConexion::ask(std::string_view sql) {
     storage::scan(sql, shape_);
     auto& text = reader();
     const Parameters parameters = parametersOf(shape_.literals);
@@ -133,6 +151,7 @@ std::shared_ptr<Recordset> PostgresConexion::read(PreparedText& text, std::strin
 }
 
 std::int64_t PostgresConexion::run(const Statement& statement) {
+    answers_.clear();
     auto& text = writer(statement.sql);
     if (static_cast<std::size_t>(text.parameters) != statement.parameters.size())
         refuse("La sentencia no lleva tantos valores como parámetros.");

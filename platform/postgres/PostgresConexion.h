@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/postgres/Connection.h"
@@ -24,7 +25,7 @@ public:
         : connection_(std::move(connection)), transaction_(*connection_, patience), writes_(writes) {}
 
     std::shared_ptr<Recordset> Execute(std::string_view sql) override;
-    void watchReads(ReadWatch watch) override { watch_ = std::move(watch); }
+    void watchReads(ReadWatch watch) override;
     void stopWhen(StopWatch asked) override { connection_->stopWhen(std::move(asked)); }
     std::int64_t run(const Statement& statement) override;
     void BeginTrans() override { transaction_.begin(); }
@@ -35,6 +36,7 @@ public:
     std::vector<Result> carryOut(const Trip& commands) { return transaction_.write(commands); }
 
 private:
+    std::shared_ptr<Recordset> ask(std::string_view sql);
     PreparedText& reader();
     PreparedText& writer(const std::string& sql);
     std::shared_ptr<Recordset> read(PreparedText& text, std::string_view sql, const Parameters& parameters);
@@ -49,6 +51,9 @@ private:
     Statements statements_;
     storage::Shape shape_;
     ReadWatch watch_;
+    /// What the reads that are watched have given, by their texts: a series of look-ups asks for the same again and
+    /// again, and each would be a trip.
+    std::unordered_map<std::string, Recordset> answers_;
 };
 
 }  // namespace FendaMaestros::postgres

@@ -45,7 +45,10 @@ Step Statements::running(const PreparedText& statement, Parameters parameters) {
 bool Statements::areForgotten(const std::string& state) {
     constexpr const char *unknownStatement = "26000", *changedColumns = "0A000";
     if (state != unknownStatement && state != changedColumns) return false;
-    for (auto& [text, statement] : statements_) statement.name.clear();
+    for (auto& [text, statement] : statements_) {
+        statement.name.clear();
+        statement.columns.clear();
+    }
     return true;
 }
 
