@@ -67,16 +67,19 @@ public:
 private:
     /// The order of rows that nothing else orders.
     void lastTerm() {
-        const bool ordered = level().ordering;
-        if (!ordered && (level().grouped || !level().limit.empty())) return;
-        insert(std::string(ordered ? ", " : " ORDER BY ").append(dialect_.lastTerm));
+        if (level().ordering) return insert(std::string(", ").append(dialect_.lastTerm));
+        if (!level().limit.empty()) return;
+        const std::string groups =
+            groupsBegin_ == 0 || compound_ ? "" : out_.substr(groupsBegin_, groupsEnd() - groupsBegin_);
+        insert(std::string(" ORDER BY").append(groups.empty() ? " " : groups + ", ").append(dialect_.lastTerm));
     }
+
+    std::size_t groupsEnd() const { return groupsEnd_ > groupsBegin_ ? groupsEnd_ : solidEnd_; }
 
     /// What is open between two parentheses.
     struct Level {
         std::string limit;      ///< the n of a TOP that has not been written yet
         bool ordering = false;  ///< within ORDER BY
-        bool grouped = false;   ///< behind GROUP BY
         bool number = false;    ///< they enclose what a function makes a number of
         /// Where the CAST of the parentheses begins in `out_`.
         std::optional<std::size_t> cast;
@@ -111,12 +114,16 @@ private:
         if (joining_ && givesNumber(token) && nextSolid(1) == "(") refuseSum();
         if (is(token, "isnull") && nextSolid(1) == "(") return emit(dialect_.ifNull);
         if (is(token, "TOP") && isAnyOf(previous_, {"SELECT", "DISTINCT", "ALL"})) return top();
-        if (is(token, "BY")) (is(previous_, "ORDER") ? level().ordering : level().grouped) = true;
+        if (is(token, "BY") && is(previous_, "ORDER")) level().ordering = true;
+        if (is(token, "HAVING") && levels_.size() == 1) groupsEnd_ = solidEnd_;
+        const bool groups = is(token, "BY") && is(previous_, "GROUP") && levels_.size() == 1;
         if (isAnyOf(token, {"UNION", "EXCEPT", "INTERSECT", "LIMIT"})) endSelect();
+        if (isAnyOf(token, {"UNION", "EXCEPT", "INTERSECT"}) && levels_.size() == 1) compound_ = true;
         if (isAnyOf(token, {"ASC", "DESC"})) return direction(token);
         requireAdmitted(token);
         emit(token);
         if (is(token, "BY")) termOpen_ = false;
+        if (groups) groupsBegin_ = solidEnd_;
         if (is(token, "AS") && level().cast) castType();
     }
 
@@ -296,9 +303,12 @@ private:
     std::vector<std::string_view> tokens_;
     std::size_t at_ = 0;
     std::string out_;
-    std::size_t solidEnd_ = 0;  ///< where the last token that is no blank ends in `out_`
+    std::size_t solidEnd_ = 0;     ///< where the last token that is no blank ends in `out_`
+    std::size_t groupsBegin_ = 0;  ///< where the terms of the whole text's GROUP BY are in `out_`; 0 without any
+    std::size_t groupsEnd_ = 0;    ///< not behind `groupsBegin_`: where the text ends
     std::string_view previous_;
     int parameters_ = 0;
+    bool compound_ = false;      ///< several selects make up the text
     bool termOpen_ = false;      ///< something of an ORDER BY term has been written
     bool numberBefore_ = false;  ///< the operand written last is a number
     bool joining_ = false;       ///< + has been written last

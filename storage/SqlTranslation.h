@@ -20,8 +20,8 @@ struct Dialect {
     /// What goes behind the direction of a term of ORDER BY, written or not; with the blank in front.
     std::string_view ascendingTerm = {};
     std::string_view descendingTerm = {};
-    /// The last term of the ORDER BY of a whole text, and the only one of a text without an order of its own (neither
-    /// ORDER BY nor GROUP BY nor TOP): for an engine that gives rows which nothing else orders in any order.
+    /// The last term of the ORDER BY of a whole text, for an engine that gives rows which nothing else orders in any
+    /// order. A text without ORDER BY and TOP gets one of its groups, if it has any, and this.
     std::string_view lastTerm = {};
     /// Whether a word may stand in a text, and call something with the parenthesis behind it; null: every word may.
     bool (*admits)(std::string_view word, bool called) = nullptr;

@@ -40,8 +40,8 @@ std::vector<std::string> sessionOf(const char* role, std::chrono::milliseconds l
             // What has been told to be saved is saved.
             "SELECT set_config('synchronous_commit', 'on', false) WHERE current_setting('synchronous_commit') = 'off'",
             "SET standard_conforming_strings = on", "SET jit = off",
-            // Rows without an order come as they were stored, groups in the order of what they have in common.
-            "SET synchronize_seqscans = off", "SET enable_hashagg = off"};
+            // The first row of a text without an order is the first one stored.
+            "SET synchronize_seqscans = off"};
 }
 
 constexpr const char* sharedPlace = "kxcomun";

@@ -216,6 +216,11 @@ TEST_P(ConnectionContract, OrderIsSpanishForColumnsAliasesAndUnions) {
     EXPECT_EQ(column("SELECT Centro_Des + '' AS x FROM Centro ORDER BY Centro_Cod, x DESC"),
               "Zeta oso Ñu NÚMERO nube arca árbol 9 _x");
     EXPECT_EQ(centresWhere("Centro_Des BETWEEN 'n' AND 'ñz'"), "Ñu nube NÚMERO");
+    EXPECT_EQ(column("SELECT MAX(Centro_Des) FROM Centro GROUP BY Centro_Des HAVING COUNT(*) < 2"), order);
+    EXPECT_EQ(column("SELECT Centro_Des FROM Centro GROUP BY Centro_Des UNION SELECT 'b' FROM Centro"),
+              "_x 9 árbol arca b nube NÚMERO Ñu oso Zeta");
+    connection->run({"UPDATE Centro SET Centro_Cod = 7 WHERE Centro_Id = ?", {1}});
+    EXPECT_EQ(column("SELECT Centro_Id FROM Centro"), "1 2 3 4 5 6 7 8 9");
 }
 
 TEST_P(ConnectionContract, ANullComesBeforeEveryValue) {
