@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "app/window/Tile.h"
+#include "app/window/frmServidor.h"
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
 #include "ui/Version.h"
@@ -53,8 +54,8 @@ Widget* enlarged(Widget* widget, double factor, bool bold) {
 
 }  // namespace
 
-MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Opener open)
-    : desktop_(desktop), companies_(std::move(companies)), open_(std::move(open)) {
+MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector connect)
+    : desktop_(desktop), place_(std::move(place)), connect_(std::move(connect)) {
     addCompanyMenu();
     addOperationMenus();
     addHelpMenu();
@@ -77,8 +78,22 @@ MainWindow::MainWindow(Desktop& desktop, std::vector<std::string> companies, Ope
     resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
-void MainWindow::openCompany(const std::string& company) {
-    auto opened = std::make_unique<OpenCompany>(desktop_, open_(company));
+void MainWindow::openCompany(const std::string& company) { openFrom(place_, company); }
+
+void MainWindow::openOnServer() {
+    const std::string title = "Abrir en un servidor";
+    guarded(QString::fromStdString(title), "No se ha podido abrir la empresa en el servidor.", [&] {
+        frmServidor window(connect_);
+        window.show();
+        if (window.company().empty()) return;
+        openFrom(window.place(), window.company());
+        place_ = window.place();
+        fillCompanyMenu();
+    });
+}
+
+void MainWindow::openFrom(const CompanyPlace& place, const std::string& company) {
+    auto opened = std::make_unique<OpenCompany>(desktop_, place.open(company));
     const ParametrosEmpresa& parameters = opened->session().Parametros();
     const std::int16_t plan = planEnVigor(ejercicioActivo(parameters));
     const QString facts = factsOf(parameters);
@@ -106,23 +121,31 @@ void MainWindow::start(const Operation& operation) {
 // --- what the window is made of
 
 void MainWindow::addCompanyMenu() {
-    QMenu* const menu = menuBar()->addMenu("&Empresa");
+    companyMenu_ = menuBar()->addMenu("&Empresa");
+    companyMenu_->addSeparator();
+    if (connect_) companyMenu_->addAction("Abrir en un ser&vidor...", this, &MainWindow::openOnServer);
+    QAction* const leave = companyMenu_->addAction("&Salir", this, &QWidget::close);
+    leave->setShortcut(QKeySequence("Ctrl+Q"));
+    fillCompanyMenu();
+}
+
+/// The companies of the place, above what the menu has besides.
+void MainWindow::fillCompanyMenu() {
+    delete companyChoice_;
     companyChoice_ = new QActionGroup(this);
-    for (const std::string& company : companies_) {
+    QAction* const below = companyMenu_->actions().first();
+    for (const std::string& company : place_.names) {
         const QString name = QString::fromStdString(company);
-        QAction* const choice = menu->addAction(QString(name).replace('&', "&&"));
+        auto* const choice = new QAction(QString(name).replace('&', "&&"), companyChoice_);
+        companyMenu_->insertAction(below, choice);
         choice->setCheckable(true);
         choice->setData(name);
-        companyChoice_->addAction(choice);
         const auto position = companyChoice_->actions().size();
         if (position <= 9) choice->setShortcut(QKeySequence(QString("Ctrl+%1").arg(position)));
     }
-    connect(companyChoice_, &QActionGroup::triggered, this, [this](const QAction* choice) {
-        chooseCompany(choice->data().toString());
-    });
-    menu->addSeparator();
-    QAction* const leave = menu->addAction("&Salir", this, &QWidget::close);
-    leave->setShortcut(QKeySequence("Ctrl+Q"));
+    connect(companyChoice_, &QActionGroup::triggered, this,
+            [this](const QAction* choice) { chooseCompany(choice->data().toString()); });
+    tickCompany();
 }
 
 void MainWindow::addOperationMenus() {

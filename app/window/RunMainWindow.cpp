@@ -30,6 +30,13 @@ void openFirst(MainWindow& window, const std::vector<std::string>& companies) {
 /// Who started the program from a desktop sees no terminal.
 bool isSeen() { return QGuiApplication::platformName() != "offscreen"; }
 
+CompanyPlace connectTo(const std::string& connection) {
+    const Place place{Place::Kind::Server, connection};
+    const std::shared_ptr<Companies> companies = companiesAt(place);
+    firstCompany(*companies, place);
+    return {companies->list(), [companies](const std::string& name) { return companies->open(name); }};
+}
+
 int runOn(QtDesktop& desktop, const Place& place, const std::string& company) {
     const std::unique_ptr<Companies> companies = companiesAt(place);
     if (isSeen())
@@ -41,7 +48,8 @@ int runOn(QtDesktop& desktop, const Place& place, const std::string& company) {
     if (names.empty() && place.kind == Place::Kind::Server) firstCompany(*companies, place);
     if (names.empty()) names.push_back(companies->createDemonstration());
 
-    MainWindow window(desktop, names, [&companies](const std::string& name) { return companies->open(name); });
+    MainWindow window(desktop, {names, [&companies](const std::string& name) { return companies->open(name); }},
+                      connectTo);
     if (company.empty())
         openFirst(window, names);
     else

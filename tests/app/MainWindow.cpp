@@ -28,12 +28,17 @@ std::unique_ptr<SesionBd> openInMemory(const std::string& company) {
     return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
 }
 
+CompanyPlace connectTo(const std::string& connection) {
+    if (connection != "service=conta") throw std::runtime_error("No se ha podido conectar.");
+    return {{"Lejana", "Rota"}, openInMemory};
+}
+
 class MainWindowTest : public ::testing::Test {
 protected:
     std::shared_ptr<void> display_ = window::openDisplay();
     testing::ScriptedPerson person_;
     HeadlessDesktop desktop_{person_};
-    MainWindow window_{desktop_, {"Antigua", "Nueva", "Rota", "Sin dígitos"}, openInMemory};
+    MainWindow window_{desktop_, {{"Antigua", "Nueva", "Rota", "Sin dígitos"}, openInMemory}, connectTo};
 
     bool shows(const QString& text) const {
         for (const QLabel* label : window_.findChildren<QLabel*>())
@@ -72,6 +77,34 @@ TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
     EXPECT_TRUE(shows("Nueva"));
     EXPECT_EQ(instanciaActual().sesion().Parametros().Item("Par_Nombre").Value.text(), "Nueva");
     EXPECT_EQ(instanciaActual().Plan, 2008);
+}
+
+TEST_F(MainWindowTest, ACompanyIsOpenedOnAServerThatHasBeenTried) {
+    window_.openCompany("Nueva");
+    const auto open = [&](const char* company) {
+        person_.visits.push_back([this, company](Form& form) {
+            auto& field = person_.control<TextBox>(form, "Text1");
+            person_.fill(form, "Text1", "host=nadie");
+            person_.press(form, "cmdProbar");
+            EXPECT_EQ(person_.messages.back().text, "No se ha podido conectar.");
+            EXPECT_FALSE(person_.control<CommandButton>(form, "cmdAbrir").Enabled);
+            EXPECT_EQ(form.activeControl(), &field);
+            person_.fill(form, "Text1", " service=conta ");
+            person_.press(form, "cmdProbar");
+            auto& list = person_.control<ComboBox>(form, "cboEmpresa");
+            person_.hands.choose(form, list, company == std::string("Rota") ? 1 : 0);
+            person_.press(form, "cmdAbrir");
+        });
+    };
+    person_.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+    open("Rota");
+    window_.openOnServer();
+    EXPECT_TRUE(shows("Nueva"));
+    open("Lejana");
+    window_.openOnServer();
+    EXPECT_TRUE(shows("Lejana"));
+    chooseCompany("Nueva");
+    EXPECT_TRUE(shows("Lejana"));
 }
 
 TEST_F(MainWindowTest, AnOperationThatFailsIsToldAndTheNextOneWorks) {
