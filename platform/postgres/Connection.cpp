@@ -106,6 +106,7 @@ std::vector<Result> Connection::exchange(const Trip& trip, Patience patience) {
 }
 
 bool Connection::exchange(const Trip& trip, Patience patience, const RowWatch& watch) {
+    watch.begin();
     Waiting waiting{.patience = patience, .watch = &watch};
     carryOut(trip, waiting, [&](std::size_t step, Result result) {
         if (step + 1 < trip.size()) return;
@@ -225,7 +226,7 @@ bool Connection::isAtWork() const {
         other.require();
         const auto results =
             other.exchange({command("SELECT 1 FROM pg_stat_activity WHERE pid = $1 AND state = 'active'", {process})},
-                           {.silence = 5s});
+                           {.silence = 2s});
         return PQntuples(results.front().get()) == 1;
     } catch (const ErrorBd&) {
         return false;

@@ -22,6 +22,8 @@ struct Patience {
 
 /// Looks at the rows of a read as they come.
 struct RowWatch {
+    /// The read begins, or begins again: what has been taken is void.
+    std::function<void()> begin;
     /// Takes one row or, at the end, none.
     std::function<void(const pg_result* row)> take;
     /// Asked before each of these, and now and then while none comes; false stops the read, which is then no failure.

@@ -56,6 +56,7 @@ class Reading {
 public:
     Reading(PreparedText& text, std::string_view sql) : text_(text), sql_(sql) {}
 
+    void restart() { rows_.reset(); }
     void take(const PGresult* result) {
         if (!rows_) begin(result);
         appendRows(*rows_, result);
@@ -144,7 +145,8 @@ std::shared_ptr<Recordset> PostgresConexion::read(PreparedText& text, std::strin
         reading.take(transaction_.read(steps).back().get());
         return reading.finish(true);
     }
-    const RowWatch watch{.take = [&](const PGresult* result) { reading.take(result); },
+    const RowWatch watch{.begin = [&] { reading.restart(); },
+                         .take = [&](const PGresult* result) { reading.take(result); },
                          .goOn = [&] { return watch_(reading.count()); }};
     const bool whole = transaction_.read(steps, watch);
     return reading.finish(whole);

@@ -11,6 +11,9 @@ DO $$
 DECLARE
     role_name text;
 BEGIN
+    IF current_setting('server_version_num')::int < 140000 OR current_setting('server_encoding') <> 'UTF8' THEN
+        RAISE EXCEPTION 'hace falta PostgreSQL 14 o posterior y una base de datos con codificación UTF8';
+    END IF;
     FOREACH role_name IN ARRAY ARRAY['fenda_puesto', 'fenda_gestor'] LOOP
         IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname = role_name) THEN
             EXECUTE format('CREATE ROLE %I NOLOGIN', role_name);
@@ -30,30 +33,30 @@ GRANT USAGE ON SCHEMA fenda, kxcomun TO fenda_puesto;
 /// Patterns need an order of their own, since the engine looks for none in one that makes different texts equal.
 constexpr const char* texts = R"sql(
 CREATE COLLATION IF NOT EXISTS fenda.es (provider = icu, locale = 'es-u-ks-level2', deterministic = false);
-CREATE COLLATION IF NOT EXISTS fenda.letras (provider = icu, locale = 'es');
+CREATE COLLATION IF NOT EXISTS fenda.letters (provider = icu, locale = 'es');
 
 -- The texts with the blanks at their end, which a cast takes away.
-CREATE OR REPLACE FUNCTION fenda.entero(bpchar) RETURNS text
+CREATE OR REPLACE FUNCTION fenda.whole(bpchar) RETURNS text
     LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN textin(bpcharout($1));
-CREATE OR REPLACE FUNCTION fenda.une(bpchar, bpchar) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN (fenda.entero($1) || fenda.entero($2))::bpchar;
-CREATE OR REPLACE FUNCTION fenda.une(bpchar, text) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN (fenda.entero($1) || $2)::bpchar;
-CREATE OR REPLACE FUNCTION fenda.une(text, bpchar) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ($1 || fenda.entero($2))::bpchar;
-CREATE OR REPLACE FUNCTION fenda.une(text, text) RETURNS bpchar
+CREATE OR REPLACE FUNCTION fenda.joined(bpchar, bpchar) RETURNS bpchar
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN (fenda.whole($1) || fenda.whole($2))::bpchar;
+CREATE OR REPLACE FUNCTION fenda.joined(bpchar, text) RETURNS bpchar
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN (fenda.whole($1) || $2)::bpchar;
+CREATE OR REPLACE FUNCTION fenda.joined(text, bpchar) RETURNS bpchar
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ($1 || fenda.whole($2))::bpchar;
+CREATE OR REPLACE FUNCTION fenda.joined(text, text) RETURNS bpchar
     LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ($1 || $2)::bpchar;
 
 -- Each letter and its accents in one character.
-CREATE OR REPLACE FUNCTION fenda.compuesto(text) RETURNS text
+CREATE OR REPLACE FUNCTION fenda.composed(text) RETURNS text
     LANGUAGE sql IMMUTABLE PARALLEL SAFE
     RETURN CASE WHEN octet_length($1) = length($1) THEN $1 ELSE normalize($1) END;
-CREATE OR REPLACE FUNCTION fenda.como(bpchar, bpchar) RETURNS boolean
+CREATE OR REPLACE FUNCTION fenda.matches(bpchar, bpchar) RETURNS boolean
     LANGUAGE sql IMMUTABLE PARALLEL SAFE
-    RETURN fenda.compuesto(fenda.entero($1)) COLLATE fenda.letras
-        ILIKE fenda.compuesto(fenda.entero($2)) COLLATE fenda.letras ESCAPE '';
-CREATE OR REPLACE FUNCTION fenda.no_como(bpchar, bpchar) RETURNS boolean
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN NOT fenda.como($1, $2);
+    RETURN fenda.composed(fenda.whole($1)) COLLATE fenda.letters
+        ILIKE fenda.composed(fenda.whole($2)) COLLATE fenda.letters ESCAPE '';
+CREATE OR REPLACE FUNCTION fenda.differs(bpchar, bpchar) RETURNS boolean
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN NOT fenda.matches($1, $2);
 
 DO $$
 DECLARE
@@ -61,9 +64,9 @@ DECLARE
 BEGIN
     FOR missing IN
         SELECT * FROM (VALUES
-            ('<+>', 'une', 'bpchar', 'bpchar'), ('<+>', 'une', 'bpchar', 'text'),
-            ('<+>', 'une', 'text', 'bpchar'), ('<+>', 'une', 'text', 'text'),
-            ('~~', 'como', 'bpchar', 'bpchar'), ('!~~', 'no_como', 'bpchar', 'bpchar')
+            ('<+>', 'joined', 'bpchar', 'bpchar'), ('<+>', 'joined', 'bpchar', 'text'),
+            ('<+>', 'joined', 'text', 'bpchar'), ('<+>', 'joined', 'text', 'text'),
+            ('~~', 'matches', 'bpchar', 'bpchar'), ('!~~', 'differs', 'bpchar', 'bpchar')
         ) AS wanted (sign, called, a, b)
         WHERE to_regoperator(format('fenda.%s(%s,%s)', sign, a, b)) IS NULL
     LOOP
@@ -82,22 +85,22 @@ CREATE OR REPLACE FUNCTION fenda.year(bpchar) RETURNS bigint
     RETURN CASE WHEN octet_length($1) >= 8
         THEN substring($1 COLLATE "C" FROM '^(?:[0-9]{1,2}/[0-9]{1,2}/)?([0-9]{4})')::bigint END;
 CREATE OR REPLACE FUNCTION fenda.substring(bpchar, bigint, bigint) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.entero($1), $2::int, $3::int)::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.whole($1), $2::int, $3::int)::bpchar;
 CREATE OR REPLACE FUNCTION fenda.substr(bpchar, bigint, bigint) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.entero($1), $2::int, $3::int)::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.whole($1), $2::int, $3::int)::bpchar;
 CREATE OR REPLACE FUNCTION fenda.substr(bpchar, bigint) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.entero($1), $2::int)::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN substr(fenda.whole($1), $2::int)::bpchar;
 CREATE OR REPLACE FUNCTION fenda.ltrim(bpchar) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ltrim(fenda.entero($1))::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN ltrim(fenda.whole($1))::bpchar;
 CREATE OR REPLACE FUNCTION fenda.rtrim(bpchar) RETURNS bpchar
     LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN $1::text::bpchar;
 CREATE OR REPLACE FUNCTION fenda.upper(bpchar) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN upper(fenda.entero($1) COLLATE fenda.letras)::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN upper(fenda.whole($1) COLLATE fenda.letters)::bpchar;
 CREATE OR REPLACE FUNCTION fenda.lower(bpchar) RETURNS bpchar
-    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(fenda.entero($1) COLLATE fenda.letras)::bpchar;
+    LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN lower(fenda.whole($1) COLLATE fenda.letters)::bpchar;
 CREATE OR REPLACE FUNCTION fenda.replace(bpchar, bpchar, bpchar) RETURNS bpchar
     LANGUAGE sql IMMUTABLE PARALLEL SAFE
-    RETURN replace(fenda.entero($1) COLLATE "C", fenda.entero($2) COLLATE "C", fenda.entero($3) COLLATE "C")::bpchar;
+    RETURN replace(fenda.whole($1) COLLATE "C", fenda.whole($2) COLLATE "C", fenda.whole($3) COLLATE "C")::bpchar;
 CREATE OR REPLACE FUNCTION fenda.round(numeric, bigint) RETURNS numeric
     LANGUAGE sql IMMUTABLE PARALLEL SAFE RETURN round($1, $2::int);
 )sql";
@@ -121,7 +124,7 @@ DECLARE
     collation_name text;
     ordered regclass;
 BEGIN
-    FOREACH collation_name IN ARRAY ARRAY['fenda.es', 'fenda.letras'] LOOP
+    FOREACH collation_name IN ARRAY ARRAY['fenda.es', 'fenda.letters'] LOOP
         IF (SELECT collversion IS DISTINCT FROM pg_collation_actual_version(oid)
             FROM pg_collation WHERE oid = collation_name::regcollation) THEN
             FOR ordered IN

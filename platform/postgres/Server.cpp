@@ -35,8 +35,8 @@ std::vector<std::string> sessionOf(const char* role, std::chrono::milliseconds l
     return {std::string("SET ROLE ") + role, "SET search_path = fenda, pg_catalog, pg_temp",
             "SET default_transaction_read_only = on", "SET lock_timeout = " + milliseconds(lockWait),
             // A clerk whose machine dies does not hold the others up.
-            "SET idle_in_transaction_session_timeout = '60s'", "SET client_connection_check_interval = '5s'",
-            "SET tcp_keepalives_idle = 10", "SET tcp_keepalives_interval = 3", "SET tcp_keepalives_count = 3",
+            "SET idle_in_transaction_session_timeout = '60s'", "SET tcp_keepalives_idle = 10",
+            "SET tcp_keepalives_interval = 3", "SET tcp_keepalives_count = 3",
             // What has been told to be saved is saved.
             "SELECT set_config('synchronous_commit', 'on', false) WHERE current_setting('synchronous_commit') = 'off'",
             "SET standard_conforming_strings = on", "SET jit = off",
@@ -58,7 +58,7 @@ std::string searchPath(const std::string& company) {
 constexpr const char* companyByName =
     "SELECT numero, version, (SELECT version FROM fenda.comun), "
     "(SELECT bool_or(collversion IS DISTINCT FROM pg_collation_actual_version(oid)) FROM pg_collation "
-    "WHERE oid IN ('fenda.es'::regcollation, 'fenda.letras'::regcollation)) "
+    "WHERE oid IN ('fenda.es'::regcollation, 'fenda.letters'::regcollation)) "
     "FROM fenda.empresas WHERE nombre = $1";
 
 ErrorBd otherOrder() {
@@ -136,8 +136,8 @@ void createShared(PostgresConexion& connection) {
     storage::fillShared(connection);
 }
 
-/// Makes the tables of a company, which names are looked for in from then on.
-void createCompany(PostgresConexion& connection, const std::string& name) {
+/// Makes the tables of a company, which names are looked for in from then on; gives its schema.
+std::string createCompany(PostgresConexion& connection, const std::string& name) {
     const auto& schema = storage::companySchema();
     const auto inserted =
         connection.carryOut({command("INSERT INTO fenda.empresas (nombre, version) VALUES ($1, $2) RETURNING numero",
@@ -145,6 +145,21 @@ void createCompany(PostgresConexion& connection, const std::string& name) {
     const auto place = placeOf(number(cell(inserted.front(), 0, 0)));
     connection.carryOut({command("CREATE SCHEMA " + place), command("SET LOCAL " + searchPath(place))});
     createTables(connection, schema, place);
+    return place;
+}
+
+/// Tells the server how much there is now, which it would find out by itself in a while.
+void tidy(Connection& connection, const std::string& company) {
+    std::string tables;
+    for (const auto& [schema, place] :
+         {std::pair(&storage::companySchema(), company), {&storage::sharedSchema(), std::string(sharedPlace)}})
+        for (const auto& table : schema->tables)
+            tables.append(tables.empty() ? "" : ", ").append(place).append(".").append(table.name);
+    try {
+        connection.exchange({command("VACUUM (ANALYZE) " + tables)}, managerPatience);
+    } catch (const ErrorBd&) {
+        // The company is there all the same.
+    }
 }
 
 /// Carries out `work`; its error says first what could not be done.
@@ -229,17 +244,19 @@ std::string Server::createDemonstration() const {
 void Server::receive(const std::string& name, const std::function<void(ConexionBd&)>& fill) const {
     bool there = false;
     saying("No se puede crear la empresa " + guillemets(name), [&] {
-        PostgresConexion connection(std::make_unique<Connection>(connection_, sessionOf(managerRole, managerLockWait)),
-                                    managerPatience, PostgresConexion::Writes::Together);
+        auto opened = std::make_unique<Connection>(connection_, sessionOf(managerRole, managerLockWait));
+        Connection& server = *opened;
+        PostgresConexion connection(std::move(opened), managerPatience, PostgresConexion::Writes::Together);
         connection.BeginTrans();
         connection.carryOut({command("LOCK TABLE fenda.empresas IN EXCLUSIVE MODE")});
         const auto same = connection.carryOut({command("SELECT FROM fenda.empresas WHERE nombre = $1", {name})});
         there = PQntuples(same.front().get()) > 0;
         if (there) return;
         createShared(connection);
-        createCompany(connection, name);
+        const auto place = createCompany(connection, name);
         fill(connection);
         connection.CommitTrans();
+        tidy(server, place);
     });
     if (there) throw ErrorBd(Kind::Constraint, "La empresa " + guillemets(name) + " ya existe.");
 }

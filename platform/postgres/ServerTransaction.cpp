@@ -21,7 +21,7 @@ constexpr auto askingPatience = 5s;
 /// Outside a transaction a read may take as long as the server works on it.
 constexpr Patience readPatience{.silence = 5s, .whileAtWork = true};
 
-constexpr std::string_view savepoint = "punto";
+constexpr std::string_view savepoint = "statement";
 
 void append(Trip& trip, std::initializer_list<std::string> commands) {
     for (const auto& sql : commands) trip.push_back(command(sql));

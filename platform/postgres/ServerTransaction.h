@@ -50,7 +50,7 @@ private:
     Trip guarded(const Trip& steps, Savepoint needed) const;
     void goBack();
     void reset();
-    std::string level() const { return "nivel" + std::to_string(depth_); }
+    std::string level() const { return "level" + std::to_string(depth_); }
     Outcome outcome();
 
     Connection& connection_;

@@ -29,7 +29,7 @@ Trip Statements::giving(PreparedText& statement) {
     Trip trip;
     if (std::exchange(tooMany_, false)) trip.push_back(command("DEALLOCATE ALL"));
     if (!statement.name.empty()) return trip;
-    statement.name = "texto" + std::to_string(++given_);
+    statement.name = "text" + std::to_string(++given_);
     trip.push_back({.kind = Step::Kind::Prepare, .sql = statement.sql, .name = statement.name});
     return trip;
 }
