@@ -104,7 +104,7 @@ std::string PantallaCuenta::situacion() const {
 void PantallaCuenta::cambiandoCuenta(const std::function<void()>& step) {
     replacing([&] {
         step();
-        if (const std::string now = situacion(); !now.empty() && isOpen()) tell(now);
+        if (const std::string now = situacion(); !now.empty()) tell(now);
     });
 }
 

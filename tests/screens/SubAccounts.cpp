@@ -268,6 +268,8 @@ TEST_F(SubAccounts, AnEnterThatSaysYesLeavesTheFocusOnTheCodeAndOnlyTheAccountSh
 TEST_F(SubAccounts, TheStatusLineTellsWhatIsLeftUnsavedAndWhatASaveWouldStore) {
     insert("PCta (PCta_Cta, PCta_Des, PCta_Subcuenta, PCta_IdCen)", {{"5720009", "Corta", 1, 99}});
     const std::string unsaved = "Sin guardar: 43000001 Muebles Peñalba";
+    onNextScreen([&](Form& form) { EXPECT_NE(form.statusLine()->Caption, "") << "as soon as it is shown"; });
+    maes.jPlanCuentas(bank + 1);
     onNextScreen([&](Form& form) {
         const std::string& status = form.statusLine()->Caption;
         enter(form, account::code, "43000001");
