@@ -216,7 +216,8 @@ TEST_F(SubAccounts, AnAccountKeepsItsOriginAndANewOneHasNone) {
 }
 
 TEST_F(SubAccounts, CentresAndDepartmentsGoToTheLinesOfTheirAccountIn2009) {
-    insert("PCta (PCta_Cta, PCta_Subcuenta, PCta_IdCen, PCta_IdDpto)", {{"40000001", 1, 0, 0}, {"40000002", 1, 8, 0}});
+    insert("PCta (PCta_Cta, PCta_Subcuenta, PCta_IdCen, PCta_IdDpto)",
+           {{"40000001", 1, 0, 0}, {"40000002", 1, 8, 0}, {"40000002", 1, 0, 9}});
     insert("Apu (Apu_Eje, Apu_Cta, Apu_IdCen, Apu_IdDpto)", {{2008, "57200000", 70, 71},
                                                              {2009, "57200000", 72, 73},
                                                              {2009, "40000001", 74, 75},
@@ -243,7 +244,7 @@ TEST_F(SubAccounts, CentresAndDepartmentsGoToTheLinesOfTheirAccountIn2009) {
     }
     EXPECT_EQ(rows("SELECT Apu_Eje, Apu_Cta, Apu_IdCen, Apu_IdDpto FROM Apu WHERE Apu_IdCen <> 0 ORDER BY Apu_Id"),
               "2009|43000001|3|4|\n2008|57200000|70|71|\n2009|57200000|5|6|\n2009|40000001|74|75|\n"
-              "2009|40000002|8|77|\n");
+              "2009|40000002|8|9|\n");
 }
 
 TEST_F(SubAccounts, AnEnterThatSaysYesLeavesTheFocusOnTheCodeAndOnlyTheAccountShownIsDeleted) {

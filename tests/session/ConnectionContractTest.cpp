@@ -64,12 +64,15 @@ TEST_P(ConnectionContract, RunRefusesWhateverIsNoWriteOfRows) {
 TEST_P(ConnectionContract, AWriteTakesValuesOfTheRowsOfAnotherTable) {
     insert("Apu", {{"Apu_Cta", "57200001 "}, {"Apu_IdCen", 5}, {"Apu_IdDpto", 6}, {"Apu_Eje", 2009}});
     insert("Apu", {{"Apu_Cta", "57200001"}, {"Apu_IdCen", 5}, {"Apu_IdDpto", 6}, {"Apu_Eje", 2010}});
-    insert("PCta", {{"PCta_Cta", "57200001"}, {"PCta_IdCen", 9}, {"PCta_IdDpto", 0}});
-    EXPECT_EQ(connection->run({"UPDATE Apu SET Apu_IdCen = CASE WHEN PCta_IdCen <> 0 THEN PCta_IdCen ELSE Apu_IdCen "
-                               "END, Apu_IdDpto = CASE WHEN PCta_IdDpto <> 0 THEN PCta_IdDpto ELSE Apu_IdDpto END FROM "
-                               "PCta WHERE PCta_Cta = Apu_Cta AND Apu_Eje = 2009",
-                               {}}),
-              1);
+    for (const int centre : {0, 9})
+        insert("PCta", {{"PCta_Cta", "57200001"}, {"PCta_IdCen", centre}, {"PCta_IdDpto", 0}});
+    EXPECT_EQ(
+        connection->run({"UPDATE Apu SET Apu_IdCen = CASE WHEN Cen <> 0 THEN Cen ELSE Apu_IdCen END, Apu_IdDpto = "
+                         "CASE WHEN Dpto <> 0 THEN Dpto ELSE Apu_IdDpto END FROM (SELECT PCta_Cta AS Cta, "
+                         "MAX(PCta_IdCen) AS Cen, MAX(PCta_IdDpto) AS Dpto FROM PCta GROUP BY PCta_Cta) AS "
+                         "Asignada WHERE Cta = Apu_Cta AND Apu_Eje = 2009",
+                         {}}),
+        1);
     const auto lines = read("SELECT Apu_IdCen, Apu_IdDpto FROM Apu ORDER BY Apu_Id");
     EXPECT_EQ(lines->cell(0, 0), Variant(9));
     EXPECT_EQ(lines->cell(0, 1), Variant(6));
