@@ -203,6 +203,8 @@ void DataFolder::requireShared() const {
 
 void DataFolder::requireOrder(const Database& database, const std::string& whose) const {
     if (hasCurrentOrder(database)) return;
+    // Companies that have lost theirs would take the identities of an empty one for their own.
+    if (!list().empty()) fileOf({});
     const auto change = "el orden de los textos es de otra versión";
     saying("No se pueden rehacer los índices " + whose + ", y " + change, [&] { renewOrder(database); });
     tell("Se han rehecho los índices " + whose + ": " + change + ".");

@@ -104,6 +104,9 @@ TEST_F(DataFolderTest, SaysWhyACompanyCannotBeOpened) {
     EXPECT_EQ(openingError("Una"), Kind::NotADatabase);
     fs::remove(path / "KXComun.db");
     EXPECT_EQ(openingError("Una"), Kind::NotADatabase);
+    EXPECT_PRED2(has, sentenceOf([&] { folder->create({.name = "Nueva", .fiscalYear = 2026}); }),
+                 "Falta la base de datos común");
+    EXPECT_FALSE(fs::exists(path / "KXComun.db")) << "an empty one would hide that the identities are gone";
 }
 
 TEST_F(DataFolderTest, WithoutTheRightToWriteNothingChanges) {
@@ -513,7 +516,7 @@ TEST_F(DataFolderTest, SaysWhichFileIsDamaged) {
     const auto reading = [&](const std::string& table) { return sentenceOf([&] { count(*session, table); }); };
     damage("KXComun.db", 4096);
     EXPECT_EQ(reading("KXComun.dbo.Pais WHERE Pais_Nom > ''"), "Están dañados los datos comunes (KXComun.db).");
-    fs::remove(path / "KXComun.db");
+    for (const char* file : {"KXComun.db", "Una.db"}) fs::remove(path / file);
     folder->create({.name = "Otra", .fiscalYear = 2026});
     const auto other = folder->openCompany("Otra");
     damage("Otra.db", 40960);
