@@ -274,7 +274,9 @@ int run(const CLI::App& program, Request& request) {
     if (isQuery(program)) return runQuery(program, request);
     if (program.got_subcommand("crear")) return runCrear(placeOfCompanies(request.place), request.newCompany);
     if (program.got_subcommand("copiar")) {
-        if (request.goal.empty()) throw std::invalid_argument("Faltan el origen y el destino de la copia.");
+        if (request.goal.empty())
+            throw std::invalid_argument(request.origin.empty() ? "Faltan el origen y el destino de la copia."
+                                                               : "Falta el destino de la copia.");
         return runCopiar(readPlace(request.origin), readPlace(request.goal), request.company);
     }
     if (program.got_subcommand("servidor")) return runServidorPreparar(request.place, request.sqlShown);

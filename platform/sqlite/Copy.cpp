@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/sqlite/Check.h"
+#include "platform/sqlite/FileNames.h"
 #include "platform/sqlite/Files.h"
 #include "platform/sqlite/HeldDatabase.h"
 
@@ -38,10 +39,12 @@ std::chrono::milliseconds copyDatabases(const std::vector<std::filesystem::path>
     std::vector<HeldDatabase> held;
     Clock::time_point start;
     for (const auto& file : files) {
-        held.emplace_back(file, timeout);
+        saying("No se puede copiar " + describe(file), [&] { held.emplace_back(file, timeout); });
         if (held.size() == 1) start = Clock::now();
     }
-    for (std::size_t i = 0; i < files.size(); ++i) copyToFile(folder / files[i].filename(), held[i].database());
+    for (std::size_t i = 0; i < files.size(); ++i)
+        saying("No se puede copiar " + describe(files[i]),
+               [&] { copyToFile(folder / files[i].filename(), held[i].database()); });
     held.clear();
     return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
 }

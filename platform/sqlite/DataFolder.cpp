@@ -27,16 +27,6 @@ namespace fs = std::filesystem;
 
 using Kind = ErrorBd::Kind;
 
-/// Carries out `work`; its error says first what could not be done.
-template <class Work>
-auto saying(const std::string& failure, Work&& work) {
-    try {
-        return work();
-    } catch (const ErrorBd& error) {
-        throw ErrorBd(error.kind(), failure + ": " + error.what(), error.nativeCode(), error.nativeText());
-    }
-}
-
 void tellWhoMayRead(const fs::path& folder, const Companies::Tell& tell) {
     std::error_code ignored;
     const fs::perms ofOthers = fs::status(folder, ignored).permissions() & fs::perms::others_all;
@@ -120,18 +110,20 @@ bool DataFolder::examine(const std::string& company, const Tell& tell) const {
     if (company.empty()) tellWhoMayRead(folder_, tell);
     const auto file = fileOf(company);
     try {
-        {
-            const Database database(file, Database::Mode::Existing, busyTimeout_);
-            checkSchema(database, "main", company.empty() ? Contents::Shared : Contents::Company);
-            requireOrder(database, "de " + describe(file));
-        }
-        // It takes seconds, and the others are to go on saving.
-        const auto found = faults(temporaryCopy(file, busyTimeout_));
-        for (const auto& fault : found) tell(sentenceOn(file, fault));
-        return found.empty();
+        return saying("No se puede leer " + describe(file), [&] {
+            {
+                const Database database(file, Database::Mode::Existing, busyTimeout_);
+                checkSchema(database, "main", company.empty() ? Contents::Shared : Contents::Company);
+                requireOrder(database, "de " + describe(file));
+            }
+            // It takes seconds, and the others are to go on saving.
+            const auto found = faults(temporaryCopy(file, busyTimeout_));
+            for (const auto& fault : found) tell(sentenceOn(file, fault));
+            return found.empty();
+        });
     } catch (const ErrorBd& error) {
         if (error.kind() != Kind::NotADatabase) throw;
-        tell("No se puede leer " + describe(file) + ": " + error.what());
+        tell(error.what());
         return false;
     }
 }
@@ -203,8 +195,6 @@ void DataFolder::requireShared() const {
 
 void DataFolder::requireOrder(const Database& database, const std::string& whose) const {
     if (hasCurrentOrder(database)) return;
-    // Companies that have lost theirs would take the identities of an empty one for their own.
-    if (!list().empty()) fileOf({});
     const auto change = "el orden de los textos es de otra versión";
     saying("No se pueden rehacer los índices " + whose + ", y " + change, [&] { renewOrder(database); });
     tell("Se han rehecho los índices " + whose + ": " + change + ".");
@@ -213,6 +203,8 @@ void DataFolder::requireOrder(const Database& database, const std::string& whose
 void DataFolder::createShared() const {
     const auto file = folder_ / sharedFileName;
     if (isThere(file)) return requireShared();
+    // Companies that have lost theirs would take the identities of an empty one for their own.
+    if (!list().empty()) fileOf({});
     // When another program makes it at the same time, the first one counts.
     const bool first = createFile(file, [](const fs::path& aside) {
         SqliteConexion connection(Database(), aside);

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "session/ErrorBd.h"
+#include "ui/FileErrorText.h"
 #include "ui/FileRights.h"
 
 namespace FendaMaestros::sqlite {
@@ -25,6 +25,11 @@ Kind kindOf(const std::error_code& error) {
         error == std::errc::read_only_file_system)
         return Kind::ReadOnly;
     return error == std::errc::no_space_on_device ? Kind::Full : Kind::Other;
+}
+
+/// As a clause that also fits what cannot be read.
+std::string reasonOf(const std::error_code& error) {
+    return error == std::errc::permission_denied ? "falta el permiso" : fileErrorText(error);
 }
 
 using Status = struct stat;
@@ -75,7 +80,8 @@ void synchronize(const fs::path& path) {
 std::string guillemets(const std::string& text) { return "«" + text + "»"; }
 
 void failOn(const std::string& failure, const fs::path& path, const std::error_code& error) {
-    throw ErrorBd(kindOf(error), failure + " " + guillemets(path.string()), error.value(), error.message());
+    throw ErrorBd(kindOf(error), failure + " " + guillemets(path.string()) + ": " + reasonOf(error) + ".",
+                  error.value(), error.message());
 }
 
 bool isThere(const fs::path& file) {

@@ -6,13 +6,24 @@
 #include <system_error>
 
 #include "platform/sqlite/CreationLock.h"
+#include "session/ErrorBd.h"
 
 /// What a data folder does with its files besides opening them as databases. Every failure is an ErrorBd.
 namespace FendaMaestros::sqlite {
 
 std::string guillemets(const std::string& text);
 
-/// Throws what the system refused: `failure`, such as "No se puede leer la carpeta", and the path behind it.
+/// Carries out `work`; its error says first what could not be done.
+template <class Work>
+auto saying(const std::string& failure, Work&& work) {
+    try {
+        return work();
+    } catch (const ErrorBd& error) {
+        throw ErrorBd(error.kind(), failure + ": " + error.what(), error.nativeCode(), error.nativeText());
+    }
+}
+
+/// Throws what the system refused: `failure`, such as "No se puede leer la carpeta", the path and the reason.
 [[noreturn]] void failOn(const std::string& failure, const std::filesystem::path& path, const std::error_code& error);
 
 bool isThere(const std::filesystem::path& file);

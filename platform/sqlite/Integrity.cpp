@@ -2,20 +2,26 @@
 
 #include <sqlite3.h>
 
+#include <sstream>
+#include <string_view>
+
 #include "platform/sqlite/Check.h"
-#include "toolkit/Text.h"
 
 namespace FendaMaestros::sqlite {
 
 namespace {
+
+/// How the engine begins what it says of a database.
+constexpr std::string_view heading = "*** in database";
 
 std::vector<std::string> answersOf(const Database& database, const std::string& pragma) {
     std::vector<std::string> answers;
     const auto statement = database.prepare(pragma);
     for (int code = 0; (code = sqlite3_step(statement.get())) != SQLITE_DONE;) {
         check(code, database.handle());
-        const std::string answer = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
-        answers.push_back(text::replaced(answer, "\n", " "));
+        std::istringstream lines(reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0)));
+        for (std::string line; std::getline(lines, line);)
+            if (!line.starts_with(heading)) answers.push_back(line);
     }
     if (answers.size() == 1 && answers.front() == "ok") answers.clear();
     return answers;

@@ -217,6 +217,8 @@ TEST_F(DataFolderTest, ABackupComesBackWholeAndOverwritesNothing) {
     EXPECT_EQ(errorOf([&] { DataFolder(path / "x").restore(copy); }), Kind::NotADatabase);
     std::ofstream(path / "Una.db", std::ios::in | std::ios::out).seekp(60'000) << std::string(9000, 'x');
     EXPECT_EQ(errorOf([&] { folder->backUp(path / "x"); }), Kind::NotADatabase);
+    std::ofstream(path / "Una.db") << std::string(9000, 'x');
+    EXPECT_PRED2(has, sentenceOf([&] { folder->backUp(path / "x"); }), "No se puede copiar la base de datos de la");
     EXPECT_FALSE(fs::exists(path / "x"));
     EXPECT_EQ(std::distance(fs::directory_iterator(path), {}), 4) << "two databases, the copies and what came back";
 }
@@ -256,10 +258,10 @@ TEST_F(DataFolderTest, AnExaminationTellsDamageAndWhoMayRead) {
     fs::permissions(path, static_cast<fs::perms>(0755));
     EXPECT_TRUE(examine("") && told.size() == 1 && told[0].find("Cualquier usuario") == 0);
 
-    std::ofstream(path / "Una.db", std::ios::in | std::ios::out).seekp(60'000) << std::string(9000, 'x');
+    std::ofstream(path / "Una.db", std::ios::in | std::ios::out).seekp(49 * 4096 + 3).write("\0\1", 2);
     EXPECT_FALSE(examine("Una"));
     ASSERT_FALSE(told.empty());
-    EXPECT_NE(told[0].find("la base de datos de la empresa «Una»"), std::string::npos) << told[0];
+    EXPECT_EQ(told[0].find("Está dañada la base de datos de la empresa «Una»: Fragmentation of"), 0U) << told[0];
     std::ofstream(path / "KXComun.db", std::ios::trunc) << std::string(9000, 'x');
     EXPECT_FALSE(examine(""));
     EXPECT_EQ(told.size(), 2U);
@@ -271,6 +273,7 @@ TEST_F(DataFolderTest, AFolderThatCannotBeReadIsNotTakenForAMissingOne) {
     const WithoutPrivileges without;
     EXPECT_EQ(openingError("Una"), Kind::ReadOnly);
     EXPECT_EQ(errorOf([&] { folder->list(); }), Kind::ReadOnly);
+    EXPECT_TRUE(sentenceOf([&] { folder->list(); }).ends_with("»: falta el permiso."));
 }
 
 TEST_F(DataFolderTest, ProgramsThatCreateAtOnceDoNotHarmEachOther) {
