@@ -1,16 +1,17 @@
 #include "app/CommandCrear.h"
 
-#include <cstdio>
+#include <string>
 
 #include "app/Composition.h"
+#include "app/StandardStreams.h"
 
 namespace FendaMaestros {
 
 int runCrear(const Place& place, const TypedCompany& typed) {
     const NewCompany company = readCompany(typed);
     companiesAt(place)->create(company);
-    std::printf("Se ha creado la empresa «%s», ejercicio %d, en %s\n", company.name.c_str(), company.fiscalYear,
-                nameOf(place).c_str());
+    writeOutput("Se ha creado la empresa «" + company.name + "», ejercicio " + std::to_string(company.fiscalYear) +
+                ", en " + nameOf(place) + "\n");
     return 0;
 }
 
