@@ -58,7 +58,9 @@ void HeadlessGestures::click(Form& form, Control& control) {
 }
 
 void HeadlessGestures::choose(Form& form, ComboBox& combo, int index) {
-    form.choose(combo, index);
+    // Opening the list is a gesture of its own: what leaving a field has to say comes before the choice.
+    form.focus(combo);
+    if (form.activeControl() == &combo) form.choose(combo, index);
     editor_.follow(form);
 }
 
