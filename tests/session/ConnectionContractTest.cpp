@@ -297,7 +297,7 @@ TEST_P(ConnectionContract, AFailedStatementLeavesTheTransactionOpen) {
 
 TEST_P(ConnectionContract, AStatementUnderWayCanBeStopped) {
     for (int i = 0; i < 20; ++i) insertCentres({"uno"});
-    const char* millions = "SELECT COUNT(*) FROM Centro a, Centro b, Centro c, Centro d, Centro e";
+    const char* millions = "SELECT COUNT(*) FROM Centro a, Centro b, Centro c, Centro d, Centro e, Centro f";
     bool wanted = false;
     int asked = 0;
     connection->stopWhen([&] { return wanted && ++asked > 2; });
