@@ -63,9 +63,10 @@ std::vector<std::string> DataFolder::list() const {
     requireFolder();
     recover();
     std::vector<std::string> names;
-    std::error_code error;
+    std::error_code error, ignored;
     for (fs::directory_iterator entry(folder_, error), last; !error && entry != last; entry.increment(error))
-        if (auto name = companyOfFile(entry->path()); !name.empty()) names.push_back(std::move(name));
+        if (auto name = companyOfFile(entry->path()); !name.empty() && !fs::is_directory(entry->path(), ignored))
+            names.push_back(std::move(name));
     if (error) failOn("No se puede leer la carpeta de datos", folder_, error);
     std::ranges::sort(names, [](const auto& a, const auto& b) { return compareSpanish(a, b) < 0; });
     return names;

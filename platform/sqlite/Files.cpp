@@ -121,6 +121,7 @@ bool publish(const fs::path& aside, const fs::path& file) {
 PartialFolder::PartialFolder(const fs::path& target) {
     std::error_code error;
     target_ = fs::weakly_canonical(fs::absolute(target), error);
+    if (error) failOn("No se puede crear la carpeta", target, error);
     if (!target_.has_filename()) target_ = target_.parent_path();
     if (isThere(target_) && !(fs::is_directory(target_, error) && fs::is_empty(target_, error))) failOnTaken(target_);
     const fs::path above = target_.parent_path();

@@ -194,8 +194,11 @@ TEST_F(DataFolderTest, ABackupIsOneMomentOfAllCompaniesWhileOthersWrite) {
 
 TEST_F(DataFolderTest, ABackupComesBackWholeAndOverwritesNothing) {
     insertCentre(*openCreated(), "de entonces");
-    const fs::path copy = path / "a" / "copia", back = path / "vuelta";
+    const fs::path copy = path / "a.db" / "copia", back = path / "vuelta";
+    EXPECT_PRED2(has, sentenceOf([&] { folder->backUp(path / std::string(300, 'x')); }),
+                 "xxx»: el nombre es demasiado");
     folder->backUp(copy);
+    EXPECT_EQ(folder->list(), std::vector<std::string>{"Una"}) << "a folder is no company";
     insertCentre(*folder->open("Una"), "de después");
     fs::create_directory(back);
     fs::permissions(back, static_cast<fs::perms>(02770));
