@@ -7,10 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/sqlite/Database.h"
 #include "session/Companies.h"
 
 namespace FendaMaestros::sqlite {
+
+class Database;
 
 /// Puts something between a session and its connection, such as a trace; gives what the session is to use.
 using ConnectionWrapper = std::function<std::shared_ptr<ConexionBd>(std::shared_ptr<ConexionBd>)>;
