@@ -16,7 +16,7 @@ using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 /// Between two questions whether a watched read is to go on.
-constexpr std::chrono::milliseconds breath = 50ms;
+constexpr std::chrono::milliseconds breath = 20ms;
 
 /// What the person's own connection string says comes before these. A network that has died is found out in seconds.
 constexpr std::pair<const char*, const char*> defaults[] = {
