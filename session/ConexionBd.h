@@ -42,8 +42,8 @@ public:
     /// Asked now and then while a read runs, with the rows read so far; false stops the read.
     using ReadWatch = std::function<bool(int rows)>;
     /// Watches the reads from now on; an empty watch ends it. A read that is stopped gives the rows read so far, and
-    /// its recordset says that it is Partial. An adapter that cannot stop a read never asks. What is watched is one work:
-    /// outside a transaction, an adapter may answer a text that was read in it already as it did then.
+    /// its recordset says that it is Partial. An adapter that cannot stop a read never asks. What is watched is one
+    /// work: outside a transaction, an adapter may answer a text that was read in it already as it did then.
     virtual void watchReads(ReadWatch /*watch*/) {}
 
     /// Asked now and then while a statement runs or waits for another program; true stops it, and it fails (Stopped).
