@@ -1,11 +1,13 @@
 #include "app/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 #include "app/CommandCopia.h"
@@ -50,8 +52,21 @@ struct Request {
     bool json = false;
 };
 
+/// Columns stay in line behind letters of more than one byte.
+class LettersFormatter : public CLI::Formatter {
+public:
+    std::string make_option(const CLI::Option* option, bool isPositional) const override {
+        const std::string name = make_option_name(option, isPositional) + make_option_opts(option);
+        const auto isInside = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
+        const auto inside = static_cast<std::size_t>(std::count_if(name.begin(), name.end(), isInside));
+        std::stringstream line;
+        CLI::detail::format_help(line, name, make_option_desc(option), get_column_width() + inside);
+        return line.str();
+    }
+};
+
 std::shared_ptr<CLI::Formatter> spanishFormatter() {
-    auto formatter = std::make_shared<CLI::Formatter>();
+    auto formatter = std::make_shared<LettersFormatter>();
     formatter->label("Usage", "Uso");
     formatter->label("Positionals", "Argumentos");
     formatter->label("OPTIONS", "OPCIONES");
@@ -149,7 +164,7 @@ void describeCopy(CLI::App& program, Request& request) {
 
 void describeServer(CLI::App& program, Request& request) {
     CLI::App& app = *addCommand(program, "servidor", "Prepara un servidor PostgreSQL para tener empresas");
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     CLI::App& prepare = *addCommand(app, "preparar", "Crea en su base de datos lo que hace falta; se puede repetir");
     addText(prepare, "--servidor", request.place.server, "Conexión de quien lo administra, como dbname=conta",
             "CONEXIÓN");
@@ -279,7 +294,11 @@ int run(const CLI::App& program, Request& request) {
                                                                : "Falta el destino de la copia.");
         return runCopiar(readPlace(request.origin), readPlace(request.goal), request.company);
     }
-    if (program.got_subcommand("servidor")) return runServidorPreparar(request.place, request.sqlShown);
+    if (const auto* server = program.get_subcommand("servidor"); server->parsed()) {
+        if (!server->got_subcommand("preparar"))
+            throw std::invalid_argument("Falta lo que se hace en el servidor: preparar.");
+        return runServidorPreparar(request.place, request.sqlShown);
+    }
     if (program.got_subcommand("copia") || program.got_subcommand("restaurar")) return runBackup(program, request);
     if (program.got_subcommand("nif")) return runNif(request.identifiers);
     if (program.got_subcommand("guion")) {

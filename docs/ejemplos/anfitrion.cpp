@@ -8,7 +8,7 @@
 using namespace FendaMaestros;
 
 int main(int argc, char** argv) try {
-    if (argc != 3) throw std::runtime_error("Uso: anfitrion CARPETA EMPRESA");
+    if (argc != 3) throw std::runtime_error("Uso: anfitrion LUGAR EMPRESA");
     QtDesktop desktop;             // windows, messages, printing
     ComponentRegistry components;  // spreadsheets and reports, when the host has them
     const auto session = sqlite::DataFolder(argv[1]).openCompany(argv[2]);

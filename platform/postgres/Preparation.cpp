@@ -144,7 +144,7 @@ END $$;
 std::string preparation() {
     std::string sql;
     for (const char* part : {roles, texts, functions, companies, order}) sql += part;
-    return sql;
+    return sql + "\nCOMMENT ON SCHEMA fenda IS 'preparación " + std::to_string(preparationVersion) + "';\n";
 }
 
 }  // namespace FendaMaestros::postgres

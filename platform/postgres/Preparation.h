@@ -10,6 +10,9 @@ inline constexpr const char* clerkRole = "fenda_puesto";
 /// The role that owns companies and makes new ones; it is a clerk too.
 inline constexpr const char* managerRole = "fenda_gestor";
 
+/// Raised whenever preparation() changes. What a newer program has prepared serves an older one.
+inline constexpr int preparationVersion = 1;
+
 /// Joins two texts: an operator of ours, since that of the engine joins numbers too.
 inline constexpr const char* joinOperator = "<+>";
 

@@ -106,6 +106,16 @@ Result rowsOf(Connection& connection, std::string sql, Parameters parameters = {
     return std::move(connection.exchange({command(std::move(sql), std::move(parameters))}, managerPatience).front());
 }
 
+/// Throws when the server has been prepared by an older version of this program.
+void requirePreparation(Connection& connection) {
+    const auto found =
+        rowsOf(connection, "SELECT substring(obj_description('fenda'::regnamespace, 'pg_namespace') FROM '[0-9]+')");
+    if (number(cell(found, 0, 0)) >= preparationVersion) return;
+    throw ErrorBd(Kind::NotADatabase,
+                  "El servidor está preparado para una versión anterior de este programa. Quien lo administra lo pone "
+                  "al día con «fenda servidor preparar».");
+}
+
 bool hasShared(Connection& connection) {
     return PQntuples(rowsOf(connection, "SELECT version FROM fenda.comun").get()) > 0;
 }
@@ -246,6 +256,7 @@ void Server::receive(const std::string& name, const std::function<void(ConexionB
     saying("No se puede crear la empresa " + guillemets(name), [&] {
         auto opened = std::make_unique<Connection>(connection_, sessionOf(managerRole, managerLockWait));
         Connection& server = *opened;
+        requirePreparation(server);
         PostgresConexion connection(std::move(opened), managerPatience, PostgresConexion::Writes::Together);
         connection.BeginTrans();
         connection.carryOut({command("LOCK TABLE fenda.empresas IN EXCLUSIVE MODE")});
@@ -264,6 +275,7 @@ void Server::receive(const std::string& name, const std::function<void(ConexionB
 std::unique_ptr<SesionBd> Server::open(const std::string& name) const {
     return saying("No se puede abrir la empresa " + guillemets(name), [&] {
         auto connection = std::make_unique<Connection>(connection_, sessionOf(clerkRole, lockWait_));
+        requirePreparation(*connection);
         const auto found = rowsOf(*connection, companyByName, {name});
         if (PQntuples(found.get()) == 0) throw ErrorBd(Kind::NotADatabase, "no existe en el servidor.");
         storage::checkVersion(storage::companySchema(), number(cell(found, 0, 1)));

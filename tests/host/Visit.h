@@ -4,6 +4,9 @@
 #include <string>
 
 #include "component/FendaMaes.h"
+#ifdef FENDA_WITH_POSTGRES
+#include "platform/postgres/Server.h"
+#endif
 #ifdef FENDA_WITH_SQLITE
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
@@ -18,6 +21,9 @@ inline int visit(FendaMaestros::Desktop& desktop, const std::string& seen) {
     if (!fenda.FnVerificarCif(identifier) || identifier != "12345678Z") return 1;
     std::cout << identifier << '\n';
 
+#ifdef FENDA_WITH_POSTGRES
+    if (FendaMaestros::postgres::Server("dbname=conta").place() != "base de datos conta") return 1;
+#endif
 #ifdef FENDA_WITH_SQLITE
     FendaMaestros::SesionSql session(FendaMaestros::sqlite::openMemory(), FendaMaestros::ParametrosEmpresa{});
     fenda.MyBd = &session;
