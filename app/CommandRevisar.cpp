@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "app/Complaint.h"
 #include "app/Composition.h"
 #include "app/StandardStreams.h"
 #include "storage/Consistency.h"
@@ -10,6 +11,8 @@
 namespace FendaMaestros {
 
 namespace {
+
+constexpr int cannotCheck = 2;
 
 /// Writes what is found as it is found.
 class Findings {
@@ -35,24 +38,47 @@ void checkParameters(const ParametrosEmpresa& parameters, const Companies::Tell&
     }
 }
 
+/// Checks company after company, and the shared rows with the first one that opens.
+class Examination {
+public:
+    explicit Examination(const Place& place) : companies_(companiesAt(place)) {}
+
+    std::vector<std::string> names() const { return companies_->list(); }
+    void checkShared() { sharedIsWhole_ = companies_->examine({}, findings_.of({})); }
+    void check(const std::string& name) {
+        if (!companies_->examine(name, findings_.of(name)) || !sharedIsWhole_) return;
+        const auto session = companies_->open(name);
+        checkParameters(session->Parametros(), findings_.of(name));
+        if (!sharedIsChecked_) storage::checkSharedRows(*session->Conexion(), findings_.of({}));
+        sharedIsChecked_ = true;
+        storage::checkCompanyRows(*session->Conexion(), findings_.of(name));
+    }
+    bool hasFound() const { return findings_.any(); }
+
+private:
+    std::unique_ptr<Companies> companies_;
+    Findings findings_;
+    bool sharedIsWhole_ = false;
+    bool sharedIsChecked_ = false;
+};
+
 }  // namespace
 
 int runRevisar(const Place& place, const std::string& company) {
-    const auto companies = companiesAt(place);
-    const auto names = company.empty() ? companies->list() : std::vector<std::string>{company};
-    Findings findings;
-    const bool sharedIsWhole = companies->examine({}, findings.of({}));
-    bool sharedIsChecked = false;
+    Examination examination(place);
+    const auto names = company.empty() ? examination.names() : std::vector<std::string>{company};
+    examination.checkShared();
+    bool failed = false;
     for (const auto& name : names) {
-        const bool whole = companies->examine(name, findings.of(name));
-        if (!whole || !sharedIsWhole) continue;
-        const auto session = companies->open(name);
-        checkParameters(session->Parametros(), findings.of(name));
-        if (!sharedIsChecked) storage::checkSharedRows(*session->Conexion(), findings.of({}));
-        sharedIsChecked = true;
-        storage::checkCompanyRows(*session->Conexion(), findings.of(name));
+        try {
+            examination.check(name);
+        } catch (const std::exception& error) {
+            failed = true;
+            complain(error.what(), cannotCheck);
+        }
     }
-    return findings.any() ? 1 : 0;
+    if (failed) return cannotCheck;
+    return examination.hasFound() ? 1 : 0;
 }
 
 }  // namespace FendaMaestros

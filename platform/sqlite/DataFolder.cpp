@@ -27,12 +27,19 @@ namespace fs = std::filesystem;
 
 using Kind = ErrorBd::Kind;
 
+/// One word of a command that can be pasted as it stands.
+std::string inShell(const std::string& word) {
+    std::string quoted = "'";
+    for (const char letter : word) quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    return quoted + "'";
+}
+
 void tellWhoMayRead(const fs::path& folder, const Companies::Tell& tell) {
     std::error_code ignored;
     const fs::perms ofOthers = fs::status(folder, ignored).permissions() & fs::perms::others_all;
     if (ofOthers != fs::perms::none)
         tell("Cualquier usuario del equipo puede entrar en la carpeta de datos " + guillemets(folder.string()) +
-             ", que tiene datos personales. Se cierra con: chmod o= " + guillemets(folder.string()));
+             ", que tiene datos personales. Se cierra con: chmod o= " + inShell(folder.string()));
 }
 
 std::string sentenceOn(const fs::path& file, const std::string& fault) {

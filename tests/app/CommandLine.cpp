@@ -142,6 +142,14 @@ TEST_F(CommandLine, DataAreExaminedAndBackedUp) {
     EXPECT_EQ(open.status, 1);
     EXPECT_TRUE(open.out.starts_with("datos comunes\tCualquier usuario")) << open.out;
     EXPECT_EQ(run({"revisar", "--empresa", "Ninguna"}).status, 2);
+
+    // One that cannot be checked, here made by a version to come, does not hide the next one.
+    create({"--nombre", "Ayer"});
+    for (const char* name : {"Ayer.db", "Una.db"})
+        std::fstream(folder_ / name, std::ios::in | std::ios::out | std::ios::binary).seekp(60).write("\0\0\0\x63", 4);
+    const Ran newer = run({"revisar"});
+    EXPECT_EQ(newer.status, 2);
+    EXPECT_NE(newer.err.find("«Una»", newer.err.find("«Ayer»")), std::string::npos) << newer.err;
 }
 
 #endif
