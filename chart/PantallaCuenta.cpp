@@ -193,9 +193,9 @@ void PantallaCuenta::mostrarCodigoNuevo(const std::string& code, bool bEnNombre)
 }
 
 void PantallaCuenta::cancelarNueva() {
+    replacing([this] { descartarNueva(); });
     cmdNueva.Visible = false;
     cmdGuardar.Enabled = false;
-    anotarMostrado();
     setFocus(Text1(Codigo));
 }
 

@@ -47,6 +47,8 @@ protected:
     /// F1 where there is nothing to search.
     virtual void mostrarTeclas() {}
     virtual void cancelarNueva();
+    /// What is typed of a new account is not to be saved.
+    virtual void descartarNueva() { anotarMostrado(); }
 
     /// Further checks of a save, after that of the code; false when one has refused it, and has said why.
     virtual bool comprobarGrabacion() { return true; }

@@ -217,7 +217,6 @@ void frmPlanCtas::msNuevaCuenta(std::string& sCta, std::int32_t nNif, bool bCalc
 }
 
 void frmPlanCtas::cancelarNueva() {
-    LimpiarPantalla();
     if (bModoCrear) return unload();
     PantallaCuenta::cancelarNueva();
 }

@@ -41,6 +41,7 @@ private:
     void buscarEnCampo(int mode, int field) override;
     void mostrarTeclas() override;
     void cancelarNueva() override;
+    void descartarNueva() override { LimpiarPantalla(); }
     void verFicha();
     static std::size_t digitos();
     std::vector<std::string> contenido() const override;
