@@ -107,7 +107,26 @@ std::shared_ptr<Recordset> frmConceptosAutomaticos::definiciones() const {
                 std::to_string(Combo1.ListIndex() + firstCode));
 }
 
+std::string frmConceptosAutomaticos::definicion() const { return text::trim(Combo2.Text() + " " + Text1(2).Text); }
+
+std::string frmConceptosAutomaticos::unsaved() const {
+    const std::string shown = definicion();
+    return shown == sDefinicionMostrada_ ? std::string() : sTipoMostrado_ + ", " + shown;
+}
+
+void frmConceptosAutomaticos::anotarMostrado() {
+    sTipoMostrado_ = Combo1.Text();
+    sDefinicionMostrada_ = definicion();
+}
+
 void frmConceptosAutomaticos::elegirTipo() {
+    replacing([this] {
+        mostrarTipo();
+        anotarMostrado();
+    });
+}
+
+void frmConceptosAutomaticos::mostrarTipo() {
     for (const auto& [box, check] : Check1.elements()) check->setValue(false);
     const auto stored = definiciones();
     Text1(2).Text.clear();
@@ -159,6 +178,7 @@ void frmConceptosAutomaticos::guardar() {
         write.update(" WHERE Conce_Id = " + key);
     else
         insertar(write);
+    anotarMostrado();
     CargarGrid();
     DataGrid1.markStored(key);
     tell("Guardado: " + Combo1.Text());

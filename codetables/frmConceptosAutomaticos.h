@@ -22,7 +22,13 @@ private:
     void CargarGrid();
     /// The rows stored for the chosen type: one, unless something else has written there.
     std::shared_ptr<Recordset> definiciones() const;
+    std::string unsaved() const override;
+    /// Concept and markers as the screen shows them.
+    std::string definicion() const;
+    /// From now on what the screen shows is not unsaved.
+    void anotarMostrado();
     void elegirTipo();
+    void mostrarTipo();
     void mostrarDefinicion(const std::string& description);
     void elegirConcepto(std::int64_t code);
     void marcarVariable(int box);
@@ -45,6 +51,9 @@ private:
     std::shared_ptr<Recordset> rsConce;
     /// Id of the automatic concept shown; 0 when its type has none stored yet.
     std::int64_t nIdActual = 0;
+    /// Type and definition shown last, or saved.
+    std::string sTipoMostrado_;
+    std::string sDefinicionMostrada_;
 };
 
 }  // namespace FendaMaestros

@@ -164,15 +164,24 @@ std::string frmCambiarNif::nombreCompleto() const {
     return joined;
 }
 
+std::string frmCambiarNif::cambio() const {
+    const std::string& current = txtFields(Actual).Text;
+    const std::string& changed = txtFields(Nuevo).Text;
+    return text::trim(changed).empty() ? "la actualización de datos para el Cif/Nif " + current
+                                       : "el cambio del Cif/Nif " + current + " por " + changed;
+}
+
+/// Names alone are not stored by a save.
+std::string frmCambiarNif::unsaved() const {
+    const bool nothing = text::trim(txtFields(Nuevo).Text).empty() && !Check1.Value();
+    return bGuardado_ || nothing ? std::string() : cambio();
+}
+
 void frmCambiarNif::guardar() {
-    const std::string current = txtFields(Actual).Text;
-    const std::string changed = text::trim(txtFields(Nuevo).Text);
-    const std::string question = changed.empty()
-                                     ? "Confirma la actualización de datos para el Cif/Nif " + current
-                                     : "Confirma el cambio del Cif/Nif " + current + " por " + txtFields(Nuevo).Text;
-    if (!confirmInPlace(question, message::Question, sTituloVentana)) return;
+    if (!confirmInPlace("Confirma " + cambio(), message::Question, sTituloVentana)) return;
     try {
         const int count = saveWithPatience([this] { return grabar(); });
+        bGuardado_ = true;
         if (Check1.Value()) resumen_ = "Cambiadas " + invoices(count) + " de " + std::to_string(nEjercicio_);
     } catch (const std::exception& error) {
         markPendingMessage();

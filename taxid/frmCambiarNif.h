@@ -24,6 +24,7 @@ private:
     static constexpr int Nombre = 1, Apellido1 = 2, Apellido2 = 3, Actual = 5, Nuevo = 6;
 
     void onLoad() override;
+    std::string unsaved() const override;
     void disponer();
     void cargar();
     void elegirTipo();
@@ -32,6 +33,8 @@ private:
     bool msBuscarCif(const std::string& document);
     void aconsejar();
     void anunciarFacturas();
+    /// What a save does, as its question names it.
+    std::string cambio() const;
     void guardar();
     /// How many invoices it has changed.
     int grabar();
@@ -45,6 +48,7 @@ private:
     std::int16_t nEjercicio_ = 0;
     std::string sExpresionNombre_;
     std::string resumen_;
+    bool bGuardado_ = false;
 
     ControlArray<TextBox> txtFields{"txtFields", {0, 1, 2, 3, 4, 5, 6}};
     ControlArray<Label> lblFields{"lblFields", {1, 2, 3, 5, 6}};

@@ -468,9 +468,11 @@ void frmNif::borrar() {
 void frmNif::sustituir() {
     frmCambiarNif screen(nIdActual_);
     screen.show();
+    const std::string left = lblEstado.Caption;
     replacing([&] {
         if (msBuscarCif({}, 0, nIdActual_) < 1) tell("Otro programa ha eliminado este CIF/NIF");
         if (!screen.resumen().empty()) tell(screen.resumen());
+        if (!left.empty()) tellInFront(left);
     });
 }
 

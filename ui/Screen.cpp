@@ -70,12 +70,16 @@ bool Screen::confirmInPlace(const std::string& text, int icon, const std::string
     return yes;
 }
 
+void Screen::tellInFront(const std::string& text) {
+    tell(text + (lblEstado.Caption.empty() ? "" : " · " + lblEstado.Caption));
+}
+
 void Screen::replacing(const std::function<void()>& step) {
     const std::string before = unsaved();
     tell({});
     step();
     if (before.empty() || !isOpen() || unsaved() == before) return;
-    tell(unsavedText(before) + (lblEstado.Caption.empty() ? "" : " · " + lblEstado.Caption));
+    tellInFront(unsavedText(before));
 }
 
 void Screen::onUnload() {

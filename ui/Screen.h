@@ -75,6 +75,9 @@ protected:
     /// Shows a text on the status line, until something is changed; "" empties it.
     void tell(std::string text) { lblEstado.Caption = std::move(text); }
 
+    /// Puts a text in front of what the status line says.
+    void tellInFront(const std::string& text);
+
     /// What the person has typed and not saved, as the status text names it: "43000012 Muebles Peñalba". "" when there
     /// is nothing, as on a screen that stores nothing. Must not throw.
     virtual std::string unsaved() const { return {}; }
