@@ -1,27 +1,10 @@
 #include "app/guion/GuionProgram.h"
 
-#include <stdlib.h>
-#include <stdexcept>
-
 #include "app/Composition.h"
 #include "app/guion/Interruption.h"
 #include "app/guion/PublicProperties.h"
 
 namespace FendaMaestros {
-
-TemporaryFolder::TemporaryFolder() {
-    std::error_code missing;
-    const auto folder = std::filesystem::temp_directory_path(missing);
-    if (missing) throw std::runtime_error("La carpeta temporal que dice TMPDIR no existe.");
-    std::string name = (folder / "fenda-guion-XXXXXX").string();
-    if (!mkdtemp(name.data())) throw std::runtime_error("No se puede crear una carpeta de trabajo en " + name + ".");
-    path_ = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
 
 GuionProgram::GuionProgram(GuionDesktop desktop, TraceSink trace, const std::optional<Place>& place)
     : desktop_(std::move(desktop)), trace_(std::move(trace)) {

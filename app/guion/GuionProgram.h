@@ -1,31 +1,17 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 
 #include "app/Place.h"
 #include "app/guion/GuionDesktop.h"
 #include "app/guion/GuionHost.h"
+#include "app/guion/TemporaryFolder.h"
 #include "component/FendaMaes.h"
 #include "session/Companies.h"
 #include "session/Decorators.h"
 
 namespace FendaMaestros {
-
-/// A folder that lasts as long as this object, with what is put into it.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// The host of a script: a place of companies, the company open in it, and one object of the public class.
 class GuionProgram final : public GuionHost {

@@ -33,27 +33,41 @@ protected:
     }
 };
 
-TEST_F(CommandLine, AScriptThatIsEndedEndsInsideAStatement) {
-    std::filesystem::create_directories(folder_);
+TEST_F(CommandLine, AScriptThatIsEndedEndsInsideAStatementAndTheFolderOfAKilledOneGoesWithTheNext) {
+    std::filesystem::create_directories(folder_ / "temporal");
+    ::setenv("TMPDIR", (folder_ / "temporal").c_str(), 1);
+    const auto folders = [&] { return std::distance(std::filesystem::directory_iterator(folder_ / "temporal"), {}); };
+    std::ofstream(folder_ / "corto.guion") << "decir hola\n";
     std::ofstream(folder_ / "largo.guion")
         << "mostrar\nsql \"WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i-1 FROM n WHERE i > -10000000000) "
            "SELECT COUNT(*) FROM n\"\n";
-    int output[2];
-    ASSERT_EQ(::pipe(output), 0);
-    const pid_t program = ::fork();
-    if (program == 0) {
-        ::dup2(output[1], STDOUT_FILENO);
-        std::string name = "fenda", verb = "guion", script = folder_ / "largo.guion";
-        char* words[] = {name.data(), verb.data(), script.data()};
-        ::_exit(runCommandLine(3, words));
-    }
-    char first = 0;
-    EXPECT_EQ(::read(output[0], &first, 1), 1);
-    ::usleep(300'000);  // from the first line to the middle of the statement
-    ::kill(program, SIGTERM);
-    int status = 0;
-    ::waitpid(program, &status, 0);
+    const auto endedBy = [&](int signal) {
+        int output[2];
+        EXPECT_EQ(::pipe(output), 0);
+        const pid_t program = ::fork();
+        if (program == 0) {
+            ::dup2(output[1], STDOUT_FILENO);
+            std::string name = "fenda", verb = "guion", script = folder_ / "largo.guion";
+            char* words[] = {name.data(), verb.data(), script.data()};
+            ::_exit(runCommandLine(3, words));
+        }
+        char first = 0;
+        EXPECT_EQ(::read(output[0], &first, 1), 1);
+        EXPECT_EQ(fenda({"guion", folder_ / "corto.guion"}).status, 0);
+        EXPECT_EQ(folders(), 1) << "in use";
+        ::usleep(300'000);  // from the first line to the middle of the statement
+        ::kill(program, signal);
+        int status = 0;
+        ::waitpid(program, &status, 0);
+        return status;
+    };
+    const int status = endedBy(SIGTERM);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+    EXPECT_EQ(folders(), 0);
+    endedBy(SIGKILL);
+    EXPECT_EQ(fenda({"guion", folder_ / "corto.guion"}).status, 0);
+    EXPECT_EQ(folders(), 0);
+    ::unsetenv("TMPDIR");
 }
 
 TEST_F(CommandLine, WhatIsNotUnderstoodIsSaidInSpanish) {
