@@ -57,6 +57,7 @@ void PantallaCuenta::prepararCodigo(int field) {
 
 void PantallaCuenta::onLoad() {
     Screen::onLoad();
+    cargarListas();
     cboMasas.load("Sin Masa patrimonial",
                   *read("SELECT * FROM KXComun.dbo.Masas WHERE Masas_Plan = 2008 ORDER BY Masas_Id"), "Masas_Des",
                   "mASAS_Id");

@@ -40,6 +40,8 @@ protected:
     virtual Hallazgo CargarCuenta(int mode, int field, const std::string& code, std::int64_t id) = 0;
     /// The code field has been left.
     virtual void dejarCodigo() = 0;
+    /// Fills the lists that only this screen has.
+    virtual void cargarListas() {}
     /// Empties the screen; none is shown any more.
     virtual void LimpiarPantalla();
     /// Searches for what a field with a Tag holds; `mode` 1 by code, 2 by name.

@@ -106,7 +106,6 @@ void frmPlanCtas::onLoad() {
     sTituloVentana = " Plan de Cuentas";
     Caption = "Plan de cuentas (" + std::to_string(nPlan) + ") (Versión " + componentVersion() + ")";
     for (const int field : {Codigo, Asociada, Irpf}) Text1(field).MaxLength = static_cast<int>(digitos());
-    cargarListas();
     anotarMostrado();
     if (nIdInicial > 0) cambiandoCuenta([this] { CargarCuenta(0, Codigo, {}, nIdInicial); });
 }

@@ -37,7 +37,7 @@ private:
     std::string condicion() const override { return "PCta_Subcuenta = 1 "; }
     std::string recorrido() const override { return " WHERE PCta_Subcuenta=1"; }
     void LimpiarPantalla() override;
-    void cargarListas();
+    void cargarListas() override;
     void buscarEnCampo(int mode, int field) override;
     void mostrarTeclas() override;
     void cancelarNueva() override;
