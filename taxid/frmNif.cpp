@@ -302,7 +302,8 @@ void frmNif::elegirClaveRetencion() {
     if (before != nSubclavesDejadas_.end()) cboSubclave.setListIndex(before->second);
 }
 
-/// A key that the fiscal year does not have counts as none, and a save takes it away; the person is told.
+/// A key that the fiscal year does not have counts as none, as do the first subkey and those that the key does not
+/// have: a save takes it away, and the person is told.
 void frmNif::situarClave(const std::string& key, const std::string& subkey) {
     sClave_.clear();
     nSubclavesDejadas_.clear();
@@ -310,7 +311,10 @@ void frmNif::situarClave(const std::string& key, const std::string& subkey) {
     cboClaveRetencion.setListIndex(std::max(0, item));
     const int subitem = codedList::position(cboSubclave, 2, subkey);
     if (subitem >= 0) cboSubclave.setListIndex(subitem);
-    if (item < 0) tell("La clave de retención " + key + " no existe en este ejercicio: al guardar se quita.");
+    if (item < 0)
+        tell("La clave de retención " + key + " no existe en este ejercicio: al guardar se quita.");
+    else if (subitem < 1 && !text::trim(subkey).empty())
+        tell("La subclave de retención " + subkey + " cuenta como ninguna: al guardar se quita.");
 }
 
 /// An unknown code leaves the province as it is.

@@ -173,8 +173,10 @@ TEST_F(RegisterOfIdentities, WithASingleInvoiceNothingIsDeletedAndWithoutAProvin
     maes.jNif();
 }
 
-TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThem) {
+TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThemAndALostSubkeyIsTold) {
     const char* codes = "SELECT Nif_Sg, Nif_Prov, Nif_Pais FROM KXComun.dbo.Nif";
+    insert("KXComun.dbo.Nif (Nif_Doc, Nif_ClaveRet, Nif_SubClave)",
+           {{"G1", "G", "01"}, {"G2", "G", "02"}, {"G9", "G", "09"}});
     insert("KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Sg, Nif_Prov, Nif_Pais)",
            {{0, "C00000003", "C", "77", "011"}, {0, "D00000004", "C", "Var", "999"}});
     const std::string before = rows(codes);
@@ -182,6 +184,13 @@ TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThe
         const auto choose = [&](const char* list, int item) {
             person.hands.choose(form, person.control<ComboBox>(form, list), item);
         };
+        const std::string& status = form.statusLine()->Caption;
+        enter(form, identity::document, "G9");
+        EXPECT_EQ(status, "La subclave de retención 09 cuenta como ninguna: al guardar se quita.");
+        enter(form, identity::document, "G2");
+        EXPECT_EQ(status, "");
+        enter(form, identity::document, "G1");
+        EXPECT_NE(status.find("subclave de retención 01"), std::string::npos);
         for (const char* document : {"C00000003", "D00000004"}) {
             enter(form, identity::document, document);
             person.fill(form, identity::name, "Otro nombre");
