@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QThread>
 #include <QTimer>
@@ -17,9 +18,11 @@
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
 #include "platform/qt/OnTop.h"
+#include "platform/qt/PageCanvas.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtGestures.h"
 #include "tests/support/ContractForm.h"
+#include "ui/frmVistaPrevia.h"
 
 namespace FendaMaestros::contract {
 namespace {
@@ -369,6 +372,51 @@ TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {
         tap({key::Escape, 0});
     }});
     form.show();
+}
+
+/// A page of the paper's usual size, without anything on it.
+class BlankPages final : public PagedDocument {
+public:
+    std::string title() const override { return "Listado"; }
+    int pageCount() const override { return 3; }
+    Twips pageWidth() const override { return 11906; }
+    Twips pageHeight() const override { return 16838; }
+    Page page(int) const override { return {}; }
+};
+
+TEST_F(Windows, page_keys_scroll_the_page_before_they_turn_it_and_its_size_is_shown) {
+    frmVistaPrevia preview(desktop, std::make_shared<BlankPages>());
+    auto& pages = *preview.find<PageView>("Pagina");
+    const auto& turned = *preview.find<Label>("lblPagina");
+    later({[&] {
+        auto& canvas = static_cast<qt::PageCanvas&>(qt::FormWindow::of(preview)->viewOf(pages).widget());
+        const QScrollBar& bar = *canvas.verticalScrollBar();
+        const auto shown = [&] { return canvas.findChild<QLabel*>()->text(); };
+        ASSERT_GT(bar.maximum(), 0);
+        EXPECT_EQ(shown(), QString("%1 %").arg(canvas.shownPercent()));
+        tap({'M', shift::Alt}, "m");
+        EXPECT_EQ(shown(), "125 %");
+        const auto keysToTurn = [&](int key) {
+            const std::string before = turned.Caption;
+            int keys = 0;
+            while (turned.Caption == before && ++keys < 20) {
+                const int place = bar.value();
+                tap({key, 0});
+                EXPECT_TRUE(bar.value() != place || turned.Caption != before);
+            }
+            return keys;
+        };
+        const int down = keysToTurn(key::PageDown);
+        EXPECT_GT(down, 2);
+        EXPECT_EQ(bar.value(), 0);
+        tap({key::PageUp, 0});
+        EXPECT_EQ(turned.Caption, "Página 1 de 3");
+        EXPECT_EQ(bar.value(), bar.maximum());
+        tap({key::End, 0});
+        EXPECT_EQ(turned.Caption + std::to_string(bar.value()), "Página 3 de 30");
+        tap({key::Escape, 0});
+    }});
+    preview.show();
 }
 
 /// A screen that does not say how it is laid out.
