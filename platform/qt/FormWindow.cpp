@@ -110,6 +110,12 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     hand([this] { form_.close(); });
 }
 
+/// The colours of some widgets are made from the theme's.
+void FormWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) pull();
+}
+
 // --- showing the form's state
 
 void FormWindow::pull() {

@@ -137,10 +137,10 @@ void TextBoxView::pullText() {
 }
 
 void TextBoxView::pullColors() {
-    const Colors wanted{box_.BackColor, box_.Locked};
+    const Colors wanted{box_.BackColor, box_.Locked, box_.isEnabled(), QApplication::palette().cacheKey()};
     if (colors_ == wanted) return;
     colors_ = wanted;
-    edit_.setPalette(fieldPalette(wanted.back, wanted.locked));
+    edit_.setPalette(fieldPalette(wanted.back, wanted.locked, wanted.enabled));
 }
 
 }  // namespace FendaMaestros::qt
