@@ -30,7 +30,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     layOutForm(form, *this);
     pull();
     measureAnew();
-    resize(sizeHint().boundedTo(roomOnScreen()));
+    resize(fittingSize());
     shownWindows().push_back(this);
 }
 
@@ -40,6 +40,14 @@ void FormWindow::measureAnew() {
         layout->invalidate();
         layout->parentWidget()->updateGeometry();
     }
+}
+
+/// What is too wide for the screen becomes taller, as its rows wrap.
+QSize FormWindow::fittingSize() const {
+    const QSize room = roomOnScreen();
+    QSize size = sizeHint();
+    if (size.width() > room.width()) size = {room.width(), layout()->totalHeightForWidth(room.width())};
+    return size.boundedTo(room);
 }
 
 FormWindow::~FormWindow() { std::erase(shownWindows(), this); }

@@ -56,6 +56,7 @@ protected:
 
 private:
     void measureAnew();
+    QSize fittingSize() const;
     bool isDone() const { return !form_.isOpen() || failure_; }
     void pullControl(Control& control, ControlView& view);
     void pullFocus();

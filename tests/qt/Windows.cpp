@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTableView>
 #include <QThread>
@@ -369,6 +370,38 @@ TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {
         form.cmdGuardar.Click = {};
         tap({'G', shift::Alt});
         EXPECT_FALSE(marked.data(Qt::FontRole).isValid());
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
+TEST_F(Windows, in_a_small_window_commands_stay_in_sight_and_only_fields_scroll) {
+    form.lblCodigo.Caption = std::string(30, 'x');
+    form.cmdGuardar.Caption = "&Guardar esta ficha en el fichero de las fichas";
+    form.cmdSalir.Caption = "&Salir sin guardar nada de lo que hay en la ficha";
+    later({[&] {
+        qt::FormWindow& window = *qt::FormWindow::of(form);
+        QScrollArea& body = *window.findChild<QScrollArea*>();
+        QWidget& save = window.viewOf(form.cmdGuardar).widget();
+        QWidget& leave = window.viewOf(form.cmdSalir).widget();
+        const auto settled = [&](QSize size) {
+            window.resize(size);
+            QCoreApplication::processEvents();
+            const QRect first(save.mapTo(&window, QPoint()), save.size());
+            const QRect second(leave.mapTo(&window, QPoint()), leave.size());
+            EXPECT_TRUE(window.rect().contains(first.united(second)));
+            EXPECT_FALSE(first.intersects(second));
+            EXPECT_LT(second.bottom(), statusLine().y());
+            EXPECT_GE(first.top(), body.geometry().bottom());
+            EXPECT_GE(save.width(), save.sizeHint().width());
+            EXPECT_GE(body.viewport()->width(), body.widget()->width());
+            return first.top() == second.top();
+        };
+        EXPECT_TRUE(settled({900, 700}));
+        EXPECT_FALSE(body.verticalScrollBar()->isVisible());
+        EXPECT_FALSE(settled({window.minimumSizeHint().width(), 280}));
+        EXPECT_LT(window.width(), save.width() + leave.width());
+        EXPECT_TRUE(body.verticalScrollBar()->isVisible());
         tap({key::Escape, 0});
     }});
     form.show();
