@@ -104,6 +104,7 @@ private:
     void placeInline(QBoxLayout& box, const Arrangement& field, int stretch) {
         if (field.label) {
             QWidget& label = window_.viewOf(*field.label).widget();
+            call(field, *field.label);
             label.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
             box.addWidget(&label);
         }
@@ -162,6 +163,7 @@ private:
             if (tall) grid->setRowStretch(row, 1);
             if (node.label) {
                 QWidget& label = window_.viewOf(*node.label).widget();
+                call(node, *node.label);
                 labels_.push_back(&label);
                 grid->addWidget(&label, row, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
             }
@@ -177,6 +179,13 @@ private:
         QWidget& box = window_.viewOf(*node.control).widget();
         box.setLayout(column(node.children));
         return &box;
+    }
+
+    /// The controls of a field, but for those with a label of their own, are called as the field.
+    void call(const Arrangement& field, const Label& label) {
+        if (field.control) window_.setLabel(*field.control, label);
+        for (const Arrangement& child : field.children)
+            if (!child.label) call(child, label);
     }
 
     QLayout* buttons(const std::vector<Arrangement>& nodes) {

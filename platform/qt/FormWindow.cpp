@@ -145,6 +145,16 @@ void FormWindow::pullControl(Control& control, ControlView& view) {
     const bool visible = control.isVisible();
     if (widget.isHidden() == visible) widget.setVisible(visible);
     view.pull();
+    if (control.takesFocus()) view.call(nameOf(control));
+}
+
+/// For who does not see it: its label, what it says itself, or what it stands in.
+QString FormWindow::nameOf(const Control& control) const {
+    const auto label = labels_.find(&control);
+    std::string name = label != labels_.end() ? label->second->Caption : control.caption();
+    if (name.empty() && control.Container) name = control.Container->Caption;
+    if (name.empty()) name = form_.Caption;
+    return QString::fromStdString(name).remove('&');
 }
 
 void FormWindow::pullFocus() {

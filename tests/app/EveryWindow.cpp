@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QScrollArea>
+#include <set>
 
 #include "app/operations/Operations.h"
 #include "app/window/Display.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
+#include "tests/support/HeardName.h"
 #include "tests/support/ScriptedPerson.h"
 
 namespace FendaMaestros {
@@ -78,6 +80,21 @@ TEST_F(EveryWindow, ShowsAllItsCommandsOnASmallScreen) {
     visit([](Form& form, qt::FormWindow& window) {
         expectInSight(form, window, {1008, 536}, true);
         expectInSight(form, window, {496, 400}, false);
+    });
+}
+
+TEST_F(EveryWindow, CallsEachControlByItsLabel) {
+    visit([](Form& form, qt::FormWindow& window) {
+        std::set<std::string> captions{form.Caption};
+        for (const Control* control : form.controls())
+            captions.insert(QString::fromStdString(control->caption()).remove('&').toStdString());
+        for (Control* control : form.controls()) {
+            if (!control->takesFocus()) continue;
+            const std::string name = heardName(window.viewOf(*control).keyWidget());
+            EXPECT_TRUE(!name.empty() && captions.contains(name)) << control->Name << ": " << name;
+            const bool ownWindow = dynamic_cast<Table*>(control) || dynamic_cast<PageView*>(control);
+            EXPECT_TRUE(name != form.Caption || ownWindow) << control->Name;
+        }
     });
 }
 

@@ -23,6 +23,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtGestures.h"
 #include "tests/support/ContractForm.h"
+#include "tests/support/HeardName.h"
 #include "ui/frmVistaPrevia.h"
 
 namespace FendaMaestros::contract {
@@ -373,6 +374,23 @@ TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {
         tap({key::Escape, 0});
     }});
     form.show();
+}
+
+TEST_F(Windows, who_does_not_see_a_control_hears_its_label_or_what_it_stands_in) {
+    form.fraDatos.Caption = "&Datos";
+    form.Activo.Caption = "&Activo";
+    form.Lista.Caption = "Fichas";
+    std::vector<std::string> names;
+    later({[&] {
+        form.lblCodigo.Caption = "&Cuenta:";
+        tap({'1', 0}, "1");
+        for (Control* control : std::vector<Control*>{&form.Codigo, &form.Nombre, &form.Tipo, &form.Activo, &form.Lista,
+                                                      &form.Movimientos, &form.cmdGuardar})
+            names.push_back(heardName(qt::FormWindow::of(form)->viewOf(*control).keyWidget()));
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    EXPECT_EQ(names, (std::vector<std::string>{"Cuenta:", "Datos", "Ficha", "Activo", "Fichas", "Ficha", "Guardar"}));
 }
 
 TEST_F(Windows, in_a_small_window_commands_stay_in_sight_and_only_fields_scroll) {
