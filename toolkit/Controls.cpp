@@ -1,6 +1,7 @@
 #include "toolkit/Controls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/Format.h"
 
@@ -76,6 +77,11 @@ void OptionButton::setValue(bool value) {
 bool OptionButton::stopsTab() const {
     return TabStop &&
            (value_ || std::ranges::none_of(Group, [](const OptionButton* member) { return member->Value(); }));
+}
+
+bool PageView::scroll(int direction) {
+    const int wanted = std::clamp(Scrolled + direction * Screenful, 0, ScrollEnd);
+    return std::exchange(Scrolled, wanted) != wanted;
 }
 
 void DataGrid::bind(std::shared_ptr<RowSource> source) {

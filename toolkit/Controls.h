@@ -296,7 +296,14 @@ public:
     int Page = 0;
     /// Shown size in percent of the paper's; 0 fits the page's width to the window.
     int Zoom = 0;
+    /// How far the page is scrolled up, and how far it can be; 0 when all of it is in sight. The view says how far, and
+    /// how much of it is a screenful. In pixels.
+    int Scrolled = 0;
+    int ScrollEnd = 0;
+    int Screenful = 0;
 
+    /// Scrolls by a screenful down (1) or up (-1); false when there is no more of the page there.
+    bool scroll(int direction);
     void accept(ControlVisitor& visitor) override;
 };
 

@@ -54,9 +54,17 @@ frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocu
 
 void frmVistaPrevia::MostrarPagina(int page) {
     Pagina.Page = std::clamp(page, 0, pages_ - 1);
+    Pagina.Scrolled = 0;
     lblPagina.Caption = "Página " + std::to_string(Pagina.Page + 1) + " de " + std::to_string(pages_);
     cmdPrimera.Enabled = cmdAnterior.Enabled = Pagina.Page > 0;
     cmdSiguiente.Enabled = cmdUltima.Enabled = Pagina.Page < pages_ - 1;
+}
+
+void frmVistaPrevia::hojear(int direction) {
+    const int shown = Pagina.Page;
+    if (Pagina.scroll(direction)) return;
+    MostrarPagina(shown + direction);
+    if (direction < 0 && Pagina.Page != shown) Pagina.Scrolled = Pagina.ScrollEnd;
 }
 
 void frmVistaPrevia::MostrarTamano(int zoom) {
@@ -100,10 +108,10 @@ void frmVistaPrevia::onKeyDown(int& code, int state) {
     if (state != shift::None) return;
     switch (code) {
         case key::PageUp:
-            MostrarPagina(Pagina.Page - 1);
+            hojear(-1);
             break;
         case key::PageDown:
-            MostrarPagina(Pagina.Page + 1);
+            hojear(1);
             break;
         case key::Home:
             MostrarPagina(0);

@@ -8,8 +8,8 @@
 
 namespace FendaMaestros {
 
-/// Shows the pages of a document one by one, prints them and saves them as PDF. PageUp, PageDown, Home and End turn
-/// pages from anywhere.
+/// Shows the pages of a document one by one, prints them and saves them as PDF. PageUp and PageDown scroll
+/// the page and turn it at its ends, Home and End go to the first and the last, from anywhere.
 class frmVistaPrevia final : public Screen {
 public:
     /// The window takes the title of the document.
@@ -21,7 +21,10 @@ protected:
     void onKeyDown(int& code, int shift) override;
 
 private:
+    /// From its top.
     void MostrarPagina(int page);
+    /// A screenful on (1) or back (-1): of the page, or the next page.
+    void hojear(int direction);
     /// In percent; 0 fits the width.
     void MostrarTamano(int zoom);
     /// One step larger (1) or smaller (-1).

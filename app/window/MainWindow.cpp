@@ -1,7 +1,6 @@
 #include "app/window/MainWindow.h"
 
 #include <QActionGroup>
-#include <QGridLayout>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
@@ -21,7 +20,6 @@ namespace FendaMaestros {
 
 namespace {
 
-constexpr int tileColumns = 3;
 constexpr int space = 12;
 
 QKeySequence keySequence(KeyStroke stroke) {
@@ -72,6 +70,7 @@ MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector con
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setCentralWidget(scroll);
     const QSize wanted = content->sizeHint() + QSize(2 * space, 5 * space + menuBar()->sizeHint().height());
     constexpr QSize frame(16, 64);
@@ -182,30 +181,19 @@ QWidget* MainWindow::makeHeader() {
 }
 
 QWidget* MainWindow::makeTiles() {
-    auto* const tiles = new QWidget;
-    auto* const grid = new QGridLayout(tiles);
-    grid->setContentsMargins(0, space, 0, 0);
-    grid->setSpacing(space);
-    int row = -1, column = tileColumns;
-    bool first = true;
+    auto* const board = new TileBoard;
     std::string group;
     for (const Operation& operation : operations()) {
         if (operation.group != group) {
             group = operation.group;
-            if (!first) grid->setRowMinimumHeight(++row, space);
-            grid->addWidget(enlarged(new QLabel(plain(group)), 1.15, true), ++row, 0, 1, tileColumns);
-            column = tileColumns;
-        }
-        if (column == tileColumns) {
-            ++row;
-            column = 0;
+            board->addHeading(*enlarged(new QLabel(plain(group)), 1.15, true));
         }
         auto* const tile = tiles_[&operation] = new Tile(plain(operation.caption), keySequence(operation.key));
         connect(tile, &Tile::clicked, this, [this, &operation] { start(operation); });
-        grid->addWidget(enlarged(tile, 1.1, false), row, column++);
-        if (std::exchange(first, false)) tile->setFocus();
+        board->addTile(*enlarged(tile, 1.1, false));
     }
-    return tiles;
+    tiles_[&operations().front()]->setFocus();
+    return board;
 }
 
 // --- what happens in it

@@ -1,9 +1,14 @@
 #include "app/window/Tile.h"
 
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QPainter>
+#include <algorithm>
 #include <cstdlib>
 #include <limits>
+
+#include "platform/qt/CalmStyle.h"
+#include "platform/qt/Contrast.h"
 
 namespace FendaMaestros {
 
@@ -11,15 +16,20 @@ namespace {
 
 constexpr int margin = 14;
 
-QColor blend(const QColor& a, const QColor& b, double share) {
-    const auto mix = [share](int from, int to) { return static_cast<int>(from + (to - from) * share); };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+constexpr int between = 12;
+constexpr int mostColumns = 3;
+constexpr int leastWidth = 230;
+constexpr int usualWidth = 280;
+
+/// The key as manuals write it.
+QString shortened(const QKeySequence& key) {
+    return key.toString(QKeySequence::NativeText).replace(QStringLiteral("Mayúsculas"), QStringLiteral("Mayús"));
 }
 
 }  // namespace
 
 Tile::Tile(const QString& text, const QKeySequence& key, QWidget* parent)
-    : QAbstractButton(parent), keyText_(key.toString(QKeySequence::NativeText)) {
+    : QAbstractButton(parent), keyText_(shortened(key)) {
     setText(text);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
@@ -28,27 +38,29 @@ Tile::Tile(const QString& text, const QKeySequence& key, QWidget* parent)
     setAccessibleDescription(keyText_);
 }
 
-QSize Tile::sizeHint() const {
-    const QFontMetrics metrics = fontMetrics();
-    const int width = metrics.horizontalAdvance(text()) + metrics.horizontalAdvance(keyText_) + 4 * margin;
-    return {std::max(width, 240), metrics.height() + 2 * margin + 8};
-}
+QSize Tile::sizeHint() const { return {usualWidth, fontMetrics().height() + 2 * margin + 8}; }
+
+QSize Tile::minimumSizeHint() const { return {leastWidth, sizeHint().height()}; }
 
 void Tile::paintEvent(QPaintEvent*) {
     const QPalette& colours = palette();
-    const QColor accent = colours.color(QPalette::Highlight);
+    const QColor base = colours.color(QPalette::Base), ink = colours.color(QPalette::Text);
     const double emphasis = isDown() ? 0.30 : hasFocus() ? 0.16 : underMouse() ? 0.08 : 0.0;
+    const QColor face = qt::mixed(base, colours.color(QPalette::Highlight), emphasis);
+    constexpr qreal corner = 4;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(blend(colours.color(QPalette::Base), accent, emphasis));
-    const QColor outline = blend(colours.color(QPalette::Base), colours.color(QPalette::Text), 0.25);
-    painter.setPen(hasFocus() ? QPen(accent, 2) : QPen(outline, 1));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 8, 8);
+    painter.setBrush(face);
+    painter.setPen(qt::lineColor(colours));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    if (hasFocus()) qt::drawFocusLine(painter, rect(), colours);
 
+    const QFontMetrics metrics = fontMetrics();
     const QRect inside = rect().adjusted(margin, 0, -margin, 0);
-    painter.setPen(colours.color(QPalette::Text));
-    painter.drawText(inside, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, text());
-    painter.setPen(blend(colours.color(QPalette::Text), colours.color(QPalette::Base), 0.35));
+    const int forText = inside.width() - metrics.horizontalAdvance(keyText_) - margin;
+    painter.setPen(qt::standingOut(ink, {face}, qt::textContrast));
+    painter.drawText(inside, Qt::AlignVCenter | Qt::AlignLeft, metrics.elidedText(text(), Qt::ElideRight, forText));
+    painter.setPen(qt::standingOut(qt::mixed(ink, base, 0.35), {face}, qt::textContrast));
     painter.drawText(inside, Qt::AlignVCenter | Qt::AlignRight, keyText_);
 }
 
@@ -90,6 +102,45 @@ Tile* Tile::neighbour(int right, int down) const {
         }
     }
     return nearest;
+}
+
+TileBoard::TileBoard(QWidget* parent) : QWidget(parent), grid_(*new QGridLayout(this)) {
+    grid_.setContentsMargins(0, 0, 0, 0);
+    grid_.setSpacing(between);
+}
+
+void TileBoard::addHeading(QWidget& heading) {
+    heading.setContentsMargins(0, between, 0, 0);
+    groups_.push_back({&heading, {}});
+    place(mostColumns);
+}
+
+void TileBoard::addTile(Tile& tile) {
+    groups_.back().tiles.push_back(&tile);
+    place(mostColumns);
+}
+
+QSize TileBoard::minimumSizeHint() const { return {leastWidth, QWidget::minimumSizeHint().height()}; }
+
+void TileBoard::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int columns = std::clamp((width() + between) / (leastWidth + between), 1, mostColumns);
+    if (columns != columns_) place(columns);
+}
+
+void TileBoard::place(int columns) {
+    columns_ = columns;
+    for (int column = 0; column < mostColumns; ++column) grid_.setColumnStretch(column, column < columns ? 1 : 0);
+    int row = 0;
+    for (const Group& group : groups_) {
+        grid_.addWidget(group.heading, row++, 0, 1, columns);
+        int column = 0;
+        for (Tile* const tile : group.tiles) {
+            grid_.addWidget(tile, row, column);
+            if (++column == columns) ++row, column = 0;
+        }
+        if (column > 0) ++row;
+    }
 }
 
 }  // namespace FendaMaestros

@@ -1,11 +1,14 @@
 #include "platform/qt/CalmStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 #include <QPushButton>
 #include <QStyleOption>
 #include <algorithm>
+
+#include "platform/qt/Contrast.h"
 
 namespace FendaMaestros::qt {
 
@@ -17,20 +20,15 @@ constexpr int itemHeight = 24;
 constexpr QSize leastButton(96, 30);
 constexpr QSize airInButton(16, 0);
 
-QColor lineColor(const QPalette& palette) {
-    return mixed(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.24);
-}
-
 void drawPanel(QPainter& painter, const QStyleOption& option, const QBrush& fill) {
     const bool focused = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_Enabled);
-    const qreal width = focused ? 1.6 : 1;
-    const qreal inset = width / 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(focused ? option.palette.color(QPalette::Highlight) : lineColor(option.palette), width));
+    painter.setPen(QPen(lineColor(option.palette), 1));
     painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
     painter.restore();
+    if (focused) drawFocusLine(painter, option.rect, option.palette);
 }
 
 void drawButton(QPainter& painter, const QStyleOption& option) {
@@ -46,28 +44,24 @@ void drawButton(QPainter& painter, const QStyleOption& option) {
     drawPanel(painter, option, mixed(face, text, shade));
 }
 
+/// Around the text of a check or an option, with some air.
 void drawFocus(QPainter& painter, const QStyleOption& option) {
-    QColor line = option.palette.color(QPalette::Highlight);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(line, 1));
-    line.setAlpha(28);
-    painter.setBrush(line);
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(-1.5, 0.5, 1.5, -0.5), cornerRadius, cornerRadius);
-    painter.restore();
+    constexpr qreal air = 2;
+    drawFocusLine(painter, QRectF(option.rect).adjusted(-air, 0, air, 0), option.palette);
 }
 
+/// Around what scrolls.
 void drawFrame(QPainter& painter, const QStyleOption& option) {
-    const bool focused = option.state & QStyle::State_HasFocus;
-    painter.setPen(focused ? option.palette.color(QPalette::Highlight) : lineColor(option.palette));
+    painter.setPen(lineColor(option.palette));
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    if (option.state & QStyle::State_HasFocus) drawFocusLine(painter, option.rect, option.palette);
 }
 
 void drawHeader(QPainter& painter, const QStyleOption& option, bool parted) {
     const QColor window = option.palette.color(QPalette::Window);
     const QColor text = option.palette.color(QPalette::WindowText);
     const bool pressed = option.state & QStyle::State_Sunken;
-    const QColor line = lineColor(option.palette);
+    const QColor line = mixed(window, text, 0.24);
     const QRect& cell = option.rect;
     constexpr int gap = 6;
     painter.fillRect(cell, mixed(window, text, pressed ? 0.14 : 0.03));
@@ -79,19 +73,20 @@ void drawHeader(QPainter& painter, const QStyleOption& option, bool parted) {
 void drawIndicator(QPainter& painter, const QStyleOption& option, bool round) {
     const bool on = option.state & QStyle::State_On;
     const bool enabled = option.state & QStyle::State_Enabled;
-    const QColor mark = option.palette.color(enabled ? QPalette::Highlight : QPalette::Mid);
+    const QColor mark = enabled ? focusColor(option.palette) : option.palette.color(QPalette::WindowText);
     const QColor off = option.palette.color(enabled ? QPalette::Base : QPalette::Window);
     const QRectF box = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
     const qreal radius = round ? box.width() / 2 : 3;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(on ? mark : mixed(lineColor(option.palette), option.palette.color(QPalette::WindowText), 0.25));
+    painter.setPen(on ? mark : lineColor(option.palette));
     painter.setBrush(on ? mark : off);
     painter.drawRoundedRect(box, radius, radius);
     painter.translate(box.center());
     painter.scale(box.width() / 13, box.width() / 13);
-    painter.setBrush(Qt::white);
-    painter.setPen(on && round ? Qt::NoPen : QPen(Qt::white, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QColor inside = standingOut(option.palette.color(QPalette::Base), {mark}, lineContrast);
+    painter.setBrush(inside);
+    painter.setPen(on && round ? Qt::NoPen : QPen(inside, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     const QPointF tick[] = {{-3.4, 0.2}, {-1, 2.6}, {3.4, -2.6}};
     if (on && round) painter.drawEllipse(QPointF(), 2.4, 2.4);
     if (on && !round) painter.drawPolyline(tick, 3);
@@ -194,7 +189,8 @@ void drawScrollBar(QPainter& painter, const QStyleOptionSlider& bar) {
     painter.fillRect(bar.rect, mixed(window, bar.palette.color(QPalette::Base), 0.5));
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(mixed(window, bar.palette.color(QPalette::WindowText), held ? 0.45 : 0.28));
+    painter.setBrush(standingOut(mixed(window, bar.palette.color(QPalette::WindowText), held ? 0.6 : 0.28),
+                                 {window, bar.palette.color(QPalette::Base)}, lineContrast));
     if (bar.maximum > bar.minimum) painter.drawRoundedRect(handle, radius, radius);
     painter.restore();
 }
@@ -218,9 +214,27 @@ void drawProgress(QPainter& painter, const QStyleOptionProgressBar& bar) {
 
 }  // namespace
 
-QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
-    const auto part = [&](int first, int second) { return static_cast<int>(first + (second - first) * shareOfB); };
-    return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
+QColor lineColor(const QPalette& palette) {
+    const QColor window = palette.color(QPalette::Window);
+    const QColor quiet = mixed(window, palette.color(QPalette::Active, QPalette::WindowText), 0.24);
+    return standingOut(quiet, {window, palette.color(QPalette::Base)}, lineContrast);
+}
+
+QColor focusColor(const QPalette& palette) {
+    const QPalette::ColorGroup in = QPalette::Active;
+    return standingOut(palette.color(in, QPalette::Highlight),
+                       {palette.color(in, QPalette::Window), palette.color(in, QPalette::Base)}, lineContrast);
+}
+
+void drawFocusLine(QPainter& painter, const QRectF& place, const QPalette& palette) {
+    constexpr qreal width = 2;
+    constexpr qreal inset = width / 2;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(focusColor(palette), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(place.adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
+    painter.restore();
 }
 
 CalmStyle::CalmStyle() : QProxyStyle("Fusion") {}
@@ -230,7 +244,7 @@ QPalette CalmStyle::standardPalette() const {
     const QColor ink(31, 35, 40);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(role, ink);
-        palette.setColor(QPalette::Disabled, role, QColor(148, 153, 160));
+        palette.setColor(QPalette::Disabled, role, QColor(118, 123, 130));
     }
     palette.setColor(QPalette::Window, QColor(243, 244, 246));
     palette.setColor(QPalette::Base, Qt::white);
@@ -241,6 +255,27 @@ QPalette CalmStyle::standardPalette() const {
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(37, 99, 175));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;
+}
+
+/// A row that is current in a table out of use is marked quietly.
+void CalmStyle::polish(QPalette& palette) {
+    const bool bare = palette.window() == baseStyle()->standardPalette().window();
+    if (bare) palette = standardPalette();
+    palette.setColor(QPalette::Disabled, QPalette::Highlight,
+                     mixed(palette.color(QPalette::Base), palette.color(QPalette::Text), 0.16));
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, palette.color(QPalette::Text));
+    struct Pair {
+        QPalette::ColorRole text, back;
+    };
+    constexpr Pair pairs[] = {
+        {QPalette::WindowText, QPalette::Window},         {QPalette::Text, QPalette::Base},
+        {QPalette::PlaceholderText, QPalette::Base},      {QPalette::ButtonText, QPalette::Button},
+        {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::ToolTipText, QPalette::ToolTipBase}};
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        for (const auto& [text, back] : pairs)
+            palette.setColor(group, text,
+                             standingOut(palette.color(group, text), {palette.color(group, back)},
+                                         group == QPalette::Disabled ? lineContrast : textContrast));
 }
 
 void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -297,7 +332,7 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
     const bool enabled = option->state & State_Enabled;
     drawPanel(*painter, *option, option->palette.color(enabled ? QPalette::Base : QPalette::Window));
     const QRect arrow = subControlRect(CC_ComboBox, option, SC_ComboBoxArrow, widget);
-    drawChevron(*painter, arrow, option->palette.color(enabled ? QPalette::Text : QPalette::Mid));
+    drawChevron(*painter, arrow, option->palette.color(QPalette::Text));
 }
 
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
@@ -326,6 +361,10 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return 6;
         case PM_FocusFrameHMargin:
             return 5;
+        case PM_DefaultFrameWidth:
+            // The line of the focus goes around what scrolls, not over it.
+            return qobject_cast<const QAbstractScrollArea*>(widget) ? 2
+                                                                    : QProxyStyle::pixelMetric(metric, option, widget);
         case PM_ButtonShiftHorizontal:
         case PM_ButtonShiftVertical:
             return 0;

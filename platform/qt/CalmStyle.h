@@ -5,12 +5,16 @@
 namespace FendaMaestros::qt {
 
 /// Flat fields, buttons, headers and frames with one thin line around them, drawn from the palette alone, so that light
-/// and dark themes look alike. What has the focus carries the highlight colour.
+/// and dark themes look alike. What has the focus, whatever it is, has a thicker line in the highlight colour. Texts
+/// and lines stand out as platform/qt/Contrast.h says, also when the colours of the desktop do not.
 class CalmStyle final : public QProxyStyle {
 public:
     CalmStyle();
 
     QPalette standardPalette() const override;
+    using QProxyStyle::polish;
+    /// A desktop with colours of its own keeps them, as far as they can be read; one without gets the standard ones.
+    void polish(QPalette& palette) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -27,7 +31,11 @@ public:
                   QStyleHintReturn* result) const override;
 };
 
-/// `shareOfB` from 0, which gives `a`, to 1.
-QColor mixed(const QColor& a, const QColor& b, double shareOfB);
+/// Around fields, buttons and frames.
+QColor lineColor(const QPalette& palette);
+/// Around what has the focus.
+QColor focusColor(const QPalette& palette);
+/// Paints the line around what has the focus, within `place`.
+void drawFocusLine(QPainter& painter, const QRectF& place, const QPalette& palette);
 
 }  // namespace FendaMaestros::qt

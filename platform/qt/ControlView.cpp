@@ -6,6 +6,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -178,6 +179,16 @@ public:
         }
         if (box_.currentIndex() != combo_.ListIndex()) box_.setCurrentIndex(combo_.ListIndex());
     }
+    /// Some desktops take the chosen item for the name of a list, and look for a label beside it. Two lists may stand
+    /// behind one label that is seen, so each has one of its own that is not.
+    void call(const QString& name) override {
+        ControlView::call(name);
+        if (!name_) name_ = new QLabel;
+        if (name_->parentWidget() != box_.parentWidget()) name_->setParent(box_.parentWidget());
+        name_->setBuddy(&box_);
+        name_->setText(name);
+        name_->hide();
+    }
 
 private:
     /// Items longer than the box is wide are read in full in the open list.
@@ -198,6 +209,7 @@ private:
     ComboBox& combo_;
     FormWindow& window_;
     QComboBox& box_;
+    QPointer<QLabel> name_;
 };
 
 class ProgressView final : public ControlView {
@@ -247,6 +259,10 @@ private:
 };
 
 }  // namespace
+
+void ControlView::call(const QString& name) {
+    if (keyWidget().accessibleName() != name) keyWidget().setAccessibleName(name);
+}
 
 std::unique_ptr<ControlView> makeView(Control& control, FormWindow& window) {
     ViewMaker maker(window);

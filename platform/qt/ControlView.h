@@ -5,6 +5,7 @@
 #include "toolkit/Controls.h"
 
 class QKeyEvent;
+class QString;
 class QWidget;
 
 namespace FendaMaestros::qt {
@@ -26,6 +27,8 @@ public:
     virtual QWidget& keyWidget() { return widget(); }
     /// Shows the control's state; what is shown already is left alone, so that carets and scroll positions stay.
     virtual void pull() = 0;
+    /// Says to who does not see the control how it is called.
+    virtual void call(const QString& name);
     /// True for what is better the wider it is.
     virtual bool stretches() const { return false; }
     /// True for what takes all the height that is left.

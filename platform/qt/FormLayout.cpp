@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -12,6 +13,7 @@
 #include <utility>
 
 #include "platform/qt/FormWindow.h"
+#include "platform/qt/WrapLayout.h"
 
 namespace FendaMaestros::qt {
 
@@ -66,7 +68,7 @@ private:
                 box.addLayout(column(node.children), stretch);
                 break;
             case Kind::Row:
-                box.addLayout(line(node.children), stretch);
+                box.addLayout(growsTall(node) ? line(node.children) : wrapped(node.children), stretch);
                 break;
             case Kind::Fields:
                 box.addLayout(fields(node.children), stretch);
@@ -83,7 +85,6 @@ private:
             case Kind::Buttons:
                 box.addSpacing(airOverButtons);
                 box.addLayout(buttons(node.children), stretch);
-                box.addStrut(widthOf(node.children));
                 break;
             case Kind::Filling:
             case Kind::Plain:
@@ -94,13 +95,16 @@ private:
 
     void placeControl(QBoxLayout& box, Control& control, int stretch) {
         ControlView& view = window_.viewOf(control);
-        const bool wide = box.direction() != QBoxLayout::TopToBottom || view.stretches();
-        box.addWidget(&view.widget(), stretch, wide ? Qt::Alignment() : Qt::AlignLeft);
+        const bool inLine = box.direction() != QBoxLayout::TopToBottom;
+        auto* const text = qobject_cast<QLabel*>(&view.widget());
+        if (text && !inLine) text->setWordWrap(true);
+        box.addWidget(&view.widget(), stretch, inLine || text || view.stretches() ? Qt::Alignment() : Qt::AlignLeft);
     }
 
     void placeInline(QBoxLayout& box, const Arrangement& field, int stretch) {
         if (field.label) {
             QWidget& label = window_.viewOf(*field.label).widget();
+            call(field, *field.label);
             label.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
             box.addWidget(&label);
         }
@@ -110,31 +114,32 @@ private:
             box.addLayout(line(field.children), stretch);
     }
 
-    /// Side by side; the room left goes to those that use it, or stays at the right.
+    /// Side by side in one line; the room left goes to those that use it, or stays at the right.
     QLayout* line(const std::vector<Arrangement>& nodes) {
         auto* box = new QHBoxLayout;
         bool filled = false;
         for (const Arrangement& node : nodes) {
             const bool wide = growsWide(node);
             filled = filled || wide;
-            if (node.kind == Kind::Buttons)
-                box->addLayout(levelWithFrames(nodes, buttons(node.children)), 1);
-            else
-                place(*box, node, wide ? 1 : 0);
+            place(*box, node, wide ? 1 : 0);
         }
         if (!filled) box->addStretch();
         return box;
     }
 
-    /// Of all commands in a line: one that is hidden now finds its room when it comes.
-    int widthOf(const std::vector<Arrangement>& commands) {
-        int width = 0;
-        for (const Arrangement& node : commands) {
-            const QWidget& button = window_.viewOf(*node.control).widget();
-            const int between = button.style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing);
-            width += between + std::max(button.minimumWidth(), button.sizeHint().width());
+    /// The same, in further lines where one is too narrow.
+    QLayout* wrapped(const std::vector<Arrangement>& nodes) {
+        auto* const lines = new WrapLayout(WrapLayout::Side::Left);
+        for (const Arrangement& node : nodes) {
+            if (node.kind == Kind::Buttons) {
+                lines->add(levelWithFrames(nodes, buttons(node.children)), true);
+                continue;
+            }
+            auto* const box = new QHBoxLayout;
+            place(*box, node, 1);
+            lines->add(box, growsWide(node));
         }
-        return width;
+        return lines;
     }
 
     /// Commands beside frames stand on the line of what the frames hold, below the captions.
@@ -158,12 +163,14 @@ private:
             if (tall) grid->setRowStretch(row, 1);
             if (node.label) {
                 QWidget& label = window_.viewOf(*node.label).widget();
+                call(node, *node.label);
                 labels_.push_back(&label);
                 grid->addWidget(&label, row, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
             }
-            grid->addLayout(node.control ? line({arrange::plain(*node.control)})
-                                         : line(node.kind == Kind::Field ? node.children : std::vector{node}),
-                            row, 1);
+            const std::vector<Arrangement> controls = node.control ? std::vector{arrange::plain(*node.control)}
+                                                      : node.kind == Kind::Field ? node.children
+                                                                                 : std::vector{node};
+            grid->addLayout(tall ? line(controls) : wrapped(controls), row, 1);
         }
         return grid;
     }
@@ -174,9 +181,15 @@ private:
         return &box;
     }
 
+    /// The controls of a field, but for those with a label of their own, are called as the field.
+    void call(const Arrangement& field, const Label& label) {
+        if (field.control) window_.setLabel(*field.control, label);
+        for (const Arrangement& child : field.children)
+            if (!child.label) call(child, label);
+    }
+
     QLayout* buttons(const std::vector<Arrangement>& nodes) {
-        auto* box = new QHBoxLayout;
-        box->addStretch();
+        auto* const box = new WrapLayout(WrapLayout::Side::Right);
         int widest = 0;
         for (const Arrangement& node : nodes) {
             const int width = window_.viewOf(*node.control).widget().sizeHint().width();
@@ -253,46 +266,110 @@ std::vector<Arrangement> allLeftOut(const Form& form, const std::set<const Contr
     return nodes;
 }
 
-/// Scroll bars that ask for as much room as their contents would take.
+/// What a node holds: commands and texts alone, or also what takes room and can be scrolled.
+class Contents final : public ControlVisitor {
+public:
+    explicit Contents(const Arrangement& node) { look(node); }
+
+    bool areInSight() const { return commands_ && !fields_; }
+
+    void visit(Label&) override { commands_ = true; }
+    void visit(CommandButton&) override { commands_ = true; }
+    void visit(ProgressBar&) override { commands_ = true; }
+    void visit(Frame&) override {}
+    void visit(CheckBox&) override { fields_ = true; }
+    void visit(OptionButton&) override { fields_ = true; }
+    void visit(TextBox&) override { fields_ = true; }
+    void visit(ComboBox&) override { fields_ = true; }
+    void visit(DataGrid&) override { fields_ = true; }
+    void visit(ListView&) override { fields_ = true; }
+    void visit(PageView&) override { fields_ = true; }
+
+private:
+    void look(const Arrangement& node) {
+        if (node.control) node.control->accept(*this);
+        for (const Arrangement& child : node.children) look(child);
+    }
+
+    bool commands_ = false;
+    bool fields_ = false;
+};
+
+/// Contents that give way to their least height before they scroll.
+class Body final : public QWidget {
+public:
+    int heightForWidth(int width) const override { return layout()->totalMinimumHeightForWidth(width); }
+};
+
+/// Scrolls its contents up and down when the window is too low for them; it is never narrower than they are.
 class ScrolledContents final : public QScrollArea {
 public:
-    QSize sizeHint() const override {
-        const int bars = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-        return widget()->sizeHint() + QSize(bars, bars);
+    explicit ScrolledContents(QWidget* contents) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setWidgetResizable(true);
+        setWidget(contents);
+    }
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+    QSize minimumSizeHint() const override {
+        constexpr int low = 72;
+        const QSize least = widget()->minimumSizeHint();
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        return {least.width() + bar, std::min(least.height(), low)};
     }
 };
 
-/// The contents as they are, or behind scroll bars when the screen is too small for them.
-QWidget* fitted(QWidget* contents, const FormWindow& window) {
-    const QSize least = contents->minimumSizeHint();
-    const QSize room = window.roomOnScreen();
-    if (least.width() <= room.width() && least.height() <= room.height()) return contents;
-    auto* const area = new ScrolledContents;
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(true);
-    area->setWidget(contents);
-    return area;
+bool scrolls(const Arrangement& row) { return !Contents(row).areInSight(); }
+
+/// What the arrangement leaves out stands above its last commands.
+std::vector<Arrangement> rowsOf(const Form& form) {
+    const Arrangement& whole = form.arrangement();
+    std::set<const Control*> placed;
+    collect(whole, placed);
+    std::vector<Arrangement> rows;
+    if (whole.kind == Kind::Column)
+        rows = whole.children;
+    else
+        rows.push_back(whole);
+    const std::vector<Arrangement> leftOut = allLeftOut(form, placed);
+    const auto lastCommands = std::ranges::find_if(rows.rbegin(), rows.rend(), scrolls).base();
+    rows.insert(lastCommands, leftOut.begin(), leftOut.end());
+    return rows;
+}
+
+/// A part of the window, with the margin of a window at the ends where it stands at the edge.
+QWidget* part(QWidget* widget, QLayout* layout, bool first, bool last) {
+    widget->setLayout(layout);
+    const QMargins edge = layout->contentsMargins();
+    const int half = widget->style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing) / 2;
+    layout->setContentsMargins(edge.left(), first ? edge.top() : half, edge.right(), last ? edge.bottom() : half);
+    return widget;
 }
 
 }  // namespace
 
+/// Commands and texts above and below all fields stay where they are; what is between them scrolls. On a screen too low
+/// for that only the commands of the form stay.
 void layOutForm(const Form& form, FormWindow& window) {
-    std::set<const Control*> placed;
-    collect(form.arrangement(), placed);
-    std::vector<Arrangement> nodes;
-    const bool isBare = form.arrangement().children.empty() && !form.arrangement().control;
-    if (!isBare) nodes.push_back(form.arrangement());
-    std::ranges::move(allLeftOut(form, placed), std::back_inserter(nodes));
+    constexpr int low = 400;
+    const bool isLow = window.roomOnScreen().height() < low;
+    const auto inBody = [&](const Arrangement& row) { return scrolls(row) || (isLow && row.kind != Kind::Buttons); };
+    const std::vector<Arrangement> rows = rowsOf(form);
+    const auto from = std::ranges::find_if(rows, inBody);
+    const auto to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(from), inBody).base();
 
     Builder builder(window);
-    auto* const contents = new QWidget;
-    contents->setLayout(builder.column(nodes));
-    builder.alignLabels();
     auto* const around = new QVBoxLayout(&window);
     around->setContentsMargins({});
     around->setSpacing(0);
-    around->addWidget(fitted(contents, window), 1);
+    const auto partOf = [&](QWidget* widget, auto first, auto last) {
+        return part(widget, builder.column({first, last}), first == rows.begin(), last == rows.end());
+    };
+    if (from != rows.begin()) around->addWidget(partOf(new QWidget, rows.begin(), from));
+    if (from != to) around->addWidget(new ScrolledContents(partOf(new Body, from, to)), 1);
+    if (to != rows.end()) around->addWidget(partOf(new QWidget, to, rows.end()));
+    builder.alignLabels();
     if (Label* const status = form.statusLine()) around->addWidget(&window.viewOf(*status).widget());
 }
 

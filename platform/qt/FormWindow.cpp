@@ -30,7 +30,7 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     layOutForm(form, *this);
     pull();
     measureAnew();
-    resize(sizeHint().boundedTo(roomOnScreen()));
+    resize(fittingSize());
     shownWindows().push_back(this);
 }
 
@@ -40,6 +40,14 @@ void FormWindow::measureAnew() {
         layout->invalidate();
         layout->parentWidget()->updateGeometry();
     }
+}
+
+/// What is too wide for the screen becomes taller, as its rows wrap.
+QSize FormWindow::fittingSize() const {
+    const QSize room = roomOnScreen();
+    QSize size = sizeHint();
+    if (size.width() > room.width()) size = {room.width(), layout()->totalHeightForWidth(room.width())};
+    return size.boundedTo(room);
 }
 
 FormWindow::~FormWindow() { std::erase(shownWindows(), this); }
@@ -110,6 +118,12 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     hand([this] { form_.close(); });
 }
 
+/// The colours of some widgets are made from the theme's.
+void FormWindow::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) pull();
+}
+
 // --- showing the form's state
 
 void FormWindow::pull() {
@@ -131,6 +145,16 @@ void FormWindow::pullControl(Control& control, ControlView& view) {
     const bool visible = control.isVisible();
     if (widget.isHidden() == visible) widget.setVisible(visible);
     view.pull();
+    if (control.takesFocus()) view.call(nameOf(control));
+}
+
+/// For who does not see it: its label, what it says itself, or what it stands in.
+QString FormWindow::nameOf(const Control& control) const {
+    const auto label = labels_.find(&control);
+    std::string name = label != labels_.end() ? label->second->Caption : control.caption();
+    if (name.empty() && control.Container) name = control.Container->Caption;
+    if (name.empty()) name = form_.Caption;
+    return QString::fromStdString(name).remove('&');
 }
 
 void FormWindow::pullFocus() {

@@ -32,6 +32,8 @@ public:
     /// The control that a widget, or what it is in, shows; null when there is none.
     Control* controlOf(const QWidget& widget) const;
     ControlView& viewOf(Control& control);
+    /// The control is called by the caption of this label, which must live as long as the window.
+    void setLabel(const Control& control, const Label& label) { labels_[&control] = &label; }
     /// What the largest window can show on this screen.
     QSize roomOnScreen() const;
     /// Where Qt sends the keys of this window.
@@ -52,9 +54,12 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void measureAnew();
+    QSize fittingSize() const;
+    QString nameOf(const Control& control) const;
     bool isDone() const { return !form_.isOpen() || failure_; }
     void pullControl(Control& control, ControlView& view);
     void pullFocus();
@@ -62,6 +67,7 @@ private:
 
     Form& form_;
     std::map<Control*, std::unique_ptr<ControlView>> views_;
+    std::map<const Control*, const Label*> labels_;
     QEventLoop loop_;
     std::exception_ptr failure_;
     bool pulling_ = false;

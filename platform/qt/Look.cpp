@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/qt/CalmStyle.h"
+#include "platform/qt/Contrast.h"
 
 namespace FendaMaestros::qt {
 
@@ -38,18 +39,19 @@ public:
 };
 
 QColor textOn(const QColor& back) {
-    constexpr int bright = 140;
-    return qGray(back.rgb()) >= bright ? QColor(24, 24, 24) : QColor(245, 245, 245);
+    const QColor dark(24, 24, 24), bright(245, 245, 245);
+    return contrast(back, dark) > contrast(back, bright) ? dark : bright;
 }
 
 }  // namespace
 
 int pixels(Twips twips) { return twips / 15; }
 
-QPalette fieldPalette(Color back, bool locked) {
+QPalette fieldPalette(Color back, bool locked, bool enabled) {
     const QPalette theme = QApplication::palette();
     QPalette palette;
-    if (back != white) {
+    if (!enabled) return palette;
+    if (back != white && !locked) {
         const QColor shown(static_cast<int>(back & 0xFF), static_cast<int>(back >> 8 & 0xFF),
                            static_cast<int>(back >> 16 & 0xFF));
         palette.setColor(QPalette::Base, shown);
@@ -62,11 +64,7 @@ QPalette fieldPalette(Color back, bool locked) {
 
 void applyLook(QApplication& application) {
     if (!previousHandler) previousHandler = qInstallMessageHandler(dropPlatformRemarks);
-    auto* const style = new CalmStyle;
-    QApplication::setStyle(style);
-    // A desktop with colours of its own keeps them.
-    const bool bare = QApplication::palette().window() == QProxyStyle("Fusion").standardPalette().window();
-    if (bare) QApplication::setPalette(style->standardPalette());
+    QApplication::setStyle(new CalmStyle);
     auto* spanish = new QTranslator(&application);
     if (spanish->load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(spanish);

@@ -5,17 +5,22 @@
 #include "platform/qt/ControlView.h"
 #include "toolkit/Document.h"
 
+class QLabel;
+
 namespace FendaMaestros::qt {
 
-/// Paints one page of a document on a desk, scrolled when it is larger than the window.
+/// Paints one page of a document on a desk, scrolled when it is larger than the window, and says how large it is shown.
 class PageCanvas final : public QAbstractScrollArea {
 public:
     explicit PageCanvas(QWidget* parent);
 
     /// `zoom` in percent, 0 to fit the width. A null document leaves the desk empty.
     void show(std::shared_ptr<const PagedDocument> document, int index, int zoom);
+    /// Of the paper's size, in percent.
+    int shownPercent() const;
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -25,11 +30,13 @@ private:
     double scale() const;
     QSize paper() const;
     void updateScrollBars();
+    void showPercent();
 
     std::shared_ptr<const PagedDocument> document_;
     Page page_;
     int index_ = -1;
     int zoom_ = 0;
+    QLabel& percent_;
 };
 
 class PageCanvasView final : public ControlView {
@@ -45,6 +52,7 @@ public:
 private:
     PageView& pages_;
     PageCanvas& canvas_;
+    bool pulling_ = false;
 };
 
 }  // namespace FendaMaestros::qt

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QPainter>
 
-#include "platform/qt/CalmStyle.h"
+#include "platform/qt/Contrast.h"
 #include "platform/qt/FormWindow.h"
 
 namespace FendaMaestros::qt {

@@ -2,8 +2,9 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QPalette>
 
-#include "platform/qt/CalmStyle.h"
+#include "platform/qt/Contrast.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros::qt {

@@ -27,6 +27,31 @@ Qt::Alignment alignmentOf(Alignment alignment) {
     return Qt::AlignLeft | Qt::AlignVCenter;
 }
 
+bool isLong(const TextBox& box) { return box.MaxLength == 0 || box.MaxLength > longestFixed; }
+
+/// Asks for the room of so many digits and does with less; only a long field takes more.
+class Edit final : public QLineEdit {
+public:
+    Edit(int digits, bool grows, QWidget* parent) : QLineEdit(parent), digits_(digits) {
+        if (!grows) setMaximumWidth(widthOf(digits));
+    }
+    QSize sizeHint() const override { return {widthOf(digits_), QLineEdit::sizeHint().height()}; }
+    QSize minimumSizeHint() const override {
+        constexpr int enough = 12;
+        return {widthOf(std::min(digits_, enough)), QLineEdit::minimumSizeHint().height()};
+    }
+
+private:
+    int widthOf(int digits) const { return fontMetrics().horizontalAdvance(QString(digits + 2, '0')); }
+
+    int digits_;
+};
+
+Edit& makeEdit(const TextBox& box, FormWindow& window) {
+    const bool grows = isLong(box);
+    return *new Edit(grows ? digitsOfLong : std::max(box.MaxLength, fewestDigits), grows, &window);
+}
+
 /// The widget would put nothing in the place of what is selected.
 bool pastesNothing(const QKeyEvent& event) {
     return event.matches(QKeySequence::Paste) && QApplication::clipboard()->text().isEmpty();
@@ -34,18 +59,11 @@ bool pastesNothing(const QKeyEvent& event) {
 
 }  // namespace
 
-TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
-    : box_(box), window_(window), edit_(*new QLineEdit(&window)) {
+TextBoxView::TextBoxView(TextBox& box, FormWindow& window) : box_(box), window_(window), edit_(makeEdit(box, window)) {
     edit_.setFocusPolicy(Qt::NoFocus);
     edit_.setAcceptDrops(false);
     edit_.setTextMargins(sideMargin, 0, sideMargin, 0);
     edit_.setMaxLength(std::numeric_limits<int>::max());
-    const int digits = stretches() ? digitsOfLong : std::max(box.MaxLength, fewestDigits);
-    const int width = edit_.fontMetrics().horizontalAdvance(QString(digits + 2, '0'));
-    if (stretches())
-        edit_.setMinimumWidth(width);
-    else
-        edit_.setFixedWidth(width);
     QObject::connect(&edit_, &QLineEdit::textEdited, &window, [this](const QString& text) { changed(text); });
     // The widget tells what was typed before it tells that caret and selection have moved.
     QObject::connect(&edit_, &QLineEdit::cursorPositionChanged, &window, [this] { mark_ = mark(); });
@@ -56,7 +74,7 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window)
     });
 }
 
-bool TextBoxView::stretches() const { return box_.MaxLength == 0 || box_.MaxLength > longestFixed; }
+bool TextBoxView::stretches() const { return isLong(box_); }
 
 bool TextBoxView::wants(const QKeyEvent& event) {
     const KeyStroke stroke = strokeOf(event);
@@ -137,10 +155,10 @@ void TextBoxView::pullText() {
 }
 
 void TextBoxView::pullColors() {
-    const Colors wanted{box_.BackColor, box_.Locked};
+    const Colors wanted{box_.BackColor, box_.Locked, box_.isEnabled(), QApplication::palette().cacheKey()};
     if (colors_ == wanted) return;
     colors_ = wanted;
-    edit_.setPalette(fieldPalette(wanted.back, wanted.locked));
+    edit_.setPalette(fieldPalette(wanted.back, wanted.locked, wanted.enabled));
 }
 
 }  // namespace FendaMaestros::qt

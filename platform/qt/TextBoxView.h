@@ -22,6 +22,9 @@ private:
     struct Colors {
         Color back = 16777215;
         bool locked = false;
+        bool enabled = true;
+        /// Of the theme's palette.
+        qint64 theme = 0;
         bool operator==(const Colors&) const = default;
     };
 

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <set>
 
 #include "app/window/Display.h"
 #include "app/window/Tile.h"
@@ -141,6 +142,27 @@ TEST_F(MainWindowTest, TilesAreWorkedFromTheKeyboard) {
     }};
     pressEnter(tile("Masas patrimoniales"));
     EXPECT_NE(opened.find("asas"), std::string::npos) << opened;
+}
+
+TEST_F(MainWindowTest, TilesAreEquallyWideInAsManyColumnsAsFit) {
+    window_.show();
+    const auto columnsAt = [&](int width) {
+        window_.resize(width, 540);
+        QApplication::processEvents();
+        std::set<int> widths, columns;
+        for (const QAbstractButton* button : window_.findChildren<QAbstractButton*>()) {
+            const auto* const tile = dynamic_cast<const Tile*>(button);
+            if (!tile) continue;
+            widths.insert(tile->width());
+            columns.insert(tile->x());
+            EXPECT_LE(tile->mapTo(&window_, QPoint(tile->width(), 0)).x(), window_.width());
+        }
+        EXPECT_LE(*widths.rbegin() - *widths.begin(), 1) << "pixels that do not divide";
+        return columns.size();
+    };
+    EXPECT_EQ(columnsAt(1008), 3u);
+    EXPECT_EQ(columnsAt(620), 2u);
+    EXPECT_EQ(columnsAt(400), 1u);
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QThread>
 #include <QTimer>
@@ -17,9 +19,12 @@
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
 #include "platform/qt/OnTop.h"
+#include "platform/qt/PageCanvas.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtGestures.h"
 #include "tests/support/ContractForm.h"
+#include "tests/support/HeardName.h"
+#include "ui/frmVistaPrevia.h"
 
 namespace FendaMaestros::contract {
 namespace {
@@ -369,6 +374,100 @@ TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {
         tap({key::Escape, 0});
     }});
     form.show();
+}
+
+TEST_F(Windows, who_does_not_see_a_control_hears_its_label_or_what_it_stands_in) {
+    form.fraDatos.Caption = "&Datos";
+    form.Activo.Caption = "&Activo";
+    form.Lista.Caption = "Fichas";
+    std::vector<std::string> names;
+    later({[&] {
+        form.lblCodigo.Caption = "&Cuenta:";
+        tap({'1', 0}, "1");
+        for (Control* control : std::vector<Control*>{&form.Codigo, &form.Nombre, &form.Tipo, &form.Activo, &form.Lista,
+                                                      &form.Movimientos, &form.cmdGuardar})
+            names.push_back(heardName(qt::FormWindow::of(form)->viewOf(*control).keyWidget()));
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    EXPECT_EQ(names, (std::vector<std::string>{"Cuenta:", "Datos", "Ficha", "Activo", "Fichas", "Ficha", "Guardar"}));
+}
+
+TEST_F(Windows, in_a_small_window_commands_stay_in_sight_and_only_fields_scroll) {
+    form.lblCodigo.Caption = std::string(30, 'x');
+    form.cmdGuardar.Caption = "&Guardar esta ficha en el fichero de las fichas";
+    form.cmdSalir.Caption = "&Salir sin guardar nada de lo que hay en la ficha";
+    later({[&] {
+        qt::FormWindow& window = *qt::FormWindow::of(form);
+        QScrollArea& body = *window.findChild<QScrollArea*>();
+        QWidget& save = window.viewOf(form.cmdGuardar).widget();
+        QWidget& leave = window.viewOf(form.cmdSalir).widget();
+        const auto settled = [&](QSize size) {
+            window.resize(size);
+            QCoreApplication::processEvents();
+            const QRect first(save.mapTo(&window, QPoint()), save.size());
+            const QRect second(leave.mapTo(&window, QPoint()), leave.size());
+            EXPECT_TRUE(window.rect().contains(first.united(second)));
+            EXPECT_FALSE(first.intersects(second));
+            EXPECT_LT(second.bottom(), statusLine().y());
+            EXPECT_GE(first.top(), body.geometry().bottom());
+            EXPECT_GE(save.width(), save.sizeHint().width());
+            EXPECT_GE(body.viewport()->width(), body.widget()->width());
+            return first.top() == second.top();
+        };
+        EXPECT_TRUE(settled({900, 700}));
+        EXPECT_FALSE(body.verticalScrollBar()->isVisible());
+        EXPECT_FALSE(settled({window.minimumSizeHint().width(), 280}));
+        EXPECT_LT(window.width(), save.width() + leave.width());
+        EXPECT_TRUE(body.verticalScrollBar()->isVisible());
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
+/// A page of the paper's usual size, without anything on it.
+class BlankPages final : public PagedDocument {
+public:
+    std::string title() const override { return "Listado"; }
+    int pageCount() const override { return 3; }
+    Twips pageWidth() const override { return 11906; }
+    Twips pageHeight() const override { return 16838; }
+    Page page(int) const override { return {}; }
+};
+
+TEST_F(Windows, page_keys_scroll_the_page_before_they_turn_it_and_its_size_is_shown) {
+    frmVistaPrevia preview(desktop, std::make_shared<BlankPages>());
+    auto& pages = *preview.find<PageView>("Pagina");
+    const auto& turned = *preview.find<Label>("lblPagina");
+    later({[&] {
+        auto& canvas = static_cast<qt::PageCanvas&>(qt::FormWindow::of(preview)->viewOf(pages).widget());
+        const QScrollBar& bar = *canvas.verticalScrollBar();
+        const auto shown = [&] { return canvas.findChild<QLabel*>()->text(); };
+        ASSERT_GT(bar.maximum(), 0);
+        EXPECT_EQ(shown(), QString("%1 %").arg(canvas.shownPercent()));
+        tap({'M', shift::Alt}, "m");
+        EXPECT_EQ(shown(), "125 %");
+        const auto keysToTurn = [&](int key) {
+            const std::string before = turned.Caption;
+            int keys = 0;
+            while (turned.Caption == before && ++keys < 20) {
+                const int place = bar.value();
+                tap({key, 0});
+                EXPECT_TRUE(bar.value() != place || turned.Caption != before);
+            }
+            return keys;
+        };
+        const int down = keysToTurn(key::PageDown);
+        EXPECT_GT(down, 2);
+        EXPECT_EQ(bar.value(), 0);
+        tap({key::PageUp, 0});
+        EXPECT_EQ(turned.Caption, "Página 1 de 3");
+        EXPECT_EQ(bar.value(), bar.maximum());
+        tap({key::End, 0});
+        EXPECT_EQ(turned.Caption + std::to_string(bar.value()), "Página 3 de 30");
+        tap({key::Escape, 0});
+    }});
+    preview.show();
 }
 
 /// A screen that does not say how it is laid out.
