@@ -12,6 +12,7 @@
 
 #include "app/window/Tile.h"
 #include "app/window/frmServidor.h"
+#include "platform/qt/GivingWay.h"
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
 #include "ui/Version.h"
@@ -58,7 +59,7 @@ MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector con
     addOperationMenus();
     addHelpMenu();
 
-    auto* const content = new QWidget;
+    auto* const content = new qt::GivingWay;
     auto* const column = new QVBoxLayout(content);
     column->setContentsMargins(2 * space, 2 * space, 2 * space, 2 * space);
     column->setSpacing(space);

@@ -15,11 +15,12 @@ namespace FendaMaestros {
 namespace {
 
 constexpr int margin = 14;
-
-constexpr int between = 12;
+/// Between tiles.
+constexpr int besides = 12;
+constexpr int below = 8;
 constexpr int mostColumns = 3;
 constexpr int leastWidth = 230;
-constexpr int usualWidth = 280;
+constexpr int usualWidth = 306;
 
 /// The key as manuals write it.
 QString shortened(const QKeySequence& key) {
@@ -40,7 +41,10 @@ Tile::Tile(const QString& text, const QKeySequence& key, QWidget* parent)
 
 QSize Tile::sizeHint() const { return {usualWidth, fontMetrics().height() + 2 * margin + 8}; }
 
-QSize Tile::minimumSizeHint() const { return {leastWidth, sizeHint().height()}; }
+QSize Tile::minimumSizeHint() const {
+    constexpr int air = 12;
+    return {leastWidth, fontMetrics().height() + air};
+}
 
 void Tile::paintEvent(QPaintEvent*) {
     const QPalette& colours = palette();
@@ -53,7 +57,7 @@ void Tile::paintEvent(QPaintEvent*) {
     painter.setBrush(face);
     painter.setPen(qt::lineColor(colours));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
-    if (hasFocus()) qt::drawFocusLine(painter, rect(), colours);
+    if (hasFocus()) qt::drawFocusLine(painter, rect());
 
     const QFontMetrics metrics = fontMetrics();
     const QRect inside = rect().adjusted(margin, 0, -margin, 0);
@@ -106,11 +110,12 @@ Tile* Tile::neighbour(int right, int down) const {
 
 TileBoard::TileBoard(QWidget* parent) : QWidget(parent), grid_(*new QGridLayout(this)) {
     grid_.setContentsMargins(0, 0, 0, 0);
-    grid_.setSpacing(between);
+    grid_.setHorizontalSpacing(besides);
+    grid_.setVerticalSpacing(below);
 }
 
 void TileBoard::addHeading(QWidget& heading) {
-    heading.setContentsMargins(0, between, 0, 0);
+    heading.setContentsMargins(0, besides, 0, 0);
     groups_.push_back({&heading, {}});
     place(mostColumns);
 }
@@ -124,7 +129,7 @@ QSize TileBoard::minimumSizeHint() const { return {leastWidth, QWidget::minimumS
 
 void TileBoard::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const int columns = std::clamp((width() + between) / (leastWidth + between), 1, mostColumns);
+    const int columns = std::clamp((width() + besides) / (leastWidth + besides), 1, mostColumns);
     if (columns != columns_) place(columns);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/qt/CalmStyle.h"
 
 #include <QAbstractScrollArea>
+#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
@@ -24,11 +25,11 @@ void drawPanel(QPainter& painter, const QStyleOption& option, const QBrush& fill
     const bool focused = (option.state & QStyle::State_HasFocus) && (option.state & QStyle::State_Enabled);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(lineColor(option.palette), 1));
+    painter.setPen(QPen(lineColor(QApplication::palette()), 1));
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
     painter.restore();
-    if (focused) drawFocusLine(painter, option.rect, option.palette);
+    if (focused) drawFocusLine(painter, option.rect);
 }
 
 void drawButton(QPainter& painter, const QStyleOption& option) {
@@ -47,14 +48,14 @@ void drawButton(QPainter& painter, const QStyleOption& option) {
 /// Around the text of a check or an option, with some air.
 void drawFocus(QPainter& painter, const QStyleOption& option) {
     constexpr qreal air = 2;
-    drawFocusLine(painter, QRectF(option.rect).adjusted(-air, 0, air, 0), option.palette);
+    drawFocusLine(painter, QRectF(option.rect).adjusted(-air, 0, air, 0));
 }
 
 /// Around what scrolls.
 void drawFrame(QPainter& painter, const QStyleOption& option) {
     painter.setPen(lineColor(option.palette));
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
-    if (option.state & QStyle::State_HasFocus) drawFocusLine(painter, option.rect, option.palette);
+    if (option.state & QStyle::State_HasFocus) drawFocusLine(painter, option.rect);
 }
 
 void drawHeader(QPainter& painter, const QStyleOption& option, bool parted) {
@@ -226,12 +227,12 @@ QColor focusColor(const QPalette& palette) {
                        {palette.color(in, QPalette::Window), palette.color(in, QPalette::Base)}, lineContrast);
 }
 
-void drawFocusLine(QPainter& painter, const QRectF& place, const QPalette& palette) {
+void drawFocusLine(QPainter& painter, const QRectF& place) {
     constexpr qreal width = 2;
     constexpr qreal inset = width / 2;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(focusColor(palette), width));
+    painter.setPen(QPen(focusColor(QApplication::palette()), width));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(place.adjusted(inset, inset, -inset, -inset), cornerRadius, cornerRadius);
     painter.restore();
@@ -267,15 +268,17 @@ void CalmStyle::polish(QPalette& palette) {
     struct Pair {
         QPalette::ColorRole text, back;
     };
-    constexpr Pair pairs[] = {
-        {QPalette::WindowText, QPalette::Window},         {QPalette::Text, QPalette::Base},
-        {QPalette::PlaceholderText, QPalette::Base},      {QPalette::ButtonText, QPalette::Button},
-        {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::ToolTipText, QPalette::ToolTipBase}};
-    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        for (const auto& [text, back] : pairs)
-            palette.setColor(group, text,
-                             standingOut(palette.color(group, text), {palette.color(group, back)},
-                                         group == QPalette::Disabled ? lineContrast : textContrast));
+    constexpr Pair pairs[] = {{QPalette::WindowText, QPalette::Window},
+                              {QPalette::Text, QPalette::Base},
+                              {QPalette::ButtonText, QPalette::Button},
+                              {QPalette::HighlightedText, QPalette::Highlight},
+                              {QPalette::ToolTipText, QPalette::ToolTipBase}};
+    for (const auto& [text, back] : pairs) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive})
+            palette.setColor(group, text, readable(palette.color(group, text), palette.color(group, back)));
+        const QPalette::ColorGroup off = QPalette::Disabled;
+        palette.setColor(off, text, standingOut(palette.color(off, text), {palette.color(off, back)}, lineContrast));
+    }
 }
 
 void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -31,11 +31,11 @@ public:
                   QStyleHintReturn* result) const override;
 };
 
-/// Around fields, buttons and frames.
+/// Around fields, buttons and frames under a theme.
 QColor lineColor(const QPalette& palette);
-/// Around what has the focus.
+/// Around what has the focus under a theme.
 QColor focusColor(const QPalette& palette);
-/// Paints the line around what has the focus, within `place`.
-void drawFocusLine(QPainter& painter, const QRectF& place, const QPalette& palette);
+/// Paints the line around what has the focus, within `place`, in the same colour whatever it surrounds.
+void drawFocusLine(QPainter& painter, const QRectF& place);
 
 }  // namespace FendaMaestros::qt

@@ -35,6 +35,12 @@ QColor standingOut(const QColor& color, std::initializer_list<QColor> backs, dou
     return shown;
 }
 
+QColor readable(const QColor& color, const QColor& back) {
+    if (contrast(color, back) >= textContrast) return color;
+    const QColor dark(24, 24, 24), bright(245, 245, 245);
+    return contrast(back, dark) > contrast(back, bright) ? dark : bright;
+}
+
 QColor mixed(const QColor& a, const QColor& b, double shareOfB) {
     const auto part = [&](int first, int second) { return static_cast<int>(first + (second - first) * shareOfB); };
     return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};

@@ -15,6 +15,9 @@ double contrast(const QColor& a, const QColor& b);
 /// `color`, or as near to it as stands out by this ratio from each of `backs`, which are about as bright as each other.
 QColor standingOut(const QColor& color, std::initializer_list<QColor> backs, double ratio);
 
+/// `color`, or what is read best on `back`, when it is a text that could hardly be read there.
+QColor readable(const QColor& color, const QColor& back);
+
 /// `shareOfB` from 0, which gives `a`, to 1.
 QColor mixed(const QColor& a, const QColor& b, double shareOfB);
 

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/qt/FormWindow.h"
+#include "platform/qt/GivingWay.h"
 #include "platform/qt/WrapLayout.h"
 
 namespace FendaMaestros::qt {
@@ -165,7 +166,8 @@ private:
                 QWidget& label = window_.viewOf(*node.label).widget();
                 call(node, *node.label);
                 labels_.push_back(&label);
-                grid->addWidget(&label, row, 0, tall ? Qt::AlignTop : Qt::AlignVCenter);
+                if (!tall) label.setMinimumHeight(heightOfFirst(node));
+                grid->addWidget(&label, row, 0, Qt::AlignTop);
             }
             const std::vector<Arrangement> controls = node.control ? std::vector{arrange::plain(*node.control)}
                                                       : node.kind == Kind::Field ? node.children
@@ -175,9 +177,21 @@ private:
         return grid;
     }
 
+    /// The label of controls that wrap stays beside those of the first line.
+    int heightOfFirst(const Arrangement& field) {
+        if (field.control) return window_.viewOf(*field.control).widget().sizeHint().height();
+        return field.children.empty() ? 0 : heightOfFirst(field.children.front());
+    }
+
     QWidget* framed(const Arrangement& node) {
         QWidget& box = window_.viewOf(*node.control).widget();
-        box.setLayout(column(node.children));
+        if (node.children.size() != 1 || node.children.front().kind != Kind::Row) {
+            box.setLayout(column(node.children));
+            return &box;
+        }
+        // In the middle, beside higher frames too.
+        auto* const middle = new QVBoxLayout(&box);
+        place(*middle, node.children.front(), 1);
         return &box;
     }
 
@@ -195,11 +209,8 @@ private:
             const int width = window_.viewOf(*node.control).widget().sizeHint().width();
             if (width <= widestAlike) widest = std::max(widest, width);
         }
-        for (const Arrangement& node : nodes) {
-            QWidget& button = window_.viewOf(*node.control).widget();
-            button.setMinimumWidth(widest);
-            box->addWidget(&button);
-        }
+        box->setCommonWidth(widest);
+        for (const Arrangement& node : nodes) box->addWidget(&window_.viewOf(*node.control).widget());
         return box;
     }
 
@@ -295,12 +306,6 @@ private:
     bool fields_ = false;
 };
 
-/// Contents that give way to their least height before they scroll.
-class Body final : public QWidget {
-public:
-    int heightForWidth(int width) const override { return layout()->totalMinimumHeightForWidth(width); }
-};
-
 /// Scrolls its contents up and down when the window is too low for them; it is never narrower than they are.
 class ScrolledContents final : public QScrollArea {
 public:
@@ -338,6 +343,10 @@ std::vector<Arrangement> rowsOf(const Form& form) {
     return rows;
 }
 
+bool holdsCommands(const Arrangement& row) {
+    return row.kind == Kind::Buttons || std::ranges::any_of(row.children, holdsCommands);
+}
+
 /// A part of the window, with the margin of a window at the ends where it stands at the edge.
 QWidget* part(QWidget* widget, QLayout* layout, bool first, bool last) {
     widget->setLayout(layout);
@@ -350,14 +359,18 @@ QWidget* part(QWidget* widget, QLayout* layout, bool first, bool last) {
 }  // namespace
 
 /// Commands and texts above and below all fields stay where they are; what is between them scrolls. On a screen too low
-/// for that only the commands of the form stay.
+/// for that only the last commands and what is below them stay.
 void layOutForm(const Form& form, FormWindow& window) {
     constexpr int low = 400;
     const bool isLow = window.roomOnScreen().height() < low;
-    const auto inBody = [&](const Arrangement& row) { return scrolls(row) || (isLow && row.kind != Kind::Buttons); };
     const std::vector<Arrangement> rows = rowsOf(form);
-    const auto from = std::ranges::find_if(rows, inBody);
-    const auto to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(from), inBody).base();
+    auto from = std::ranges::find_if(rows, scrolls);
+    auto to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(from), scrolls).base();
+    if (isLow && from != to) {
+        from = rows.begin();
+        to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(to), holdsCommands).base();
+        if (holdsCommands(*std::prev(to))) --to;
+    }
 
     Builder builder(window);
     auto* const around = new QVBoxLayout(&window);
@@ -367,7 +380,7 @@ void layOutForm(const Form& form, FormWindow& window) {
         return part(widget, builder.column({first, last}), first == rows.begin(), last == rows.end());
     };
     if (from != rows.begin()) around->addWidget(partOf(new QWidget, rows.begin(), from));
-    if (from != to) around->addWidget(new ScrolledContents(partOf(new Body, from, to)), 1);
+    if (from != to) around->addWidget(new ScrolledContents(partOf(new GivingWay, from, to)), 1);
     if (to != rows.end()) around->addWidget(partOf(new QWidget, to, rows.end()));
     builder.alignLabels();
     if (Label* const status = form.statusLine()) around->addWidget(&window.viewOf(*status).widget());

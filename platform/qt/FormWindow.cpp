@@ -5,6 +5,7 @@
 #include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <algorithm>
 #include <utility>
 
@@ -42,11 +43,13 @@ void FormWindow::measureAnew() {
     }
 }
 
-/// What is too wide for the screen becomes taller, as its rows wrap.
+/// What is too wide for the screen becomes taller, as its rows wrap; what is too high takes the room of a scroll bar.
 QSize FormWindow::fittingSize() const {
     const QSize room = roomOnScreen();
     QSize size = sizeHint();
-    if (size.width() > room.width()) size = {room.width(), layout()->totalHeightForWidth(room.width())};
+    if (size.height() > room.height()) size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    if (size.width() > room.width() && layout()->hasHeightForWidth())
+        size = {room.width(), layout()->totalHeightForWidth(room.width())};
     return size.boundedTo(room);
 }
 

@@ -38,11 +38,6 @@ public:
     }
 };
 
-QColor textOn(const QColor& back) {
-    const QColor dark(24, 24, 24), bright(245, 245, 245);
-    return contrast(back, dark) > contrast(back, bright) ? dark : bright;
-}
-
 }  // namespace
 
 int pixels(Twips twips) { return twips / 15; }
@@ -55,7 +50,7 @@ QPalette fieldPalette(Color back, bool locked, bool enabled) {
         const QColor shown(static_cast<int>(back & 0xFF), static_cast<int>(back >> 8 & 0xFF),
                            static_cast<int>(back >> 16 & 0xFF));
         palette.setColor(QPalette::Base, shown);
-        palette.setColor(QPalette::Text, textOn(shown));
+        palette.setColor(QPalette::Text, readable(theme.color(QPalette::Text), shown));
     } else if (locked) {
         palette.setColor(QPalette::Base, mixed(theme.color(QPalette::Base), theme.color(QPalette::Window), 0.7));
     }

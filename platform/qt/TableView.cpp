@@ -19,6 +19,19 @@ namespace FendaMaestros::qt {
 
 namespace {
 
+/// Of columns that do not fit side by side the widest gives way, as far as it stays a wide one.
+void squeezeWidest(QTableView& table) {
+    constexpr int stillWide = 320;
+    const QHeaderView& header = *table.horizontalHeader();
+    const int excess = header.length() - table.viewport()->width();
+    if (excess <= 0) return;
+    int widest = 0;
+    for (int section = 1; section < header.count(); ++section)
+        if (header.sectionSize(section) > header.sectionSize(widest)) widest = section;
+    const int width = header.sectionSize(widest);
+    if (width > stillWide) table.setColumnWidth(widest, std::max(stillWide, width - excess));
+}
+
 /// A table as wide as its columns and a screenful of rows tall, when there is room.
 class RowsWidget final : public QTableView {
 public:
@@ -36,6 +49,10 @@ public:
     }
 
 protected:
+    void showEvent(QShowEvent* event) override {
+        QTableView::showEvent(event);
+        squeezeWidest(*this);
+    }
     /// Dragging over the rows selects nothing.
     void mouseMoveEvent(QMouseEvent* event) override {
         if (event->buttons() == Qt::NoButton) QTableView::mouseMoveEvent(event);
@@ -123,21 +140,8 @@ void TableView::pullColumns() {
         rows_.setColumnWidth(section, std::max(pixels(column.Width) + extraWidth(section), header));
         ++section;
     }
-    squeezeWidest();
+    if (rows_.isVisible()) squeezeWidest(rows_);
     rows_.updateGeometry();
-}
-
-/// Of columns that do not fit side by side the widest gives way, as far as it stays a wide one.
-void TableView::squeezeWidest() {
-    constexpr int stillWide = 320;
-    const QHeaderView& header = *rows_.horizontalHeader();
-    const int excess = header.length() - rows_.viewport()->width();
-    if (!rows_.isVisible() || excess <= 0) return;
-    int widest = 0;
-    for (int section = 1; section < header.count(); ++section)
-        if (header.sectionSize(section) > header.sectionSize(widest)) widest = section;
-    const int width = header.sectionSize(widest);
-    if (width > stillWide) rows_.setColumnWidth(widest, std::max(stillWide, width - excess));
 }
 
 /// Once: whoever scrolls on may stay there.

@@ -29,7 +29,6 @@ protected:
 private:
     void pullCaption();
     void pullColumns();
-    void squeezeWidest();
     void pullCurrentRow(bool rowsChanged);
     void pullMarkedRow();
     int firstShownColumn() const;

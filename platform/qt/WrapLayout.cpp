@@ -47,7 +47,7 @@ QSize WrapLayout::sizeHint() const {
         const QWidget* const widget = each.item->widget();
         if (each.item->isEmpty() && !widget) continue;
         const QSize wanted = widget ? widget->sizeHint().expandedTo(widget->minimumSize()) : each.item->sizeHint();
-        size = {size.width() + (size.width() ? spacing() : 0) + wanted.width(),
+        size = {size.width() + (size.width() ? spacing() : 0) + std::max(common_, wanted.width()),
                 std::max(size.height(), wanted.height())};
     }
     return size.grownBy(contentsMargins());
@@ -63,17 +63,27 @@ QSize WrapLayout::minimumSize() const {
 QRect WrapLayout::inside(const QRect& place) const { return place.marginsRemoved(contentsMargins()); }
 
 int WrapLayout::heightForWidth(int width) const {
+    return heightOf(lines(inside({0, 0, width, 0}).width())) + contentsMargins().top() + contentsMargins().bottom();
+}
+
+int WrapLayout::heightOf(const std::vector<Line>& lines) const {
     int height = 0;
-    for (const Line& line : lines(inside({0, 0, width, 0}).width())) height += (height ? spacing() : 0) + line.height;
-    return height + contentsMargins().top() + contentsMargins().bottom();
+    for (const Line& line : lines) height += (height ? spacing() : 0) + line.height;
+    return height;
 }
 
 std::vector<WrapLayout::Line> WrapLayout::lines(int width) const {
+    std::vector<Line> alike = broken(width, common_);
+    std::vector<Line> narrow = broken(width, 0);
+    return narrow.size() < alike.size() ? narrow : alike;
+}
+
+std::vector<WrapLayout::Line> WrapLayout::broken(int width, int common) const {
     std::vector<Line> lines;
     int used = 0;
     for (const Item& each : items_) {
         if (each.item->isEmpty()) continue;
-        const int wanted = std::min(each.least(), width);
+        const int wanted = std::min(std::max(common, each.least()), width);
         const bool fits = !lines.empty() && used + spacing() + wanted <= width;
         if (!fits) lines.emplace_back();
         used = fits ? used + spacing() + wanted : wanted;
@@ -101,8 +111,9 @@ void WrapLayout::spread(Line& line, int width) const {
 void WrapLayout::setGeometry(const QRect& place) {
     QLayout::setGeometry(place);
     const QRect room = inside(place);
-    int top = room.top();
-    for (const Line& line : lines(room.width())) {
+    const std::vector<Line> lines = this->lines(room.width());
+    int top = room.top() + std::max(0, room.height() - heightOf(lines)) / 2;
+    for (const Line& line : lines) {
         int left = side_ == Side::Left ? room.left() : room.right() + 1 - line.width;
         for (std::size_t at = 0; at < line.items.size(); ++at) {
             line.items[at]->item->setGeometry({left, top, line.widths[at], line.height});

@@ -16,6 +16,8 @@ public:
 
     /// A wide item does with its least width where there is no more; the others keep the one that they ask for.
     void add(QLayoutItem* item, bool wide);
+    /// Of all items that need no more, as long as they do not break into more lines for it.
+    void setCommonWidth(int width) { common_ = width; }
     void addItem(QLayoutItem* item) override { add(item, false); }
 
     int count() const override { return static_cast<int>(items_.size()); }
@@ -45,10 +47,13 @@ private:
     };
 
     std::vector<Line> lines(int width) const;
+    std::vector<Line> broken(int width, int common) const;
+    int heightOf(const std::vector<Line>& lines) const;
     void spread(Line& line, int width) const;
     QRect inside(const QRect& place) const;
 
     Side side_;
+    int common_ = 0;
     std::vector<Item> items_;
 };
 
