@@ -12,14 +12,13 @@ namespace FendaMaestros {
 namespace {
 
 /// Of a fiscal year, since what has been decided line by line in the others stays. One statement in the order of the
-/// lines: one for each account would go through the whole journal for each. A repeated code counts once, with what any
-/// of its accounts has.
+/// lines: one for each account would go through the whole journal for each. Of a repeated code, what any of its
+/// accounts has.
 constexpr const char* assignment =
-    "UPDATE Apu SET Apu_IdCen = CASE WHEN Cen <> 0 THEN Cen ELSE Apu_IdCen END, "
-    "Apu_IdDpto = CASE WHEN Dpto <> 0 THEN Dpto ELSE Apu_IdDpto END "
-    "FROM (SELECT PCta_Cta AS Cta, MAX(PCta_IdCen) AS Cen, MAX(PCta_IdDpto) AS Dpto FROM PCta "
-    "WHERE PCta_Subcuenta = 1 AND (PCta_IdCen <> 0 OR PCta_IdDpto <> 0) GROUP BY PCta_Cta) AS Asignada "
-    "WHERE Cta = Apu_Cta AND Apu_Eje = 2009";
+    "UPDATE Apu SET (Apu_IdCen, Apu_IdDpto) = (SELECT "
+    "isnull(MAX(CASE WHEN PCta_IdCen <> 0 THEN PCta_IdCen END), Apu_IdCen), "
+    "isnull(MAX(CASE WHEN PCta_IdDpto <> 0 THEN PCta_IdDpto END), Apu_IdDpto) "
+    "FROM PCta WHERE PCta_Cta = Apu_Cta AND PCta_Subcuenta = 1) WHERE Apu_Eje = 2009";
 
 }  // namespace
 

@@ -159,6 +159,9 @@ SqliteConexion::SqliteConexion(Database company, const std::filesystem::path& sh
         // The folder is synchronised too when a journal goes: what has been kept survives a power cut right behind it.
         database_.execute(std::string("PRAGMA ") + schema + ".synchronous = EXTRA");
     }
+    // The filter in front of such an index takes texts of different lengths for different ones (SQLite 3.38 to 3.40),
+    // which in our order they need not be: rows would be missed.
+    database_.execute("PRAGMA automatic_index = OFF");
     sqlite3_set_authorizer(database_.handle(), authorize, this);
 }
 

@@ -70,7 +70,7 @@ TEST_P(ConnectionContract, AWriteTakesValuesOfTheRowsOfAnotherTable) {
         connection->run({"UPDATE Apu SET Apu_IdCen = CASE WHEN Cen <> 0 THEN Cen ELSE Apu_IdCen END, Apu_IdDpto = "
                          "CASE WHEN Dpto <> 0 THEN Dpto ELSE Apu_IdDpto END FROM (SELECT PCta_Cta AS Cta, "
                          "MAX(PCta_IdCen) AS Cen, MAX(PCta_IdDpto) AS Dpto FROM PCta GROUP BY PCta_Cta) AS "
-                         "Asignada WHERE Cta = Apu_Cta AND Apu_Eje = 2009",
+                         "Asignada WHERE Cta = isnull(Apu_Cta,'') AND Apu_Eje = 2009",
                          {}}),
         1);
     const auto lines = read("SELECT Apu_IdCen, Apu_IdDpto FROM Apu ORDER BY Apu_Id");
