@@ -33,6 +33,7 @@ Tile::Tile(const QString& text, const QKeySequence& key, QWidget* parent)
     : QAbstractButton(parent), keyText_(shortened(key)) {
     setText(text);
     setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(text);

@@ -137,7 +137,8 @@ private:
                 continue;
             }
             auto* const box = new QHBoxLayout;
-            place(*box, node, 1);
+            // Fields beside something higher keep their distances.
+            place(*box, node.kind == Kind::Fields ? arrange::column({node}) : node, 1);
             lines->add(box, growsWide(node));
         }
         return lines;
@@ -316,13 +317,16 @@ public:
         setWidgetResizable(true);
         setWidget(contents);
     }
-    QSize sizeHint() const override { return widget()->sizeHint(); }
+    /// With room for the bar, so that no row wraps, and asks for more height, when it comes.
+    QSize sizeHint() const override { return besidesBar(widget()->sizeHint()); }
     QSize minimumSizeHint() const override {
         constexpr int low = 72;
-        const QSize least = widget()->minimumSizeHint();
-        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-        return {least.width() + bar, std::min(least.height(), low)};
+        const QSize least = besidesBar(widget()->minimumSizeHint());
+        return {least.width(), std::min(least.height(), low)};
     }
+
+private:
+    QSize besidesBar(QSize size) const { return size + QSize(style()->pixelMetric(QStyle::PM_ScrollBarExtent), 0); }
 };
 
 bool scrolls(const Arrangement& row) { return !Contents(row).areInSight(); }

@@ -5,7 +5,6 @@
 #include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
-#include <QStyle>
 #include <algorithm>
 #include <utility>
 
@@ -43,11 +42,10 @@ void FormWindow::measureAnew() {
     }
 }
 
-/// What is too wide for the screen becomes taller, as its rows wrap; what is too high takes the room of a scroll bar.
+/// What is too wide for the screen becomes taller, as its rows wrap.
 QSize FormWindow::fittingSize() const {
     const QSize room = roomOnScreen();
     QSize size = sizeHint();
-    if (size.height() > room.height()) size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     if (size.width() > room.width() && layout()->hasHeightForWidth())
         size = {room.width(), layout()->totalHeightForWidth(room.width())};
     return size.boundedTo(room);

@@ -21,7 +21,7 @@ namespace {
 
 /// Of columns that do not fit side by side the widest gives way, as far as it stays a wide one.
 void squeezeWidest(QTableView& table) {
-    constexpr int stillWide = 320;
+    constexpr int stillWide = 220;
     const QHeaderView& header = *table.horizontalHeader();
     const int excess = header.length() - table.viewport()->width();
     if (excess <= 0) return;
@@ -49,8 +49,8 @@ public:
     }
 
 protected:
-    void showEvent(QShowEvent* event) override {
-        QTableView::showEvent(event);
+    void resizeEvent(QResizeEvent* event) override {
+        QTableView::resizeEvent(event);
         squeezeWidest(*this);
     }
     /// Dragging over the rows selects nothing.
@@ -130,7 +130,7 @@ void TableView::pullCaption() {
 }
 
 /// A column is as wide as its header needs, whatever less was asked for. Widths that a person has dragged stay until
-/// the columns change.
+/// the columns or the room for them change.
 void TableView::pullColumns() {
     if (!model_.refreshColumns()) return;
     int section = 0;

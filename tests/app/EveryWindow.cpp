@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <fstream>
 #include <set>
 
 #include "app/operations/Operations.h"
@@ -13,6 +15,7 @@
 #include "platform/qt/QtDesktop.h"
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
+#include "tests/session/TemporaryFolder.h"
 #include "tests/support/HeardName.h"
 #include "tests/support/ScriptedPerson.h"
 
@@ -20,8 +23,21 @@ namespace FendaMaestros {
 
 namespace {
 
-/// The windows that the menus open, on a desktop as small as they are made for.
-class EveryWindow : public ::testing::Test {
+/// A display without anybody in front of it, of this size.
+std::shared_ptr<void> openDisplayOf(QSize size) {
+    const tests::TemporaryFolder folder;
+    const std::string path = folder.path() / "pantalla.json";
+    std::ofstream(path) << R"({"screens": [{"name": "Prueba", "x": 0, "y": 0, "width": )" << size.width()
+                        << R"(, "height": )" << size.height() << "}]}";
+    const QByteArray usual = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", QByteArray::fromStdString("offscreen:configfile=" + path));
+    std::shared_ptr<void> display = window::openDisplay();
+    qputenv("QT_QPA_PLATFORM", usual);
+    return display;
+}
+
+/// The windows that the menus open, on a screen of some size.
+class EveryWindow : public ::testing::TestWithParam<QSize> {
 protected:
     EveryWindow() {
         ParametrosEmpresa parameters;
@@ -46,7 +62,7 @@ protected:
         }
     }
 
-    std::shared_ptr<void> display = window::openDisplay();
+    std::shared_ptr<void> display = openDisplayOf(GetParam());
     testing::ScriptedPerson person;
     QtDesktop desktop{&person};
     ComponentRegistry components;
@@ -54,36 +70,44 @@ protected:
     FendaMaes maes{desktop, components};
 };
 
-/// Buttons, and what scrolls, lie in the window and not over each other; with `all`, no button has been scrolled away.
-void expectInSight(Form& form, qt::FormWindow& window, QSize size, bool all) {
-    window.resize(size);
-    QCoreApplication::processEvents();
-    EXPECT_LE(window.width(), size.width());
-    EXPECT_LE(window.height(), size.height());
-    const QScrollArea* const body = window.findChild<QScrollArea*>();
-    EXPECT_TRUE(!body || body->widget()->width() <= body->viewport()->width());
-    std::vector<QRect> taken;
-    if (body && !all) taken.push_back(body->geometry());
-    for (Control* control : form.controls()) {
-        const auto* const button = qobject_cast<QAbstractButton*>(&window.viewOf(*control).widget());
-        if (!button || !control->isVisible() || (!all && body && body->isAncestorOf(button))) continue;
-        const QRect place(button->mapTo(&window, QPoint()), button->size());
-        EXPECT_TRUE(window.rect().contains(place)) << control->Name;
-        EXPECT_EQ(button->visibleRegion().boundingRect().size(), button->size()) << control->Name;
-        EXPECT_GE(button->width(), button->minimumSizeHint().width()) << control->Name;
-        for (const QRect& other : taken) EXPECT_FALSE(place.intersects(other)) << control->Name;
-        taken.push_back(place);
-    }
-}
+constexpr QSize large(1600, 1200);
+constexpr QSize small(1024, 600);
+/// The small one at scale 2.
+constexpr QSize tiny(512, 300);
 
-TEST_F(EveryWindow, ShowsAllItsCommandsOnASmallScreen) {
+INSTANTIATE_TEST_SUITE_P(Screens, EveryWindow, ::testing::Values(large, small, tiny),
+                         [](const auto& screen) { return "W" + std::to_string(screen.param.width()); });
+
+/// All buttons lie in the window, beside each other; on a tiny screen only those that have not been scrolled away.
+TEST_P(EveryWindow, ShowsItsCommandsWhateverTheScreen) {
     visit([](Form& form, qt::FormWindow& window) {
-        expectInSight(form, window, {1008, 536}, true);
-        expectInSight(form, window, {496, 400}, false);
+        QCoreApplication::processEvents();
+        EXPECT_LE(window.width(), GetParam().width());
+        EXPECT_LE(window.height(), GetParam().height());
+        const QScrollArea* const body = window.findChild<QScrollArea*>();
+        EXPECT_TRUE(!body || body->widget()->width() <= body->viewport()->width());
+        EXPECT_TRUE(!body || GetParam() != large || !body->verticalScrollBar()->isVisible());
+        std::vector<QRect> taken;
+        int outside = 0;
+        for (Control* control : form.controls()) {
+            const auto* const button = qobject_cast<QAbstractButton*>(&window.viewOf(*control).widget());
+            if (!button || !control->isVisible()) continue;
+            const bool scrolls = body && body->isAncestorOf(button);
+            outside += !scrolls;
+            if (scrolls && GetParam() == tiny) continue;
+            const QRect place(button->mapTo(&window, QPoint()), button->size());
+            EXPECT_TRUE(window.rect().contains(place)) << control->Name;
+            EXPECT_EQ(button->visibleRegion().boundingRect().size(), button->size()) << control->Name;
+            EXPECT_GE(button->width(), button->minimumSizeHint().width()) << control->Name;
+            EXPECT_FALSE(!scrolls && body && place.intersects(body->geometry())) << control->Name;
+            for (const QRect& other : taken) EXPECT_FALSE(place.intersects(other)) << control->Name;
+            taken.push_back(place);
+        }
+        EXPECT_GT(outside, 0);
     });
 }
 
-TEST_F(EveryWindow, CallsEachControlByItsLabel) {
+TEST_P(EveryWindow, CallsEachControlByItsLabel) {
     visit([](Form& form, qt::FormWindow& window) {
         std::set<std::string> captions{form.Caption};
         for (const Control* control : form.controls())
