@@ -33,9 +33,8 @@ Tile::Tile(const QString& text, const QKeySequence& key, QWidget* parent)
     : QAbstractButton(parent), keyText_(shortened(key)) {
     setText(text);
     setFocusPolicy(Qt::StrongFocus);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setAttribute(Qt::WA_Hover);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Maximum);
     setAccessibleName(text);
     setAccessibleDescription(keyText_);
 }

@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <set>
 
 #include "app/window/Display.h"
@@ -145,6 +147,7 @@ TEST_F(MainWindowTest, TilesAreWorkedFromTheKeyboard) {
 }
 
 TEST_F(MainWindowTest, TilesAreEquallyWideInAsManyColumnsAsFit) {
+    window_.openCompany("Nueva");
     window_.show();
     const auto columnsAt = [&](int width) {
         window_.resize(width, 540);
@@ -161,6 +164,7 @@ TEST_F(MainWindowTest, TilesAreEquallyWideInAsManyColumnsAsFit) {
         return columns.size();
     };
     EXPECT_EQ(columnsAt(1008), 3u);
+    EXPECT_FALSE(window_.findChild<QScrollArea*>()->verticalScrollBar()->isVisible());
     EXPECT_EQ(columnsAt(620), 2u);
     EXPECT_EQ(columnsAt(400), 1u);
 }
