@@ -372,8 +372,8 @@ void layOutForm(const Form& form, FormWindow& window) {
     auto to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(from), scrolls).base();
     if (isLow && from != to) {
         from = rows.begin();
-        to = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(to), holdsCommands).base();
-        if (holdsCommands(*std::prev(to))) --to;
+        const auto below = std::ranges::find_if(rows.rbegin(), std::make_reverse_iterator(to), holdsCommands).base();
+        if (below != to) to = std::prev(below);
     }
 
     Builder builder(window);
