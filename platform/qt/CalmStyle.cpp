@@ -268,11 +268,11 @@ void CalmStyle::polish(QPalette& palette) {
     struct Pair {
         QPalette::ColorRole text, back;
     };
-    constexpr Pair pairs[] = {{QPalette::WindowText, QPalette::Window},
-                              {QPalette::Text, QPalette::Base},
-                              {QPalette::ButtonText, QPalette::Button},
-                              {QPalette::HighlightedText, QPalette::Highlight},
-                              {QPalette::ToolTipText, QPalette::ToolTipBase}};
+    constexpr Pair pairs[] = {
+        {QPalette::WindowText, QPalette::Window},         {QPalette::Text, QPalette::Base},
+        {QPalette::Text, QPalette::AlternateBase},        {QPalette::Text, QPalette::Window},
+        {QPalette::ButtonText, QPalette::Button},         {QPalette::ButtonText, QPalette::Window},
+        {QPalette::HighlightedText, QPalette::Highlight}, {QPalette::ToolTipText, QPalette::ToolTipBase}};
     for (const auto& [text, back] : pairs) {
         for (const auto group : {QPalette::Active, QPalette::Inactive})
             palette.setColor(group, text, readable(palette.color(group, text), palette.color(group, back)));

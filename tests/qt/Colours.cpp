@@ -74,8 +74,9 @@ TEST_P(Colours, stand_out_from_what_they_are_on) {
         }
     };
     expectPair(QPalette::WindowText, QPalette::Window);
-    expectPair(QPalette::Text, QPalette::Base);
-    expectPair(QPalette::ButtonText, QPalette::Button);
+    for (const auto back : {QPalette::Base, QPalette::AlternateBase, QPalette::Window})
+        expectPair(QPalette::Text, back);
+    for (const auto back : {QPalette::Button, QPalette::Window}) expectPair(QPalette::ButtonText, back);
     expectPair(QPalette::HighlightedText, QPalette::Highlight);
     for (const QColor& line : {qt::lineColor(shown), qt::focusColor(shown)})
         for (const auto back : {QPalette::Window, QPalette::Base}) EXPECT_GE(ratio(line, shown.color(back)), forLines);
