@@ -24,27 +24,16 @@ std::shared_ptr<Companies> sqliteCompanies(std::chrono::milliseconds wait) {
 
 #ifdef FENDA_WITH_POSTGRES
 
-/// One server for all cases, each with a database of its own.
-struct PostgresDatabases : PreparedServer {
-    PostgresDatabases() {
-        postgres::Server(create("vacia")).receive("Vacía", [](ConexionBd&) {});
-        server.execute("vacia", {"DO $$ DECLARE filled regclass; BEGIN FOR filled IN SELECT oid FROM pg_class WHERE "
-                                 "relkind = 'r' AND relnamespace = 'kxcomun'::regnamespace LOOP EXECUTE "
-                                 "format('TRUNCATE %s RESTART IDENTITY', filled); END LOOP; END $$"});
-    }
-};
-
-PostgresDatabases& postgresDatabases() {
-    static PostgresDatabases databases;
-    return databases;
+/// One server for all cases.
+EmptyCompanies& onServer() {
+    static EmptyCompanies made;
+    return made;
 }
 
-std::shared_ptr<ConexionBd> postgresConnection() {
-    return postgres::Server(postgresDatabases().fresh("vacia")).open("Vacía")->Conexion();
-}
+std::shared_ptr<ConexionBd> postgresConnection() { return onServer().open(); }
 
 std::shared_ptr<Companies> postgresCompanies(std::chrono::milliseconds wait) {
-    return std::make_shared<postgres::Server>(postgresDatabases().fresh(), wait);
+    return std::make_shared<postgres::Server>(onServer().fresh(), wait);
 }
 
 TEST(PostgresServer, IsInstalledForTheContracts) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/postgres/Server.h"
+#include "session/SesionBd.h"
 #include "tests/support/PostgresServer.h"
 
 namespace FendaMaestros::tests {
@@ -27,6 +29,21 @@ public:
 private:
     static constexpr const char* prepared = "preparada";
     int count_ = 0;
+};
+
+/// A prepared server with companies that have all their tables, empty, each in a database of its own.
+class EmptyCompanies : public PreparedServer {
+public:
+    EmptyCompanies() {
+        postgres::Server(create(empty)).receive(company, [](ConexionBd&) {});
+        server.execute(empty, {"DO $$ DECLARE filled regclass; BEGIN FOR filled IN SELECT oid FROM pg_class WHERE "
+                               "relkind = 'r' AND relnamespace = 'kxcomun'::regnamespace LOOP EXECUTE "
+                               "format('TRUNCATE %s RESTART IDENTITY', filled); END LOOP; END $$"});
+    }
+    std::shared_ptr<ConexionBd> open() { return postgres::Server(fresh(empty)).open(company)->Conexion(); }
+
+private:
+    static constexpr const char *empty = "vacia", *company = "Vacía";
 };
 
 }  // namespace FendaMaestros::tests
