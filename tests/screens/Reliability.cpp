@@ -3,6 +3,9 @@
 #include <fstream>
 
 #include "tests/support/Team.h"
+#ifdef FENDA_WITH_POSTGRES
+#include "tests/support/CutConnections.h"
+#endif
 
 namespace FendaMaestros::testing {
 namespace {
@@ -173,6 +176,16 @@ TEST_P(Reliability, AKilledClerkDeletesAndChangesEverythingOrNothing) {
 }
 
 #ifdef FENDA_WITH_POSTGRES
+TEST(ReliabilityOnPostgres, AConnectionCutAtAnyByteLosesNoSaveInSilenceAndStoresNoneTwice) {
+    if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const auto report = CutClerk(200).work(seed);
+    EXPECT_EQ(report.faults, std::vector<std::string>());
+    EXPECT_EQ(report.cuts, 200);
+    EXPECT_GT(report.triedAgain, 20);
+}
+
 TEST(ServerOfClerks, IsInstalled) {
     if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
 }

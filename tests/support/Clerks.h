@@ -67,14 +67,20 @@ public:
 
     ConexionBd& connection() { return *session_->Conexion(); }
     int number(const std::string& sql) { return static_cast<int>(connection().Execute(sql)->cell(0, 0).integer()); }
-    /// The last message of the last save; empty when there was none.
+    /// The last message of the save under way; empty when there was none.
     std::string lastMessage() const { return person_.messages.empty() ? "" : person_.messages.back().text; }
+    /// Whether the save under way, if something has failed, has been told to be done all the same.
+    bool isToldSaved() const { return lastMessage() == accountSaved || lastMessage() == identitySaved; }
+    /// Called with the message when a save was turned away and the screen is still open; then it is tried again there.
+    std::function<void(const std::string& message)> whenRefused;
+    /// Called just before the button is pressed for the first time.
+    std::function<void()> whenSaving = [] {};
     /// From the press of the button to the end of the last save of an account.
     std::chrono::duration<double, std::milli> lastWait() const { return waited_; }
 
     /// A new identity, all of whose texts follow from its document.
     void saveIdentity(const std::string& document) {
-        person_.visits.push_back([&](Form& form) {
+        begin([&](Form& form) {
             person_.hands.choose(form, ScriptedPerson::control<ComboBox>(form, identity::type), 3);
             person_.fill(form, identity::document, document);
             person_.fill(form, identity::name, "Nombre " + document);
@@ -83,23 +89,23 @@ public:
             person_.fill(form, identity::street, "Calle " + document);
             person_.fill(form, identity::town, "Villa " + document);
             person_.fill(form, identity::email, document);
-            person_.press(form, identity::save);
+            save(form, identity::save);
             person_.escape(form);
         });
         maes_.jNif();
-        expectLast("Grabación del nif realizada con éxito");
+        expectLast(identitySaved);
     }
 
     /// A new account with the next free code of a group, linked to an identity. Gives the code; throws what the clerk
     /// was told when it was not saved.
     std::string saveCustomer(const std::string& name, const std::string& document, const std::string& group = "430") {
+        nameAndSave([&](const std::string&) { return name; });
         const auto found =
             connection().Execute("SELECT Nif_Id FROM KXComun.dbo.Nif WHERE Nif_Doc = '" + document + "'");
-        nameAndSave([&](const std::string&) { return name; });
         std::string code = group;
         const std::string saved =
             maes_.CrearNuevaCuenta(code, static_cast<std::int32_t>(found->cell(0, 0).integer()), true);
-        expectLast("Grabación finalizada");
+        expectLast(accountSaved);
         return saved;
     }
 
@@ -109,10 +115,10 @@ public:
     }
     /// As rename(), with a name that follows from the one on the screen.
     void rename(const std::string& code, const std::function<std::string(const std::string& shown)>& name) {
-        const auto found = connection().Execute("SELECT PCta_Id FROM PCta WHERE PCta_Cta = '" + code + "'");
         nameAndSave(name);
+        const auto found = connection().Execute("SELECT PCta_Id FROM PCta WHERE PCta_Cta = '" + code + "'");
         maes_.jPlanCuentas(static_cast<std::int32_t>(found->cell(0, 0).integer()));
-        expectLast("Grabación finalizada");
+        expectLast(accountSaved);
     }
 
     /// Deletes the sub-accounts that are wrong and that nobody uses.
@@ -151,15 +157,31 @@ private:
         }
     };
 
-    void nameAndSave(const std::function<std::string(const std::string& shown)>& name) {
+    static constexpr const char *accountSaved = "Grabación finalizada",
+                                *identitySaved = "Grabación del nif realizada con éxito";
+
+    /// What comes next is for the screen that opens next, whatever a failure has left of the one before.
+    void begin(ScriptedPerson::Visit visit) {
         person_.messages.clear();
-        person_.visits = {[this, name](Form& form) {
+        person_.visits = {std::move(visit)};
+    }
+
+    void nameAndSave(const std::function<std::string(const std::string& shown)>& name) {
+        begin([this, name](Form& form) {
             person_.fill(form, account::name, name(ScriptedPerson::text(form, account::name)));
             const auto start = std::chrono::steady_clock::now();
-            person_.press(form, account::save);
+            save(form, account::save);
             waited_ = std::chrono::steady_clock::now() - start;
             if (form.isOpen()) person_.escape(form);
-        }};
+        });
+    }
+
+    void save(Form& form, const char* button) {
+        whenSaving();
+        person_.press(form, button);
+        if (!whenRefused || isToldSaved()) return;
+        whenRefused(lastMessage());
+        person_.press(form, button);
     }
 
     void expectLast(const std::string& text) {

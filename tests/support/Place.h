@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,39 +69,45 @@ private:
 /// A database of its own on one server for all.
 class ServerPlace final : public Place {
 public:
-    ServerPlace() : connection_(server().fresh(withCompany())) {}
+    using Disk = tests::PostgresServer::Disk;
+
+    explicit ServerPlace(Disk disk = Disk::NotAwaited)
+        : server_(Server::of(disk)), connection_(server_.fresh(Server::withCompany)) {}
 
     std::unique_ptr<Companies> companies(std::optional<std::chrono::milliseconds> wait) const override {
         return std::make_unique<postgres::Server>(connection_, wait.value_or(std::chrono::seconds(1)), folder());
     }
     std::filesystem::path folder() const override { return folder_.path(); }
     void settle() const override {
-        server().server.execute("postgres",
-                                {"DO $$ BEGIN WHILE EXISTS (SELECT FROM pg_stat_activity WHERE backend_type = 'client "
-                                 "backend' AND pid <> pg_backend_pid()) LOOP PERFORM pg_sleep(0.01); PERFORM "
-                                 "pg_stat_clear_snapshot(); END LOOP; END $$"});
+        server_.server.execute("postgres",
+                               {"DO $$ BEGIN WHILE EXISTS (SELECT FROM pg_stat_activity WHERE backend_type = 'client "
+                                "backend' AND pid <> pg_backend_pid()) LOOP PERFORM pg_sleep(0.01); PERFORM "
+                                "pg_stat_clear_snapshot(); END LOOP; END $$"});
     }
     bool crash() override {
-        server().server.stop(SIGKILL);
-        server().server.start();
+        server_.server.stop(SIGKILL);
+        server_.server.start();
         return true;
     }
     /// For libpq.
     const std::string& connection() const { return connection_; }
+    /// Of the server.
+    std::filesystem::path socket() const { return server_.server.socket(); }
 
 private:
-    static tests::PreparedServer& server() {
-        static tests::PreparedServer server;
-        return server;
-    }
-    static std::string withCompany() {
-        static const std::string made = [] {
-            postgres::Server(server().create("oficina")).create({.name = company, .fiscalYear = 2026});
-            return "oficina";
-        }();
-        return made;
-    }
+    struct Server : tests::PreparedServer {
+        static constexpr const char* withCompany = "oficina";
 
+        explicit Server(Disk disk) : PreparedServer(disk) {
+            postgres::Server(create(withCompany)).create({.name = company, .fiscalYear = 2026});
+        }
+        static Server& of(Disk disk) {
+            static std::map<Disk, Server> started;
+            return started.try_emplace(disk, disk).first->second;
+        }
+    };
+
+    Server& server_;
     std::string connection_;
     tests::TemporaryFolder folder_;
 };
@@ -113,11 +120,15 @@ struct PlaceKind {
     std::function<std::unique_ptr<Place>()> make;
 };
 
-inline std::vector<PlaceKind> placeKinds() {
+/// Companies in a folder are always on the disk when they are saved; those on a server if `onDisk`.
+inline std::vector<PlaceKind> placeKinds(bool onDisk = false) {
     std::vector<PlaceKind> kinds{{"Folder", [] { return std::make_unique<FolderPlace>(); }}};
 #ifdef FENDA_WITH_POSTGRES
     if (tests::PostgresServer::installed())
-        kinds.push_back({"Postgres", [] { return std::make_unique<ServerPlace>(); }});
+        kinds.push_back({"Postgres", [onDisk] {
+                             return std::make_unique<ServerPlace>(onDisk ? ServerPlace::Disk::Awaited
+                                                                         : ServerPlace::Disk::NotAwaited);
+                         }});
 #endif
     return kinds;
 }

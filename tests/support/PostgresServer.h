@@ -28,8 +28,11 @@ public:
     /// Whether PostgreSQL is installed here.
     static bool installed() { return !programs().empty(); }
 
+    /// Whether what is saved has reached the disk. Only when the machine dies does it matter.
+    enum class Disk { NotAwaited, Awaited };
+
     /// Throws std::runtime_error when the server does not start.
-    PostgresServer() {
+    explicit PostgresServer(Disk disk = Disk::NotAwaited) : disk_(disk) {
         if (isRoot() && chown(folder_.path().c_str(), user()->pw_uid, user()->pw_gid) != 0)
             throw std::runtime_error("chown");
         run({"initdb", "-D", data(), "-U", "postgres", "-A", "trust", "-E", "UTF8", "--locale=C", "-N"});
@@ -43,8 +46,9 @@ public:
         for (int i = 0; i < 600; ++i) {
             // It ends at once while processes of the one before are on their way out.
             if (process_ <= 0 || waitpid(process_, nullptr, WNOHANG) == process_)
-                process_ = spawn({"postgres", "-D", data(), "-k", folder_.path().string(), "-h", "", "-c", "fsync=off",
-                                  "-c", "max_connections=60", "-c", "shared_buffers=32MB"});
+                process_ = spawn({"postgres", "-D", data(), "-k", folder_.path().string(), "-h", "", "-c",
+                                  disk_ == Disk::Awaited ? "fsync=on" : "fsync=off", "-c", "max_connections=60", "-c",
+                                  "shared_buffers=32MB"});
             if (answers()) return;
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         }
@@ -62,6 +66,7 @@ public:
         process_ = 0;
     }
 
+    std::filesystem::path socket() const { return folder_.path() / ".s.PGSQL.5432"; }
     /// A connection string to a database.
     std::string connection(const std::string& database) const {
         return "host=" + folder_.path().string() + " user=postgres dbname=" + database;
@@ -133,6 +138,7 @@ private:
         _exit(127);
     }
 
+    Disk disk_;
     TemporaryFolder folder_;
     pid_t process_ = 0;
 };

@@ -12,7 +12,9 @@ namespace FendaMaestros::tests {
 /// A server with a database "preparada", which is ready for companies, and copies of it for the cases.
 class PreparedServer {
 public:
-    PreparedServer() { postgres::Server(server.create(prepared)).prepare(); }
+    explicit PreparedServer(PostgresServer::Disk disk = PostgresServer::Disk::NotAwaited) : server(disk) {
+        postgres::Server(server.create(prepared)).prepare();
+    }
 
     /// A database of its own, the copy of another one that nobody is connected to; gives its connection string. A copy
     /// has rights of its own, which do not come with it.

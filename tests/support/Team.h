@@ -130,7 +130,7 @@ private:
                 told = error.what();
                 if (told.find("no se sabe") != std::string::npos) end = "unknown";
                 // The person has been told already when something fails behind the save.
-                if (clerk && clerk->lastMessage() == "Grabación finalizada") end = "saved", told.clear();
+                if (clerk && clerk->isToldSaved()) end = "saved", told.clear();
             }
             wanted -= end == "saved";
             tell(end + " " + std::to_string(clerk ? clerk->lastWait().count() : 0) + " " +
