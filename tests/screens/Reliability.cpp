@@ -186,6 +186,21 @@ TEST(ReliabilityOnPostgres, AConnectionCutAtAnyByteLosesNoSaveInSilenceAndStores
     EXPECT_GT(report.triedAgain, 20);
 }
 
+TEST(ReliabilityOnPostgres, OpeningAnAccountAndSavingItTakeFewTripsToTheServer) {
+    if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const Office office(std::make_unique<ServerPlace>(), 1, 50);
+    const ThroughProxy through(dynamic_cast<const ServerPlace&>(*office.place));
+    Clerk clerk(through);
+    through.proxy.letPass();
+    clerk.whenSaving = [&] {
+        EXPECT_LE(through.proxy.traffic().trips, 12) << "opened";
+        through.proxy.letPass();
+    };
+    clerk.rename(Office::bankCode(1), "Nueva");
+    EXPECT_LE(through.proxy.traffic().trips, 12) << "saved";
+    EXPECT_GE(through.proxy.traffic().trips, 2) << "counted";
+}
+
 TEST(ServerOfClerks, IsInstalled) {
     if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
 }
