@@ -58,7 +58,8 @@ TEST_F(ChangeOfIdentifier, AFailureAtAnyStatementLeavesTheRegisterTheInvoicesAnd
         EXPECT_FALSE(form.isOpen());
     });
     EXPECT_EQ(told, "Cambiadas 2 facturas de 2026");
-    EXPECT_EQ(rows("SELECT Nif_Doc, Nif_Nom FROM KXComun.dbo.Nif"), "X1234567L|JUAN|\nA12345674|SOCIEDAD|\n");
+    EXPECT_EQ(rows("SELECT Nif_Doc, Nif_Nom FROM KXComun.dbo.Nif ORDER BY Nif_Id"),
+              "X1234567L|JUAN|\nA12345674|SOCIEDAD|\n");
     EXPECT_EQ(stored("X1234567L"), "JUAN GARCIA LOPEZ|2026-01-01|\nJUAN GARCIA LOPEZ|2026-12-31|\n");
     EXPECT_EQ(stored("12345678Z"), "Antes|2025-12-31|\n") << "other years keep what they had";
 }

@@ -62,7 +62,7 @@ protected:
         person.hands.choose(form, ScriptedPerson::control<ComboBox>(form, "cboMasas(0)"), 2);
     }
 
-    std::shared_ptr<ConexionBd> otherMemory = sqlite::openMemory();
+    std::shared_ptr<ConexionBd> otherMemory = emptyCompany();
     std::shared_ptr<FailingConexion> otherFailing = std::make_shared<FailingConexion>(otherMemory);
     SesionSql other{otherFailing, parameters(2026)};
 };

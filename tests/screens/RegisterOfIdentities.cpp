@@ -174,7 +174,7 @@ TEST_F(RegisterOfIdentities, WithASingleInvoiceNothingIsDeletedAndWithoutAProvin
 }
 
 TEST_F(RegisterOfIdentities, CodesThatNoListHasAreKeptByASaveThatDoesNotTouchThemAndALostSubkeyIsTold) {
-    const char* codes = "SELECT Nif_Sg, Nif_Prov, Nif_Pais FROM KXComun.dbo.Nif";
+    const char* codes = "SELECT Nif_Sg, Nif_Prov, Nif_Pais FROM KXComun.dbo.Nif ORDER BY Nif_Id";
     insert("KXComun.dbo.Nif (Nif_Doc, Nif_ClaveRet, Nif_SubClave)",
            {{"G1", "G", "01"}, {"G2", "G", "02"}, {"G9", "G", "09"}});
     insert("KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Sg, Nif_Prov, Nif_Pais)",

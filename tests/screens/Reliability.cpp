@@ -1,17 +1,28 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <set>
 
-#include "tests/support/Clerks.h"
+#include "tests/support/Team.h"
+#ifdef FENDA_WITH_POSTGRES
+#include "tests/support/CutConnections.h"
+#endif
 
 namespace FendaMaestros::testing {
 namespace {
 
-TEST(Reliability, AKilledClerkLeavesEverySaveWholeOrAbsentAndNothingInTheWay) {
+/// On every kind of place.
+class Reliability : public ::testing::TestWithParam<PlaceKind> {
+protected:
     const unsigned seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    const KillReport killed = KilledClerks(20).work(seed);
+    ::testing::ScopedTrace trace{__FILE__, __LINE__, "seed " + std::to_string(seed)};
+
+    std::unique_ptr<Place> place() const { return GetParam().make(); }
+};
+INSTANTIATE_TEST_SUITE_P(, Reliability, ::testing::ValuesIn(placeKinds()),
+                         [](const auto& chosen) { return chosen.param.name; });
+
+TEST_P(Reliability, AKilledClerkLeavesEverySaveWholeOrAbsentAndNothingInTheWay) {
+    const KillReport killed = KilledClerks(place(), 20).work(seed);
     EXPECT_EQ(killed.faults, std::vector<std::string>());
     EXPECT_GE(killed.saves, 60);
     EXPECT_GE(killed.kills, 3);
@@ -30,57 +41,37 @@ private:
     std::mt19937 random_{static_cast<unsigned>(getpid())};
 };
 
-TEST(Reliability, TwoClerksInOneGroupNeverGiveACodeTwiceAndLoseNoSaveInSilence) {
-    constexpr int attempts = 25;
-    const Office office;
-    office.open()->Conexion()->run(
-        {"INSERT INTO KXComun.dbo.Nif (Nif_TipDoc, Nif_Doc, Nif_Nom) VALUES (3, 'A', 'A')", {}});
-    const auto work = [&](const std::string& who) {
-        return [&office, who](const ChildProcess::Tell& tell) {
-            Clerk clerk(office, std::chrono::seconds(20), [](std::shared_ptr<ConexionBd> connection) {
-                return std::make_shared<Hesitating>(std::move(connection));
-            });
-            for (int attempt = 1; attempt <= attempts; ++attempt) {
-                const std::string name = who + std::to_string(attempt);
-                try {
-                    tell(clerk.saveCustomer(name, "A") + " " + name);
-                } catch (const std::runtime_error& message) {
-                    tell(std::string("refused: ") + message.what());
-                }
-            }
-        };
+TEST_P(Reliability, ClerksInOneGroupNeverGetACodeTwiceAndLoseNoSaveInSilence) {
+    constexpr int saves = 5;
+    const auto hesitate = [](std::shared_ptr<ConexionBd> connection) {
+        return std::make_shared<Hesitating>(std::move(connection));
     };
-    ChildProcess first(work("Ana ")), second(work("Luis "));
-    auto told = first.end(false);
-    for (const auto& line : second.end(false)) told.push_back(line);
-
-    std::multiset<std::string> saved, stored;
-    for (const auto& line : told) {
-        if (line.starts_with("430")) {
-            saved.insert(line);
-            continue;
-        }
-        EXPECT_TRUE(line.starts_with("refused: Error en la grabación de la cuenta")) << line;
-    }
-    std::set<std::string> codes;
-    const auto rows = office.open()->Conexion()->Execute(
-        "SELECT PCta_Cta, PCta_Des FROM PCta WHERE PCta_Subcuenta = 1 ORDER BY PCta_Cta");
-    for (int row = 0; row < rows->rowCount(); ++row) {
-        codes.insert(rows->cell(row, 0).text());
-        stored.insert(rows->cell(row, 0).text() + " " + rows->cell(row, 1).text());
-    }
-    EXPECT_EQ(told.size(), 2U * attempts);
-    EXPECT_EQ(saved, stored);
-    EXPECT_EQ(codes.size(), stored.size()) << "a code was given twice";
-    EXPECT_GT(saved.size(), static_cast<std::size_t>(attempts) / 2);
+    const auto report =
+        Team(place(), {.saves = saves, .wait = std::chrono::seconds(20), .wrap = hesitate}).createAccounts(true);
+    EXPECT_EQ(report.faults, std::vector<std::string>());
+    EXPECT_EQ(report.saved, saves * Team::clerks);
 }
 
-TEST(Reliability, ClerksWhoChangeDifferentRowsWaitForEachOther) {
+TEST_P(Reliability, KilledClerksAndACrashedServerLoseNoSaveOfTheOthersInSilence) {
+    const bool oneGroup = seed % 2 == 0;
+    const auto created =
+        Team(place(), {.saves = 12, .killedClerks = 4, .crashes = 1, .seed = seed}).createAccounts(oneGroup);
+    EXPECT_EQ(created.faults, std::vector<std::string>());
+    EXPECT_GT(created.saved, 12 * Team::clerks / 2);
+}
+
+TEST_P(Reliability, ClerksWhoChangeTheSameAccountsOverwriteNoChangeOfAnother) {
+    const auto changed = Team(place(), {.saves = 6, .killedClerks = 2, .crashes = 1, .seed = seed}).changeAccounts();
+    EXPECT_EQ(changed.faults, std::vector<std::string>());
+    EXPECT_GT(changed.saved, 6 * Team::clerks / 2);
+}
+
+TEST_P(Reliability, ClerksWhoChangeDifferentRowsWaitForEachOther) {
     constexpr int changes = 12;
-    const Office office(2, 50);
+    const Office office(place(), 2, 50);
     const auto work = [&](int account) {
         return [&office, account](const ChildProcess::Tell& tell) {
-            Clerk clerk(office, std::chrono::seconds(5));
+            Clerk clerk(*office.place);
             for (int change = 1; change <= changes; ++change) {
                 clerk.rename(Office::bankCode(account), "Banco " + std::to_string(change));
                 tell("saved");
@@ -98,8 +89,8 @@ class YearEnd {
 public:
     static constexpr int accounts = 300, invoices = 500;
 
-    YearEnd() {
-        const auto session = office.open();
+    explicit YearEnd(std::unique_ptr<Place> place) : office(std::move(place)) {
+        const auto session = office.place->open();
         ConexionBd& connection = *session->Conexion();
         connection.BeginTrans();
         for (int account = 1; account <= accounts; ++account)
@@ -114,7 +105,7 @@ public:
     }
 
     void work(const ChildProcess::Tell& tell) const {
-        Clerk clerk(office, std::chrono::seconds(5));
+        Clerk clerk(*office.place);
         tell("ready");
         clerk.changeDocument("ANTES", "DESPUES");
         tell("changed");
@@ -124,15 +115,15 @@ public:
 
     /// What is wrong with what a clerk has left who told `lines`; empty when every step is whole or absent.
     std::string faults(const std::vector<std::string>& lines) const {
-        Clerk next(office, std::chrono::milliseconds(100));
-        const auto count = [&](const std::string& sql) { return static_cast<int>(next.engine().number(sql)); };
+        office.place->settle();
+        Clerk next(*office.place, std::chrono::milliseconds(100));
+        const auto count = [&](const std::string& sql) { return next.number(sql); };
         const int left = count("SELECT COUNT(*) FROM PCta WHERE PCta_Des = 'Sobra'"),
                   changed = count("SELECT COUNT(*) FROM Fac WHERE Fac_Doc = 'DESPUES' AND Fac_Rsocial = 'Ana'"),
                   unchanged = count("SELECT COUNT(*) FROM Fac WHERE Fac_Doc = 'ANTES' AND Fac_Rsocial = ''");
-        const bool renamed = count("SELECT COUNT(*) FROM KXComun.Nif WHERE Nif_Doc = 'DESPUES'") == 1;
+        const bool renamed = count("SELECT COUNT(*) FROM KXComun.dbo.Nif WHERE Nif_Doc = 'DESPUES'") == 1;
         std::string found;
-        if (count("SELECT COUNT(*) FROM pragma_integrity_check WHERE integrity_check <> 'ok'") != 0)
-            found += "integrity. ";
+        office.place->companies({})->examine(Place::company, [&](const std::string& fault) { found += fault + ". "; });
         if (left != 0 && left != accounts) found += std::to_string(left) + " accounts are left. ";
         if (left == 0 && copied() != accounts) found += std::to_string(copied()) + " accounts are in the copy. ";
         if (changed + unchanged != invoices || (renamed ? unchanged : changed) != 0)
@@ -147,7 +138,7 @@ private:
     /// Rows in the file with what was deleted.
     int copied() const {
         int rows = 0;
-        for (const auto& copy : std::filesystem::directory_iterator(office.path() / "eliminadas")) {
+        for (const auto& copy : std::filesystem::directory_iterator(office.place->folder() / "eliminadas")) {
             std::ifstream file(copy.path());
             for (std::string line; std::getline(file, line);) rows += line.find(";Sobra;") != std::string::npos;
         }
@@ -157,10 +148,10 @@ private:
     Office office;
 };
 
-TEST(Reliability, AKilledClerkDeletesAndChangesEverythingOrNothing) {
+TEST_P(Reliability, AKilledClerkDeletesAndChangesEverythingOrNothing) {
     std::chrono::duration<double> whole{};
     {
-        const YearEnd year;
+        const YearEnd year(place());
         std::vector<std::string> told;
         const auto start = std::chrono::steady_clock::now();
         year.work([&](const std::string& line) { told.push_back(line); });
@@ -168,13 +159,11 @@ TEST(Reliability, AKilledClerkDeletesAndChangesEverythingOrNothing) {
         ASSERT_EQ(year.faults(told), "");
     }
 
-    const unsigned seed = std::random_device()();
-    SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     std::uniform_real_distribution<double> moment(0, whole.count() / 2);
     int cut = 0;
     for (int kill = 0; kill < 8; ++kill) {
-        const YearEnd year;
+        const YearEnd year(place());
         ChildProcess clerk([&](const ChildProcess::Tell& tell) { year.work(tell); });
         // Every second one falls into the deletion.
         for (int line = 0; line <= kill % 2; ++line) clerk.awaitLine();
@@ -185,6 +174,37 @@ TEST(Reliability, AKilledClerkDeletesAndChangesEverythingOrNothing) {
     }
     EXPECT_GT(cut, 0) << "nobody was killed at work";
 }
+
+#ifdef FENDA_WITH_POSTGRES
+TEST(ReliabilityOnPostgres, AConnectionCutAtAnyByteLosesNoSaveInSilenceAndStoresNoneTwice) {
+    if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const auto report = CutClerk(200).work(seed);
+    EXPECT_EQ(report.faults, std::vector<std::string>());
+    EXPECT_EQ(report.cuts, 200);
+    EXPECT_GT(report.triedAgain, 20);
+}
+
+TEST(ReliabilityOnPostgres, OpeningAnAccountAndSavingItTakeFewTripsToTheServer) {
+    if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const Office office(std::make_unique<ServerPlace>(), 1, 50);
+    const ThroughProxy through(dynamic_cast<const ServerPlace&>(*office.place));
+    Clerk clerk(through);
+    through.proxy.letPass();
+    clerk.whenSaving = [&] {
+        EXPECT_LE(through.proxy.traffic().trips, 12) << "opened";
+        through.proxy.letPass();
+    };
+    clerk.rename(Office::bankCode(1), "Nueva");
+    EXPECT_LE(through.proxy.traffic().trips, 12) << "saved";
+    EXPECT_GE(through.proxy.traffic().trips, 2) << "counted";
+}
+
+TEST(ServerOfClerks, IsInstalled) {
+    if (!tests::PostgresServer::installed()) GTEST_SKIP() << "PostgreSQL is not installed";
+}
+#endif
 
 }  // namespace
 }  // namespace FendaMaestros::testing

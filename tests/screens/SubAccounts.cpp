@@ -76,7 +76,7 @@ protected:
     }
 
     std::int32_t customer = 0, bank = 0;
-    std::shared_ptr<ConexionBd> otherMemory = sqlite::openMemory();
+    std::shared_ptr<ConexionBd> otherMemory = emptyCompany();
     std::shared_ptr<FailingConexion> otherFailing = std::make_shared<FailingConexion>(otherMemory);
     SesionSql other{otherFailing, parameters(2026)};
 };
@@ -94,7 +94,8 @@ TEST_F(SubAccounts, AFailureAtAnyStatementOfASaveLeavesEverythingAsItWasAndTheSc
         }
     }
     EXPECT_EQ(codes(), "43000001|\n57200000|\n57200001|\n57200002|\n");
-    EXPECT_EQ(rows("SELECT Apu_CtaDes FROM Apu"), "Nueva|\nCon texto|\n") << "only where there was none";
+    EXPECT_EQ(rows("SELECT Apu_CtaDes FROM Apu ORDER BY Apu_Eje"), "Nueva|\nCon texto|\n")
+        << "only where there was none";
 }
 
 TEST_F(SubAccounts, AFailureOfTheSecondSessionNeverInsertsTwice) {

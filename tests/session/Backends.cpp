@@ -3,8 +3,7 @@
 #include "platform/sqlite/DataFolder.h"
 #include "platform/sqlite/Session.h"
 #ifdef FENDA_WITH_POSTGRES
-#include "platform/postgres/Server.h"
-#include "tests/support/PostgresServer.h"
+#include "tests/support/PreparedServer.h"
 #endif
 
 namespace FendaMaestros::tests {
@@ -25,41 +24,16 @@ std::shared_ptr<Companies> sqliteCompanies(std::chrono::milliseconds wait) {
 
 #ifdef FENDA_WITH_POSTGRES
 
-/// One server for all cases, each with a database of its own.
-class PostgresDatabases {
-public:
-    PostgresDatabases() {
-        postgres::Server(server_.create("preparada")).prepare();
-        postgres::Server(create("vacia", "preparada")).receive("Vacía", [](ConexionBd&) {});
-        server_.execute("vacia", {"DO $$ DECLARE filled regclass; BEGIN FOR filled IN SELECT oid FROM pg_class WHERE "
-                                  "relkind = 'r' AND relnamespace = 'kxcomun'::regnamespace LOOP EXECUTE "
-                                  "format('TRUNCATE %s RESTART IDENTITY', filled); END LOOP; END $$"});
-    }
-    std::string fresh(const std::string& like) { return create("caso" + std::to_string(++count_), like); }
-
-private:
-    /// A copy has the rights of its own, which do not come with it.
-    std::string create(const std::string& database, const std::string& like) {
-        const auto connection = server_.create(database, like);
-        server_.execute(database, {"GRANT CREATE ON DATABASE " + database + " TO fenda_gestor"});
-        return connection;
-    }
-
-    PostgresServer server_;
-    int count_ = 0;
-};
-
-PostgresDatabases& postgresDatabases() {
-    static PostgresDatabases databases;
-    return databases;
+/// One server for all cases.
+EmptyCompanies& onServer() {
+    static EmptyCompanies made;
+    return made;
 }
 
-std::shared_ptr<ConexionBd> postgresConnection() {
-    return postgres::Server(postgresDatabases().fresh("vacia")).open("Vacía")->Conexion();
-}
+std::shared_ptr<ConexionBd> postgresConnection() { return onServer().open(); }
 
 std::shared_ptr<Companies> postgresCompanies(std::chrono::milliseconds wait) {
-    return std::make_shared<postgres::Server>(postgresDatabases().fresh("preparada"), wait);
+    return std::make_shared<postgres::Server>(onServer().fresh(), wait);
 }
 
 TEST(PostgresServer, IsInstalledForTheContracts) {

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "component/FendaMaes.h"
-#include "platform/sqlite/Session.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
 #include "tests/support/Company.h"
 #include "tests/support/DesktopTest.h"
+#include "tests/support/EmptyCompany.h"
 #include "tests/support/RivalConexion.h"
 
 namespace FendaMaestros::testing {
 
-/// A person at the screens of an empty company in memory, any of whose statements can be made to fail.
+/// A person at the screens of an empty company, any of whose statements can be made to fail.
 class CompanyTest : public DesktopTest {
 protected:
     explicit CompanyTest(int fiscalYear = 2026) : session(failing, parameters(fiscalYear)) {
@@ -47,7 +47,7 @@ protected:
         EXPECT_EQ(person.messages.back().text, message);
     }
 
-    std::shared_ptr<ConexionBd> memory = sqlite::openMemory();
+    std::shared_ptr<ConexionBd> memory = emptyCompany();
     std::shared_ptr<RivalConexion> failing = std::make_shared<RivalConexion>(memory);
     SesionSql session;
     FendaMaes maes{desktop, components};

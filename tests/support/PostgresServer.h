@@ -11,6 +11,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -27,8 +28,11 @@ public:
     /// Whether PostgreSQL is installed here.
     static bool installed() { return !programs().empty(); }
 
+    /// Whether what is saved has reached the disk. Only when the machine dies does it matter.
+    enum class Disk { NotAwaited, Awaited };
+
     /// Throws std::runtime_error when the server does not start.
-    PostgresServer() {
+    explicit PostgresServer(Disk disk = Disk::NotAwaited) : disk_(disk) {
         if (isRoot() && chown(folder_.path().c_str(), user()->pw_uid, user()->pw_gid) != 0)
             throw std::runtime_error("chown");
         run({"initdb", "-D", data(), "-U", "postgres", "-A", "trust", "-E", "UTF8", "--locale=C", "-N"});
@@ -39,18 +43,30 @@ public:
     ~PostgresServer() { stop(SIGINT); }
 
     void start() {
-        process_ = spawn({"postgres", "-D", data(), "-k", folder_.path().string(), "-h", "", "-c", "fsync=off", "-c",
-                          "max_connections=60", "-c", "shared_buffers=32MB"});
-        for (int i = 0; i < 600 && !answers(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        for (int i = 0; i < 600; ++i) {
+            // It ends at once while processes of the one before are on their way out.
+            if (process_ <= 0 || waitpid(process_, nullptr, WNOHANG) == process_)
+                process_ = spawn({"postgres", "-D", data(), "-k", folder_.path().string(), "-h", "", "-c",
+                                  disk_ == Disk::Awaited ? "fsync=on" : "fsync=off", "-c", "max_connections=60", "-c",
+                                  "shared_buffers=32MB"});
+            if (answers()) return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        throw std::runtime_error("postgres: " + said());
     }
     /// SIGINT: connections are ended and all is written; SIGKILL: as when the machine dies.
     void stop(int signal) {
         if (process_ <= 0) return;
+        if (signal == SIGKILL) {
+            kill(process_, SIGSTOP);
+            for (const pid_t part : parts()) kill(part, SIGKILL);
+        }
         kill(process_, signal);
         waitpid(process_, nullptr, 0);
         process_ = 0;
     }
 
+    std::filesystem::path socket() const { return folder_.path() / ".s.PGSQL.5432"; }
     /// A connection string to a database.
     std::string connection(const std::string& database) const {
         return "host=" + folder_.path().string() + " user=postgres dbname=" + database;
@@ -79,6 +95,13 @@ private:
         for (const auto& version : std::filesystem::directory_iterator("/usr/lib/postgresql", none))
             if (exists(version.path() / "bin/initdb") && version.path() > newest) newest = version.path();
         return newest.empty() ? newest : newest / "bin";
+    }
+
+    /// The processes of the server besides the one that started them.
+    std::vector<pid_t> parts() const {
+        const auto process = std::to_string(process_);
+        std::ifstream children("/proc/" + process + "/task/" + process + "/children");
+        return {std::istream_iterator<pid_t>(children), {}};
     }
 
     bool answers() const { return status({"pg_isready", "-q", "-h", folder_.path().string()}) == 0; }
@@ -115,6 +138,7 @@ private:
         _exit(127);
     }
 
+    Disk disk_;
     TemporaryFolder folder_;
     pid_t process_ = 0;
 };
