@@ -101,7 +101,7 @@ public:
 private:
     static constexpr int accounts = 20;
     /// Of a clerk, for each save wanted.
-    static constexpr int mostAttempts = 20;
+    static constexpr int mostAttempts = 100;
 
     enum class End { Unknown, Saved, Refused };
     struct Attempt {
