@@ -5,6 +5,7 @@
 // trip.
 
 #include <libpq-fe.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <functional>
@@ -376,6 +377,10 @@ int main() {
     });
     std::printf("copiada en %.0f ms: %d cuentas, %d apuntes\n", copying.spent().elapsed, accounts,
                 accounts * linesOfAnAccount);
+
+    // What is still on its way to the disk would be measured with the saves.
+    prepared.server.execute("postgres", {"CHECKPOINT"});
+    ::sync();
 
     const Work balances = listing(tickBalances);
     const struct {
