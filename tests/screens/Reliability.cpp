@@ -28,16 +28,22 @@ TEST_P(Reliability, AKilledClerkLeavesEverySaveWholeOrAbsentAndNothingInTheWay) 
     EXPECT_GE(killed.kills, 3);
 }
 
-/// Gives the other clerk time between the look for the code and the transaction.
+/// Gives the other clerks time between the look for the code and the transaction, and in front of its end.
 class Hesitating final : public FailingConexion {
 public:
     using FailingConexion::FailingConexion;
     void BeginTrans() override {
-        std::this_thread::sleep_for(std::chrono::milliseconds(random_() % 10));
+        hesitate();
         FailingConexion::BeginTrans();
+    }
+    void CommitTrans() override {
+        hesitate();
+        FailingConexion::CommitTrans();
     }
 
 private:
+    void hesitate() { std::this_thread::sleep_for(std::chrono::milliseconds(random_() % 10)); }
+
     std::mt19937 random_{static_cast<unsigned>(getpid())};
 };
 
