@@ -39,6 +39,7 @@ struct Request {
     std::string company;
     TypedCompany newCompany;
     std::vector<std::string> identifiers;
+    bool explained = false;
     GuionOptions script;
     TypedListado listing;
     VerificarOptions check;
@@ -217,6 +218,8 @@ void describe(CLI::App& program, Request& request) {
         addCommand(program, "nif", "Comprueba identificadores fiscales (NIF, NIE, CIF, intracomunitarios)");
     check->add_option("ID", request.identifiers, "Identificadores; sin ninguno, uno por línea de la entrada")
         ->type_name("");
+    check->add_flag("--explicar", request.explained, "Dice qué es cada uno, qué le falta y qué norma lo manda");
+    check->add_flag("--json", request.json, "Lo mismo, un objeto JSON por línea");
     check->footer("Sale con 0 si todos son válidos y con 1 si alguno no lo es.");
 
     CLI::App* script = addCommand(program, "guion", "Ejecuta la sesión de trabajo escrita en un fichero");
@@ -285,6 +288,11 @@ int runBackup(const CLI::App& program, const Request& request) {
     return program.got_subcommand("copia") ? runCopia(place, request.backup) : runRestaurar(request.backup, place);
 }
 
+NifOutput nifOutput(const Request& request) {
+    if (request.json) return NifOutput::Json;
+    return request.explained ? NifOutput::Explanation : NifOutput::Verdict;
+}
+
 int run(const CLI::App& program, Request& request) {
     if (isQuery(program)) return runQuery(program, request);
     if (program.got_subcommand("crear")) return runCrear(placeOfCompanies(request.place), request.newCompany);
@@ -300,7 +308,7 @@ int run(const CLI::App& program, Request& request) {
         return runServidorPreparar(request.place, request.sqlShown);
     }
     if (program.got_subcommand("copia") || program.got_subcommand("restaurar")) return runBackup(program, request);
-    if (program.got_subcommand("nif")) return runNif(request.identifiers);
+    if (program.got_subcommand("nif")) return runNif(request.identifiers, nifOutput(request));
     if (program.got_subcommand("guion")) {
         if (request.script.script.empty()) throw std::invalid_argument("Falta el fichero del guion.");
         request.script.place = chosenPlace(request.place);

@@ -1,5 +1,6 @@
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
+#include "taxid/Explicacion.h"
 #include "taxid/frmNif.h"
 #include "toolkit/Raised.h"
 #include "toolkit/Text.h"
@@ -109,6 +110,9 @@ void frmPlanCtas::dejarNif() {
     if (nIdNif >= 0) return;
 
     nIdNif = 0;
+    // The record says the same of what is created; here it is in time for a No.
+    const IdentifierExplanation explained = explainIdentifier(Text1(Documento).Text);
+    if (adviceKind(explained) == StatusKind::Warning) tellBehind(advice(explained), StatusKind::Warning);
     markPendingMessage('3');
     const bool wanted = ask("Nif no encontrado, desea crearlo",
                             message::YesNo + message::Question + message::SecondIsDefault, {}) == Answer::Yes;

@@ -83,19 +83,26 @@ bool isSeparator(char32_t c) {
     return !digit && !letter;
 }
 
-bool isOrganisation(std::string_view text) {
-    if (text.size() != 9 || !organisations.contains(text.front())) return false;
+/// What the control makes up to a multiple of ten; nothing when one of the seven is no digit.
+std::optional<std::size_t> organisationSum(std::string_view digits) {
     /// Twice a digit, its own two digits added up.
     constexpr std::array<std::size_t, 10> doubled{0, 2, 4, 6, 8, 1, 3, 5, 7, 9};
     std::size_t sum = 0;
-    for (std::size_t i = 1; i <= 7; ++i) {
-        if (!isDigit(text[i])) return false;
-        const auto digit = static_cast<std::size_t>(text[i] - '0');
-        sum += i % 2 == 1 ? doubled[digit] : digit;
+    for (std::size_t i = 0; i < 7; ++i) {
+        if (!isDigit(digits[i])) return std::nullopt;
+        const auto digit = static_cast<std::size_t>(digits[i] - '0');
+        sum += i % 2 == 0 ? doubled[digit] : digit;
     }
+    return sum;
+}
+
+bool isOrganisation(std::string_view text) {
+    if (text.size() != 9 || !organisations.contains(text.front())) return false;
+    const auto sum = organisationSum(text.substr(1, 7));
+    if (!sum) return false;
     const std::string_view controls =
         organisationsWithControlLetter.contains(text.front()) ? controlLetters : controlDigits;
-    return controls[sum % 10] == text.back();
+    return controls[*sum % 10] == text.back();
 }
 
 /// Countries whose numbers have one length, the two letters included; those of others are taken as they come.
@@ -160,5 +167,18 @@ bool verificarCif(std::string& sValor) {
     if (spanish) sValor.erase(0, 2);
     return isOrganisation(sValor);
 }
+
+char nifLetter(std::string_view digits, char foreign) {
+    const auto remainder = remainder23(digits, static_cast<std::uint64_t>(foreign - 'X'));
+    return remainder ? nifLetters[*remainder] : '\0';
+}
+
+std::optional<OrganisationControl> organisationControl(std::string_view digits) {
+    const auto sum = digits.size() == 7 ? organisationSum(digits) : std::nullopt;
+    if (!sum) return std::nullopt;
+    return OrganisationControl{controlDigits[*sum % 10], controlLetters[*sum % 10]};
+}
+
+bool hasControlLetter(char initial) { return organisationsWithControlLetter.contains(initial); }
 
 }  // namespace FendaMaestros

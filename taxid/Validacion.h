@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,5 +23,19 @@ void normalizarIdentificador(std::string& sValor);
 /// Whether an identifier of any kind is well formed. Normalises it first, whatever the verdict, and takes the "ES" off
 /// an organisation. An identifier with nothing left is not valid. Never allocates.
 bool verificarCif(std::string& sValor);
+
+/// The check letter of a number, '\0' when one of its characters is no digit. Behind `foreign`, the X, Y or Z of a NIE,
+/// that letter counts as a digit in front.
+char nifLetter(std::string_view digits, char foreign = 'X');
+
+/// The control of an organisation's number, as a digit and as a letter: which of the two it is depends on its initial.
+struct OrganisationControl {
+    char digit;
+    char letter;
+};
+/// Nothing when the number is not of seven digits.
+std::optional<OrganisationControl> organisationControl(std::string_view digits);
+/// Whether the control of organisations with this initial is a letter.
+bool hasControlLetter(char initial);
 
 }  // namespace FendaMaestros

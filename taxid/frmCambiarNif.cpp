@@ -4,6 +4,7 @@
 
 #include "session/ErrorBd.h"
 #include "session/Literal.h"
+#include "taxid/Explicacion.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Format.h"
@@ -36,7 +37,7 @@ frmCambiarNif::frmCambiarNif(std::int64_t nIdNif) : nIdNif_(nIdNif) {
     for (const auto& [index, field] : txtFields.elements()) editField(*field);
     for (const int document : {Actual, Nuevo})
         editField(txtFields(document), [this, document] { dejarDocumento(document); });
-    txtFields(Nuevo).Change = [this] { aconsejar(); };
+    txtFields(Nuevo).Change = [this] { aconsejar(false); };
 
     for (const char* type : {"C.I.F.", "N.I.F.", "N.I.E.", "Otros"}) cboDocType.AddItem(type);
     cboDocType.Click = [this] { elegirTipo(); };
@@ -109,6 +110,10 @@ void frmCambiarNif::dejarDocumento(int field) {
     std::string& document = txtFields(field).Text;
     document = text::upper(text::trimEnd(document));
     if (field == Actual && cboDocType.ListIndex() == documento::Nif && !document.empty()) document = conLetra(document);
+    if (field == Nuevo && document != sAconsejado_) {
+        aconsejar(true);
+        sAconsejado_ = document;
+    }
     cmdSalvar.Enabled = !msBuscarCif(document);
     if (!cmdSalvar.Enabled) setFocus(txtFields(field));
 }
@@ -123,12 +128,13 @@ bool frmCambiarNif::msBuscarCif(const std::string& document) {
                            message::Critical, sTituloVentana);
 }
 
-void frmCambiarNif::aconsejar() {
+void frmCambiarNif::aconsejar(bool left) {
     const std::string typed = text::trim(txtFields(Nuevo).Text);
-    std::string normal = typed;
-    const bool valid = verificarCif(normal);
-    if (typed.empty() || (valid && normal == typed)) return tell({});
-    tell(valid ? "Su forma normal es " + normal : normal + " no es un identificador fiscal válido");
+    if (typed.empty()) return tell({});
+    const IdentifierExplanation explained = explainIdentifier(typed);
+    if (explained.valid && explained.normalForm != typed) return tell("Su forma normal es " + explained.normalForm);
+    const bool unfinished = !left && explained.fault == IdentifierFault::Form;
+    tell(advice(explained), unfinished ? StatusKind::Plain : adviceKind(explained));
 }
 
 // --- save

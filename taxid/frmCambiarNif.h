@@ -31,7 +31,8 @@ private:
     void dejarDocumento(int field);
     /// Whether another entry has a document already and the person does not want it.
     bool msBuscarCif(const std::string& document);
-    void aconsejar();
+    /// What there is to say of the new document; `left`: it is no longer being typed.
+    void aconsejar(bool left);
     void anunciarFacturas();
     /// What a save does, as its question names it.
     std::string cambio() const;
@@ -47,6 +48,8 @@ private:
     std::shared_ptr<Recordset> rsLeida_;
     std::int16_t nEjercicio_ = 0;
     std::string sExpresionNombre_;
+    /// The new document of which was said what there is to say.
+    std::string sAconsejado_;
     std::string resumen_;
     bool bGuardado_ = false;
 

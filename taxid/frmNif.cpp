@@ -7,6 +7,7 @@
 #include "taxid/BuscaPoblacion.h"
 #include "taxid/BuscarNif.h"
 #include "taxid/ClavesRetencion.h"
+#include "taxid/Explicacion.h"
 #include "taxid/ExpresionNombre.h"
 #include "taxid/Validacion.h"
 #include "taxid/frmCambiarNif.h"
@@ -248,10 +249,12 @@ bool frmNif::salirDocumento() {
     replacing([&] { msBuscarCif(typed); });
     if (nIdActual_ > 0) {
         sDocumentoTratado_ = typed;
+        aconsejar();
         return false;
     }
     document.Text = typed;
     cboDocType.setListIndex(type);
+    aconsejar();
     if (!bAbiertaConDocumento_ &&
         !confirmInPlace("Cif/Nif no encontrado, confirma que desea crearlo", message::Question, sTituloVentana)) {
         setFocus(document);
@@ -266,6 +269,36 @@ void frmNif::completarDocumento() {
     if (cboDocType.ListIndex() == documento::Otros) return;
     if (text::isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
     if (cboDocType.ListIndex() == documento::Nif) document = conLetra(document);
+}
+
+void frmNif::decirOtraFicha() {
+    const DocumentoTecleado typed(txtFields(Documento).Text, cboDocType.ListIndex() != documento::Otros);
+    if (typed.documento.empty()) return;
+    if (std::pair wanted(typed.documento, nIdActual_); wanted != otraBuscada_) {
+        try {
+            otraFicha_ = buscarOtraFicha(typed, sExpresionNombre_, nIdActual_);
+        } catch (const ErrorBd&) {
+            // What is wrong with the database is said when the document is looked up.
+            return;
+        }
+        otraBuscada_ = std::move(wanted);
+    }
+    if (otraFicha_.documento.empty()) return;
+    tell(otraFicha_.texto(typed.documento),
+         otraFicha_.igual(typed.documento) ? StatusKind::Plain : StatusKind::Warning);
+}
+
+/// Of an entry that is stored only a slip is said: it may have a document of another kind.
+void frmNif::aconsejar() {
+    const bool stored = nIdActual_ > 0;
+    const std::string& document = txtFields(Documento).Text;
+    if (!stored && !otraFicha_.documento.empty() && document == otraBuscada_.first)
+        tellBehind(otraFicha_.texto(document), StatusKind::Warning);
+    if (cboDocType.ListIndex() == documento::Otros) return;
+    const IdentifierExplanation explained = explainIdentifier(document);
+    const StatusKind kind = adviceKind(explained);
+    const bool wrong = stored ? explained.fault == IdentifierFault::ControlWrong : kind == StatusKind::Warning;
+    if (wrong || (!stored && lblEstado.Caption.empty())) tellBehind(advice(explained), kind);
 }
 
 void frmNif::salirCodigoPostal() {

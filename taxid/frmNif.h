@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "taxid/NifRecord.h"
+#include "taxid/OtraFicha.h"
 #include "ui/NavigationButtons.h"
 #include "ui/Screen.h"
 
@@ -92,6 +93,10 @@ private:
     void componerNombreComercial(int index);
     bool salirDocumento();
     void completarDocumento();
+    /// Says which entry has the identifier that has been typed, however it is spelled there.
+    void decirOtraFicha();
+    /// Says what is to be said of a document that is looked at for the first time.
+    void aconsejar();
     void salirCodigoPostal();
     void elegirTipoDocumento();
     void elegirPais();
@@ -132,6 +137,9 @@ private:
     std::string sExpresionNombre_;
     /// The document last loaded or accepted as new.
     std::string sDocumentoTratado_;
+    /// The document last looked for while it was typed, the entry on the screen then, and what was found.
+    std::pair<std::string, std::int64_t> otraBuscada_;
+    OtraFicha otraFicha_;
     std::string sNifInicial_;
     std::string sNombreInicial_;
     bool bAbiertaConDocumento_;

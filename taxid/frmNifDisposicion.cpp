@@ -43,6 +43,7 @@ void frmNif::prepararCampos() {
     document.KeyPress = [this, &document](int& ascii) {
         if (cboDocType.ListIndex() == documento::Nif) Ayuda.FiltrarTecla(document, ascii, false, 0);
     };
+    document.Change = [this] { decirOtraFicha(); };
     TextBox& postalCode = txtFields(CodigoPostal);
     postalCode.KeyPress = [this, &postalCode](int& ascii) { Ayuda.FiltrarTecla(postalCode, ascii, false, 0); };
 }

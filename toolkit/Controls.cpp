@@ -36,6 +36,16 @@ void ListView::accept(ControlVisitor& visitor) { visitor.visit(*this); }
 void PageView::accept(ControlVisitor& visitor) { visitor.visit(*this); }
 void ProgressBar::accept(ControlVisitor& visitor) { visitor.visit(*this); }
 
+void StatusLabel::say(std::string text, StatusKind kind) {
+    Caption = std::move(text);
+    Kind = kind;
+}
+
+std::string StatusLabel::shown() const {
+    if (Caption.empty() || Kind == StatusKind::Plain) return Caption;
+    return (Kind == StatusKind::Good ? "✓ " : "! ") + Caption;
+}
+
 bool TextBox::takes(char32_t character) {
     if (Locked) return false;
     int ascii = static_cast<int>(character);

@@ -89,6 +89,19 @@ public:
     void accept(ControlVisitor& visitor) override;
 };
 
+/// How a text of the status line is meant.
+enum class StatusKind { Plain, Good, Warning };
+
+/// The line of a form that tells what needs no answer.
+class StatusLabel : public Label {
+public:
+    StatusKind Kind = StatusKind::Plain;
+
+    void say(std::string text, StatusKind kind = StatusKind::Plain);
+    /// The text as a person reads it: what is good or a warning has a sign in front.
+    std::string shown() const;
+};
+
 class Frame : public Captioned {
 public:
     bool takesFocus() const override { return false; }

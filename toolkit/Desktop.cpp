@@ -40,8 +40,8 @@ void Desktop::leaveWords(const Form& closing, std::string text) {
     Form* const below = at == forms_.begin() || at == forms_.end() ? nullptr : *std::prev(at);
     if (!below)
         lastWords_ = std::move(text);
-    else if (Label* const line = below->statusLine())
-        line->Caption = std::move(text);
+    else if (StatusLabel* const line = below->statusLine())
+        line->say(std::move(text));
 }
 
 Reply Desktop::ask(const Message& message) {

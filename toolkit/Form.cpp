@@ -64,7 +64,7 @@ void Form::add(OptionButton& option, std::string name, Frame* container) {
     for (OptionButton* member : group) member->Group = group;
 }
 
-void Form::setStatusLine(Label& line, std::string name) {
+void Form::setStatusLine(StatusLabel& line, std::string name) {
     line.Name = std::move(name);
     statusLine_ = &line;
 }
@@ -163,7 +163,7 @@ void Form::change(Control& control, Action&& action) {
 }
 
 void Form::clearOutcome() {
-    if (statusLine_) statusLine_->Caption.clear();
+    if (statusLine_) statusLine_->say({});
     for (Control* control : controls_) control->unmark();
 }
 

@@ -66,7 +66,7 @@ public:
     }
     /// One line at the bottom of the window, below everything and not among the controls; always there, though mostly
     /// empty. Null when the form has none.
-    Label* statusLine() const { return statusLine_; }
+    StatusLabel* statusLine() const { return statusLine_; }
     const Arrangement& arrangement() const { return arrangement_; }
     /// The control with the focus; null before the form is shown or when nothing can take it.
     Control* activeControl() const { return active_; }
@@ -125,7 +125,7 @@ protected:
     }
     void layOut(Arrangement arrangement) { arrangement_ = std::move(arrangement); }
     /// The label must live as long as the form is shown.
-    void setStatusLine(Label& line, std::string name);
+    void setStatusLine(StatusLabel& line, std::string name);
 
 private:
     friend class Desktop;
@@ -163,7 +163,7 @@ private:
     Desktop& desktop_;
     std::vector<Control*> controls_;
     std::vector<OptionButton*> options_;
-    Label* statusLine_ = nullptr;
+    StatusLabel* statusLine_ = nullptr;
     Arrangement arrangement_;
     Control* active_ = nullptr;
     Control* requested_ = nullptr;

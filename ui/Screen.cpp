@@ -71,7 +71,11 @@ bool Screen::confirmInPlace(const std::string& text, int icon, const std::string
 }
 
 void Screen::tellInFront(const std::string& text) {
-    tell(text + (lblEstado.Caption.empty() ? "" : " · " + lblEstado.Caption));
+    tell(text + (lblEstado.Caption.empty() ? "" : " · " + lblEstado.Caption), lblEstado.Kind);
+}
+
+void Screen::tellBehind(const std::string& text, StatusKind kind) {
+    tell((lblEstado.Caption.empty() ? "" : lblEstado.Caption + " · ") + text, kind);
 }
 
 void Screen::replacing(const std::function<void()>& step) {
@@ -96,12 +100,13 @@ void Screen::unmarkUnlessAwaited() {
     if (!awaitsRelease()) Tag.clear();
 }
 
-Screen::SavingSign::SavingSign(Screen& screen) : screen_(screen), told_(screen.lblEstado.Caption), busy_(screen) {
+Screen::SavingSign::SavingSign(Screen& screen)
+    : screen_(screen), told_(screen.lblEstado.Caption), kind_(screen.lblEstado.Kind), busy_(screen) {
     screen_.tell("Guardando. Si otro programa tiene ocupados los datos, se espera hasta cinco segundos.");
     screen_.desktop().processPending();
 }
 
-Screen::SavingSign::~SavingSign() { screen_.tell(std::move(told_)); }
+Screen::SavingSign::~SavingSign() { screen_.tell(std::move(told_), kind_); }
 
 BusyPointer::BusyPointer(Desktop& desktop) : desktop_(desktop), found_(desktop.pointer()) {
     desktop_.setPointer(busyPointer);

@@ -73,10 +73,11 @@ protected:
     void editField(TextBox& field, std::function<void()> left = {}, std::function<void()> entered = {});
 
     /// Shows a text on the status line, until something is changed; "" empties it.
-    void tell(std::string text) { lblEstado.Caption = std::move(text); }
+    void tell(std::string text, StatusKind kind = StatusKind::Plain) { lblEstado.say(std::move(text), kind); }
 
-    /// Puts a text in front of what the status line says.
+    /// Puts a text in front of what the status line says, or behind it, where it decides how the whole is meant.
     void tellInFront(const std::string& text);
+    void tellBehind(const std::string& text, StatusKind kind);
 
     /// What the person has typed and not saved, as the status text names it: "43000012 Muebles Peñalba". "" when there
     /// is nothing, as on a screen that stores nothing. Must not throw.
@@ -108,7 +109,7 @@ protected:
         return withPatience(desktop(), std::forward<Save>(save));
     }
 
-    Label lblEstado;
+    StatusLabel lblEstado;
 
 private:
     /// Lives as long as a save; then the status line says what it said before.
@@ -122,6 +123,7 @@ private:
     private:
         Screen& screen_;
         std::string told_;
+        StatusKind kind_;
         BusyGuard busy_;
     };
 };

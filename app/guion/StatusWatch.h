@@ -23,7 +23,7 @@ public:
     /// "" for a screen that is closed or has no status line.
     static std::string textOf(const Form* form) {
         const bool shows = form && form->isOpen() && form->statusLine();
-        return shows ? form->statusLine()->Caption : std::string();
+        return shows ? form->statusLine()->shown() : std::string();
     }
 
 private:

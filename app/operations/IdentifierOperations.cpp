@@ -2,6 +2,7 @@
 #include "app/operations/Operations.h"
 #include "app/window/frmClaves.h"
 #include "app/window/frmIdentificador.h"
+#include "taxid/Explicacion.h"
 #include "toolkit/Keys.h"
 
 namespace FendaMaestros {
@@ -44,6 +45,18 @@ Outcome callFindTown(FendaMaes& component, const Arguments& arguments) {
     return {component.FnBuscaPoblacion(arguments.text(0), arguments.text(1)), {}};
 }
 
+/// What is known beyond the verdict, each in a line of its own.
+std::string inDetail(const IdentifierExplanation& explained) {
+    std::string lines;
+    if (!explained.name.empty()) appendFullName(lines += "\n", explained);
+    if (explained.valid != explained.validToday)
+        lines +=
+            explained.validToday ? "\nSegún las normas de hoy es válido" : "\nSegún las normas de hoy no es válido";
+    if (explained.expected != '\0') lines += std::string("\nControl esperado: ") + explained.expected;
+    if (!explained.rule.empty()) appendRules(lines += "\nNorma: ", explained);
+    return lines;
+}
+
 void openLetter(FendaMaes& component) {
     frmIdentificador(
         "Letra de un NIF", "Número", "&Calcular",
@@ -60,8 +73,11 @@ void openVerify(FendaMaes& component) {
     frmIdentificador(
         "Comprobar un identificador fiscal", "Identificador", "&Comprobar",
         [&component](std::string identifier) {
+            const IdentifierExplanation explained = explainIdentifier(identifier);
             const bool valid = component.FnVerificarCif(identifier, true);
-            return identifier + (valid ? " es válido" : " no es válido");
+            return frmIdentificador::Finding(
+                identifier + (valid ? " es válido" : " no es válido") + inDetail(explained), advice(explained),
+                adviceKind(explained));
         },
         "Se aceptan minúsculas, puntos y guiones.")
         .show();

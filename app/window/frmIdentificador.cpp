@@ -25,7 +25,9 @@ frmIdentificador::frmIdentificador(std::string caption, std::string fieldCaption
 }
 
 void frmIdentificador::comprobar() {
-    lblResultado.Caption = rule_(text::trim(Text1.Text));
+    Finding found = rule_(text::trim(Text1.Text));
+    lblResultado.Caption = std::move(found.text);
+    tell(std::move(found.advice), found.kind);
     setFocus(Text1);
     Text1.AllSelected = true;
 }

@@ -11,7 +11,15 @@ namespace FendaMaestros {
 /// around it, as often as the person likes. `hint` stands there before.
 class frmIdentificador final : public DirectWindow {
 public:
-    using Rule = std::function<std::string(const std::string& typed)>;
+    struct Finding {
+        /// Most rules find a text and nothing else.
+        Finding(std::string found, std::string said = {}, StatusKind meant = StatusKind::Plain)
+            : text(std::move(found)), advice(std::move(said)), kind(meant) {}
+        std::string text;
+        std::string advice;  ///< for the status line
+        StatusKind kind;
+    };
+    using Rule = std::function<Finding(const std::string& typed)>;
 
     frmIdentificador(std::string caption, std::string fieldCaption, std::string commandCaption, Rule rule,
                      std::string hint = {});

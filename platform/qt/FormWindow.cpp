@@ -26,7 +26,8 @@ FormWindow::FormWindow(Form& form, QWidget* parent) : QDialog(parent), form_(for
     setAttribute(Qt::WA_QuitOnClose, false);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    if (Label* const status = form.statusLine()) views_[status] = std::make_unique<StatusLineView>(*status, *this);
+    if (StatusLabel* const status = form.statusLine())
+        views_[status] = std::make_unique<StatusLineView>(*status, *this);
     layOutForm(form, *this);
     pull();
     measureAnew();

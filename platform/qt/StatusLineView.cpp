@@ -1,5 +1,6 @@
 #include "platform/qt/StatusLineView.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPainter>
 
@@ -7,6 +8,22 @@
 #include "platform/qt/FormWindow.h"
 
 namespace FendaMaestros::qt {
+
+namespace {
+
+/// Colours that stand out from a light window and from a dark one at 4.5 to 1 at least.
+QPalette paletteOf(StatusKind kind) {
+    constexpr int bright = 128;
+    const bool light = qGray(QApplication::palette().color(QPalette::Window).rgb()) >= bright;
+    QPalette palette;
+    if (kind == StatusKind::Good)
+        palette.setColor(QPalette::WindowText, light ? QColor(20, 105, 55) : QColor(135, 220, 160));
+    if (kind == StatusKind::Warning)
+        palette.setColor(QPalette::WindowText, light ? QColor(145, 75, 0) : QColor(250, 195, 95));
+    return palette;
+}
+
+}  // namespace
 
 /// A label that ends in dots where its text does not fit, under a thin line.
 class StatusLine final : public QLabel {
@@ -48,13 +65,16 @@ private:
     QString told_;
 };
 
-StatusLineView::StatusLineView(Label& label, FormWindow& window) : label_(label), line_(*new StatusLine(&window)) {}
+StatusLineView::StatusLineView(StatusLabel& label, FormWindow& window)
+    : label_(label), line_(*new StatusLine(&window)) {}
 
 QWidget& StatusLineView::widget() { return line_; }
 
 void StatusLineView::pull() {
-    const QString text = QString::fromStdString(label_.Caption);
-    if (line_.told() != text) line_.tell(text);
+    const QString text = QString::fromStdString(label_.shown());
+    if (line_.told() == text) return;
+    line_.setPalette(paletteOf(label_.Kind));
+    line_.tell(text);
 }
 
 }  // namespace FendaMaestros::qt

@@ -10,13 +10,13 @@ class StatusLine;
 /// height while it is empty, so that nothing moves when a text comes.
 class StatusLineView final : public ControlView {
 public:
-    StatusLineView(Label& label, FormWindow& window);
+    StatusLineView(StatusLabel& label, FormWindow& window);
 
     QWidget& widget() override;
     void pull() override;
 
 private:
-    Label& label_;
+    StatusLabel& label_;
     StatusLine& line_;
 };
 

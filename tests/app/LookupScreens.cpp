@@ -73,6 +73,22 @@ TEST_F(LookupScreens, KeysFollowTheFiscalYearAndSubKeysTheKey) {
     findOperation("jCargaClavesRetencion")->open(maes);
 }
 
+TEST_F(LookupScreens, AnIdentifierIsExplained) {
+    person.visits.push_back([&](Form& form) {
+        person.fill(form, "Text1", "b-33778813");
+        person.enter(form);
+        EXPECT_EQ(result(form),
+                  "B33778813 no es válido\nCIF de una sociedad de responsabilidad limitada\nControl esperado: 2\n"
+                  "Norma: Real Decreto 1065/2007, artículo 22; Orden EHA/451/2008");
+        EXPECT_EQ(form.statusLine()->shown(), "! B33778813: el dígito de control debería ser 2");
+        person.fill(form, "Text1", "XI123456789");
+        person.enter(form);
+        EXPECT_NE(result(form).find("\nSegún las normas de hoy es válido\n"), std::string::npos) << result(form);
+        person.escape(form);
+    });
+    findOperation("FnVerificarCif")->open(maes);
+}
+
 TEST_F(LookupScreens, AnAccountOutsideThePlanIsAskedForOverItsScreen) {
     person.answers = {Answer::Yes};
     person.visits.push_back([&](Form& form) {

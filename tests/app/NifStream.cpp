@@ -17,7 +17,7 @@ struct Checked {
 };
 
 /// Feeds a text in pieces of a given size, as a pipe or a terminal would.
-Checked check(std::string_view input, std::size_t piece) {
+Checked check(std::string_view input, std::size_t piece, NifOutput output = NifOutput::Verdict) {
     Checked checked;
     const ByteSource read = [&](char* buffer, std::size_t size) {
         const std::size_t count = std::min({piece, size, input.size()});
@@ -25,7 +25,8 @@ Checked check(std::string_view input, std::size_t piece) {
         input.remove_prefix(count);
         return count;
     };
-    checked.allValid = checkIdentifiers(read, [&](std::string_view bytes) { checked.written += bytes; });
+    checked.allValid = checkIdentifiers(
+        read, [&](std::string_view bytes) { checked.written += bytes; }, output);
     return checked;
 }
 
@@ -37,6 +38,31 @@ TEST(NifStream, EachLineHasItsVerdictHoweverItArrives) {
                   "12345678Z\tválido\nA12345675\tno válido\n\tno válido\n1234567L\tválido\nA12345674\tválido\n");
         EXPECT_FALSE(checked.allValid);
     }
+}
+
+TEST(NifStream, EachLineIsExplainedInColumnsOrAsJson) {
+    const std::string_view input = "b-33778813\nFR12345678901\n[\\1\n";
+    const Checked columns = check(input, 7, NifOutput::Explanation);
+    EXPECT_EQ(columns.written,
+              "B33778813\tno válido\thoy no válido\tCIF de una sociedad de responsabilidad limitada\t"
+              "el dígito de control debería ser 2\tReal Decreto 1065/2007, artículo 22; Orden EHA/451/2008\n"
+              "FR12345678901\tválido\thoy válido\tnúmero intracomunitario de Francia\t\t"
+              "Directiva 2006/112/CE, artículos 214 y 215; formas publicadas en VIES\n"
+              "[\\1\tno válido\thoy no válido\t\tno es un NIF, un NIE ni un número intracomunitario\t\n");
+    EXPECT_FALSE(columns.allValid);
+    const Checked json = check(input, 65'536, NifOutput::Json);
+    EXPECT_EQ(json.written, R"({"identificador":"B33778813","valido":false,"valido_hoy":false,)"
+                            R"("clase":"CIF de una sociedad de responsabilidad limitada","control":"2",)"
+                            R"("motivo":"el dígito de control debería ser 2",)"
+                            R"("norma":"Real Decreto 1065/2007, artículo 22; Orden EHA/451/2008"})"
+                            "\n"
+                            R"({"identificador":"FR12345678901","valido":true,"valido_hoy":true,)"
+                            R"("clase":"número intracomunitario de Francia","control":null,"motivo":null,)"
+                            R"("norma":"Directiva 2006/112/CE, artículos 214 y 215; formas publicadas en VIES"})"
+                            "\n"
+                            R"({"identificador":"[\\1","valido":false,"valido_hoy":false,"clase":null,"control":null,)"
+                            R"("motivo":"no es un NIF, un NIE ni un número intracomunitario","norma":null})"
+                            "\n");
 }
 
 TEST(NifStream, NothingToCheckIsNothingWrong) {

@@ -103,7 +103,7 @@ public:
     DataGrid Lista;
     ListView Movimientos;
     ProgressBar Avance;
-    Label lblEstado;
+    StatusLabel lblEstado;
     CommandButton cmdGuardar{"&Guardar"}, cmdSalir{"&Salir"};
     std::vector<std::string> log;
     /// Before the message a mark is left, so that the Enter that dismisses it does not move the focus.
