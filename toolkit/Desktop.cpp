@@ -80,7 +80,12 @@ void Desktop::showModal(Form& form) {
         form.open_ = true;
         form.active_ = nullptr;
         form.pending_.clear();
-        runModal(form);
+        try {
+            runModal(form);
+        } catch (...) {
+            form.unload();
+            throw;
+        }
         form.unload();
     }
     if (below && below->isOpen()) below->onActivate();

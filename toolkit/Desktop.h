@@ -57,7 +57,7 @@ public:
     virtual ~Desktop() = default;
 
     /// Shows a form that is loaded, over the one that is on top, and returns when it has been closed. What a handler of
-    /// the form throws closes the form and is thrown here.
+    /// the form throws closes the form, which leaves its words as ever, and is thrown here.
     void showModal(Form& form);
     /// The form on top, null when none is shown.
     Form* activeForm() const { return forms_.empty() ? nullptr : forms_.back(); }

@@ -300,6 +300,15 @@ TEST_F(SubAccounts, TheStatusLineTellsWhatIsLeftUnsavedAndWhatASaveWouldStore) {
     });
     maes.jPlanCuentas();
     EXPECT_EQ(desktop.lastWords(), unsaved);
+
+    onNextScreen([&](Form& form) {
+        enter(form, account::code, "43000001");
+        person.fill(form, account::name, "Muebles Peñalba");
+        failing->failAt(1);
+        enter(form, account::linked, "57200000");
+    });
+    EXPECT_THROW(maes.jPlanCuentas(), ErrorBd);
+    EXPECT_EQ(desktop.lastWords(), unsaved) << "a screen that an error closes, too";
 }
 
 TEST_F(SubAccounts, ANewAccountKeepsItsLinksAndGivesItsNameToTheIdentityThatIsCreatedForIt) {
