@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QLineEdit>
 #include <QTimer>
 #include <cmath>
@@ -115,6 +116,9 @@ TEST_P(Colours, whatever_has_the_focus_has_the_same_line_around_it) {
     form.Nombre.Locked = true;
     QTimer::singleShot(50, qApp, [&] {
         qt::FormWindow& window = *qt::FormWindow::of(form);
+        // A busy machine may activate it later: a line is drawn around the focus of the active window alone.
+        QDeadlineTimer patience(5000);
+        while (!window.isActiveWindow() && !patience.hasExpired()) QCoreApplication::processEvents();
         const QColor line = qt::focusColor(QApplication::palette());
         for (Control* control :
              std::vector<Control*>{&form.Codigo, &form.Nombre, &form.Tipo, &form.Lista, &form.cmdGuardar}) {
