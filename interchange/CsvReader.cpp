@@ -66,6 +66,7 @@ struct Bytes {
     bool windows = true;
     Utf8Check utf8;
     std::int64_t lineOfFirstNonUtf8 = 0;
+    std::int64_t lines = 1;
 };
 
 constexpr bool isBinary(unsigned char byte) {
@@ -75,7 +76,7 @@ constexpr bool isBinary(unsigned char byte) {
 Bytes lookThrough(std::ifstream& file) {
     Bytes bytes;
     std::array<char, 65'536> buffer;
-    std::int64_t line = 1;
+    std::int64_t& line = bytes.lines;
     while (file.read(buffer.data(), buffer.size()), file.gcount() > 0) {
         const std::string_view block(buffer.data(), static_cast<std::size_t>(file.gcount()));
         if (bytes.beginning.empty()) bytes.beginning = block.substr(0, 8);
@@ -139,7 +140,7 @@ char guessSeparator(const std::string& path, Encoding encoding) {
     std::optional<std::runtime_error> failure;
     for (const char candidate : separators) {
         try {
-            const int even = evenRows(path, {encoding, candidate});
+            const int even = evenRows(path, {encoding, candidate, 0});
             if (even > best) separator = candidate;
             best = std::max(best, even);
         } catch (const TooManyColumns&) {
@@ -172,7 +173,7 @@ CsvForm surveyCsv(const std::string& path, std::optional<Encoding> encoding, std
                                 std::to_string(largest::file / 1'048'576) + " MB.");
     const Bytes bytes = lookThrough(file);
     requireText(path, bytes);
-    CsvForm form{encodingOf(path, bytes, encoding), separator.value_or(';')};
+    CsvForm form{encodingOf(path, bytes, encoding), separator.value_or(';'), bytes.lines};
     if (!separator) form.separator = guessSeparator(path, form.encoding);
     return form;
 }

@@ -15,6 +15,7 @@ enum class Encoding : std::uint8_t { Utf8, Windows1252 };
 struct CsvForm {
     Encoding encoding = Encoding::Utf8;
     char separator = ';';
+    std::int64_t lines = 0;  ///< as many as rows, or more
 };
 
 /// Looks through a file and says how it is written; what is given is not guessed. Throws std::runtime_error, in
@@ -30,6 +31,7 @@ public:
 
     bool next(std::vector<std::string>& cells) override;
     std::int64_t line() const override { return rowLine_; }
+    std::int64_t expectedRows() const override { return form_.lines; }
 
 private:
     static constexpr int end = -1;

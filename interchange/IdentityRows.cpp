@@ -89,8 +89,11 @@ void addSentence(std::string& to, const std::string& sentence) {
 }
 
 void requireFits(const std::string& value, std::string_view caption, std::size_t characters, std::string& why) {
-    if (text::length(value) > characters)
+    if (value.size() > characters && text::length(value) > characters)
         addSentence(why, std::string(caption) + ": más de " + std::to_string(characters) + " caracteres");
+    // Most texts have no byte that a control character could begin with.
+    const auto isSuspect = [](char c) { return (c >= 0 && c < ' ') || c == '\x7F' || c == '\xC2' || c == '\xE2'; };
+    if (std::ranges::none_of(value, isSuspect)) return;
     const auto isRefused = [](char32_t c) { return text::isControl(c) && c != '\t' && c != '\r' && c != '\n'; };
     if (std::ranges::any_of(text::characters(value), isRefused))
         addSentence(why, std::string(caption) + ": caracteres que no se pueden escribir");
@@ -107,10 +110,16 @@ std::string textOf(ExchangeField field, const NifRecord& identity) {
 
 /// The entry that a row goes on from.
 struct IdentityRows::Base {
-    NifRecord record;
+    const NifRecord* record = nullptr;  ///< nothing for a new one
     int planned = -1;
     bool isNew = false;
+    std::string key;
 };
+
+void IdentityRows::reserve(std::size_t identities) {
+    planned_.reserve(identities);
+    byKey_.reserve(identities);
+}
 
 IdentityRows::Taken IdentityRows::take(const RowCells& row, std::int64_t line, const std::string& otherwise) {
     Taken taken;
@@ -124,14 +133,14 @@ IdentityRows::Taken IdentityRows::take(const RowCells& row, std::int64_t line, c
     if (!taken.why.empty()) return taken;
 
     taken.isNew = base.isNew;
-    if (!base.isNew) taken.changes = changes(base.record, record);
+    if (!base.isNew) taken.changes = changes(*base.record, record);
     if (base.planned >= 0) {
         taken.planned = static_cast<std::size_t>(base.planned);
         taken.repeated = true;
         return taken;
     }
     taken.planned = planned_.size();
-    byKey_.emplace(identityKey(record), taken.planned);
+    byKey_.emplace(std::move(base.key), taken.planned);
     planned_.push_back({std::move(record), !base.isNew && !taken.changes.empty(), line});
     return taken;
 }
@@ -154,16 +163,19 @@ NifRecord IdentityRows::readRecord(const RowCells& row, Taken& taken, Base& base
         sought.tipoDocumento = type.value_or(documento::Cif);
         sought.nombre = row[Name], sought.apellido1 = row[Surname1], sought.apellido2 = row[Surname2];
     }
-    const std::string key = identityKey(sought);
-    if (const auto earlier = byKey_.find(key); earlier != byKey_.end()) {
-        base = {planned_[earlier->second].record, static_cast<int>(earlier->second), false};
-    } else if (const NifRecord* stored = state_.identity(key)) {
-        base = {*stored, -1, false};
+    base.key = identityKey(sought);
+    if (const auto earlier = byKey_.find(base.key); earlier != byKey_.end()) {
+        base.planned = static_cast<int>(earlier->second);
+        base.record = &planned_[earlier->second].record;
     } else {
-        sought.pais = state_.homeCountry;
-        base = {sought, -1, true};
+        base.record = state_.identity(base.key);
     }
-    NifRecord record = base.record;
+    base.isNew = !base.record;
+    if (base.isNew) {
+        sought.pais = state_.homeCountry;
+        return sought;
+    }
+    NifRecord record = *base.record;
     if (!typedType.empty() && type) record.tipoDocumento = sought.tipoDocumento;
     return record;
 }

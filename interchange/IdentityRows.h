@@ -59,6 +59,8 @@ public:
     /// `state` must outlive it.
     IdentityRows(const CompanyState& state, ExchangeKind kind) : state_(state), kind_(kind) {}
 
+    /// Makes room for so many.
+    void reserve(std::size_t identities);
     /// Reads the identity of a row. An empty text leaves what there is. `otherwise` is the name of a new identity for
     /// which the row has none.
     Taken take(const RowCells& row, std::int64_t line, const std::string& otherwise);

@@ -64,6 +64,13 @@ ImportPreview::ImportPreview(SesionBd& session, ExchangeKind kind, RowReader& ro
       withIdentities_(kind == ExchangeKind::Identities || columns.has(Document)),
       state_(session, withIdentities_),
       identities_(state_, kind) {
+    const auto expected = static_cast<std::size_t>(std::min(rows.expectedRows(), largest::rows));
+    rows_.reserve(expected);
+    identities_.reserve(withIdentities_ ? expected : 0);
+    if (kind == ExchangeKind::Accounts) {
+        accounts_.reserve(expected);
+        rowByCode_.reserve(expected);
+    }
     std::vector<std::string> cells;
     while (rows.next(cells)) {
         if (std::ssize(rows_) == largest::rows)

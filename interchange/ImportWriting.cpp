@@ -1,5 +1,5 @@
-#include <map>
 #include <string>
+#include <unordered_map>
 
 #include "interchange/Import.h"
 #include "session/ErrorBd.h"
@@ -84,16 +84,17 @@ private:
         nombrarApuntes(session_, account.id, account.nombre);
     }
 
-    /// The ids of the identities that have been inserted.
+    /// The ids of the identities that have been inserted: they rise in the order in which the rows were written.
     void readIds(std::int64_t before) {
-        std::unordered_map<std::string, std::int64_t> byDocument;
         const auto rows = connection_.Execute("SELECT Nif_Id, Nif_Doc FROM KXComun.dbo.Nif WHERE Nif_Id > " +
                                               std::to_string(before) + " ORDER BY Nif_Id");
-        for (int row = 0; row < rows->rowCount(); ++row)
-            byDocument.emplace(rows->cell(row, 1).text(), rows->cell(row, 0).integer());
-        for (std::size_t i = 0; i < planned_.size(); ++i)
-            if (planned_[i].record.id == 0 && planned_[i].users > 0)
-                ids_[i] = byDocument.at(planned_[i].record.documento);
+        int row = 0;
+        for (std::size_t i = 0; i < planned_.size(); ++i) {
+            if (planned_[i].record.id != 0 || planned_[i].users == 0) continue;
+            if (row == rows->rowCount() || rows->textView(row, 1) != planned_[i].record.documento)
+                throw ErrorBd(ErrorBd::Kind::Other, "Las identidades no se han grabado como se esperaba.");
+            ids_[i] = rows->cell(row++, 0).integer();
+        }
     }
 
     /// Accounts that are linked with one that has been inserted get its id.

@@ -18,6 +18,8 @@ public:
     virtual bool next(std::vector<std::string>& cells) = 0;
     /// The line in which the current row begins, from 1 on.
     virtual std::int64_t line() const = 0;
+    /// About how many rows there are; 0 when nothing is known.
+    virtual std::int64_t expectedRows() const { return 0; }
 };
 
 /// Opens the first sheet of a spreadsheet file. Throws std::runtime_error, in Spanish, when it cannot be read.

@@ -82,8 +82,9 @@ int typeOf(const std::string& document) {
     return first >= 'A' && first <= 'W' ? documento::Cif : documento::Otros;
 }
 
-/// The normal form as far as the first look at its type needs it.
+/// The normal form, where it tells more of the type than the document does.
 std::string beginning(const std::string& document) {
+    if (text::isDigit(document.front())) return document;
     std::string normal = document;
     verificarCif(normal);
     return normal.empty() ? document : normal;
@@ -93,6 +94,7 @@ std::string beginning(const std::string& document) {
 
 ReadText readAccountCode(const std::string& typed, std::size_t digits) {
     if (typed.empty()) return {.why = "Falta el código de la cuenta"};
+    if (typed.size() == digits && text::isNumericCode(typed)) return {.value = typed};
     if (isScientific(typed)) return {.why = quoted(typed) + digitsLost};
     if (asksForNextCode(typed))
         return {.why = quoted(typed) + " pide el siguiente código libre: en un fichero hace falta el código entero"};
