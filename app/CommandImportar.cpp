@@ -56,9 +56,9 @@ std::string columnName(const ImportForm& form, int column) {
 
 /// How the file has been understood, in three lines.
 std::string describe(const std::string& path, ExchangeKind kind, const ImportForm& form) {
-    std::string how = form.sheet ? "hoja de cálculo" : form.csv.encoding == Encoding::Utf8 ? "UTF-8" : "Windows-1252";
-    if (!form.sheet)
-        how += ", separado por " + (form.csv.separator == '\t' ? "tabuladores" : std::string(1, form.csv.separator));
+    const std::string how = std::string(form.csv.encoding == Encoding::Utf8 ? "UTF-8" : "Windows-1252") +
+                            ", separado por " +
+                            (form.csv.separator == '\t' ? "tabuladores" : std::string(1, form.csv.separator));
     std::string used, unused;
     for (const ExchangeField field : fieldsOf(kind))
         if (form.columns.has(field))
@@ -165,7 +165,7 @@ int runImportar(const Place& place, const std::string& company, const TypedImpor
     const ExchangeKind kind = exchangeKind(typed.kind);
     if (typed.file.empty()) throw std::invalid_argument("Falta el fichero que se importa.");
     UnattendedCompany open(place, company);
-    const ImportFile file(typed.file, kind, choiceOf(typed), sheetOpener());
+    const ImportFile file(typed.file, kind, choiceOf(typed));
     writeOutput(describe(typed.file, kind, file.form()));
     const ImportPreview preview = [&] {
         const ProgressLine line;

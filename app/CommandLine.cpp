@@ -177,8 +177,8 @@ void addExchange(CLI::App& app, Request& request, const std::string& file) {
 
 void describeExchange(CLI::App& program, Request& request) {
     TypedImport& import = request.import;
-    CLI::App& take = *addCommand(program, "importar", "Importa cuentas o identidades de un fichero CSV o de una hoja");
-    addExchange(take, request, "El fichero CSV, .xlsx u .ods");
+    CLI::App& take = *addCommand(program, "importar", "Importa cuentas o identidades de un fichero CSV");
+    addExchange(take, request, "El fichero CSV");
     take.add_flag("--aplicar", import.apply, "Escribe lo nuevo y lo que cambia, todo o nada; sin ella solo se muestra");
     take.add_flag("--omitir-erroneas", import.omitWrong, "Importa las demás filas aunque haya erróneas");
     take.add_flag("--fuera-del-plan", import.outsidePlan, "Admite cuentas nuevas que no cuelgan del plan oficial");

@@ -117,8 +117,6 @@ std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { retu
 
 #endif
 
-SheetOpener sheetOpener() { return {}; }
-
 #ifndef FENDA_WITH_HEADLESS
 
 GuionDesktop headlessDesktop(Operator&) {

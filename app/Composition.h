@@ -7,7 +7,6 @@
 #include "app/Place.h"
 #include "app/guion/GuionDesktop.h"
 #include "component/FendaMaes.h"
-#include "interchange/RowReader.h"
 #include "session/Companies.h"
 
 /// The one place that knows which adapters the program was built with. What needs one that is missing throws
@@ -41,9 +40,6 @@ GuionDesktop windowDesktop(Operator& person);
 
 /// Writes the pages of a document to a PDF file; empty when nothing was built that can.
 std::function<void(const PagedDocument& document, const std::string& path)> pdfWriter();
-
-/// Reads spreadsheets; empty when nothing was built that can.
-SheetOpener sheetOpener();
 
 /// A company that is open: its session, and the component that works on it. Screens work with the newest that lives.
 class OpenCompany {

@@ -1,20 +1,11 @@
 #include "interchange/ImportFile.h"
 
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
 namespace FendaMaestros {
 
 namespace {
-
-/// Spreadsheets of today are zip files.
-bool isSheet(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    char beginning[4] = {};
-    file.read(beginning, sizeof beginning);
-    return std::string_view(beginning, sizeof beginning) == std::string_view("PK\x03\x04", 4);
-}
 
 std::string listed(const std::vector<std::string>& headings) {
     std::string list;
@@ -35,11 +26,10 @@ void requireKey(ExchangeKind kind, const ImportForm& form) {
 
 }  // namespace
 
-ImportFile::ImportFile(std::string path, ExchangeKind kind, const FormChoice& choice, SheetOpener openSheet)
-    : path_(std::move(path)), openSheet_(std::move(openSheet)) {
-    form_.sheet = openSheet_ && isSheet(path_);
-    if (!form_.sheet) form_.csv = surveyCsv(path_, choice.encoding, choice.separator);
-    if (!open()->next(form_.firstRow)) throw std::runtime_error("El fichero no tiene ninguna fila.");
+ImportFile::ImportFile(std::string path, ExchangeKind kind, const FormChoice& choice) : path_(std::move(path)) {
+    form_.csv = surveyCsv(path_, choice.encoding, choice.separator);
+    if (!CsvReader(path_, form_.csv).next(form_.firstRow))
+        throw std::runtime_error("El fichero no tiene ninguna fila.");
     matchColumns(kind, choice);
     requireKey(kind, form_);
 }
@@ -56,15 +46,10 @@ void ImportFile::matchColumns(ExchangeKind kind, const FormChoice& choice) {
 }
 
 std::unique_ptr<RowReader> ImportFile::rows() const {
-    auto reader = open();
+    auto reader = std::make_unique<CsvReader>(path_, form_.csv);
     std::vector<std::string> headings;
     if (form_.header) reader->next(headings);
     return reader;
-}
-
-std::unique_ptr<RowReader> ImportFile::open() const {
-    if (form_.sheet) return openSheet_(path_);
-    return std::make_unique<CsvReader>(path_, form_.csv);
 }
 
 }  // namespace FendaMaestros

@@ -21,7 +21,6 @@ struct FormChoice {
 
 /// How a file has been understood.
 struct ImportForm {
-    bool sheet = false;  ///< of a spreadsheet, and `csv` says nothing
     CsvForm csv;
     bool header = false;
     std::vector<std::string> firstRow;  ///< the headings, when there are any
@@ -31,21 +30,19 @@ struct ImportForm {
 /// A file whose rows are to be imported.
 class ImportFile {
 public:
-    /// Looks through the file. Without `openSheet`, spreadsheets are refused. Throws std::runtime_error, in Spanish,
+    /// Looks through the file. Throws std::runtime_error, in Spanish,
     /// when it cannot be read, and std::invalid_argument when a column of `choice` is not known or the column that
     /// tells rows apart is missing.
-    ImportFile(std::string path, ExchangeKind kind, const FormChoice& choice, SheetOpener openSheet = {});
+    ImportFile(std::string path, ExchangeKind kind, const FormChoice& choice);
 
     const ImportForm& form() const { return form_; }
     /// The rows from the first one on, without the headings. Throws std::runtime_error, in Spanish.
     std::unique_ptr<RowReader> rows() const;
 
 private:
-    std::unique_ptr<RowReader> open() const;
     void matchColumns(ExchangeKind kind, const FormChoice& choice);
 
     std::string path_;
-    SheetOpener openSheet_;
     ImportForm form_;
 };
 

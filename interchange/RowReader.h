@@ -1,14 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace FendaMaestros {
 
-/// The rows of a file or of a sheet as texts, one after the other.
+/// The rows of a file as texts, one after the other.
 class RowReader {
 public:
     virtual ~RowReader() = default;
@@ -22,15 +20,12 @@ public:
     virtual std::int64_t expectedRows() const { return 0; }
 };
 
-/// Opens the first sheet of a spreadsheet file. Throws std::runtime_error, in Spanish, when it cannot be read.
-using SheetOpener = std::function<std::unique_ptr<RowReader>(const std::string& path)>;
-
 /// What a file may have at most: more is none that a person keeps accounts in.
 namespace largest {
-inline constexpr std::uintmax_t file = 256 * 1024 * 1024;  ///< bytes; of a spreadsheet, unpacked
+inline constexpr std::uintmax_t file = 256 * 1024 * 1024;  ///< bytes
 inline constexpr std::size_t columns = 256;
 inline constexpr std::size_t cell = 64 * 1024;  ///< bytes
-inline constexpr std::int64_t rows = 1'000'000;
+inline constexpr std::int64_t rows = 500'000;
 }  // namespace largest
 
 }  // namespace FendaMaestros

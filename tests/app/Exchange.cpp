@@ -122,7 +122,7 @@ TEST_F(Exchange, AFileThatIsNoneIsRefusedWithItsReasonAndNothingIsWritten) {
         {"\x7F"
          "ELF\x02\x01\x01",
          "no es un texto"},
-        {"PK\x03\x04 comprimido", ""},
+        {"PK\x03\x04 comprimido", "guárdelo como CSV"},
         {"\xFF\xFE"
          "C\0u\0",
          "UTF-16"},
