@@ -4,7 +4,7 @@
 
 #include "chart/CodigosCuenta.h"
 #include "interchange/Fields.h"
-#include "taxid/Validacion.h"
+#include "taxid/Explicacion.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
 
@@ -82,8 +82,7 @@ std::string identityKey(const NifRecord& identity) {
     const std::string document = text::upper(text::trim(identity.documento));
     if (document.empty())
         return "\n" + text::folded(identity.nombre + "\n" + identity.apellido1 + "\n" + identity.apellido2);
-    std::string key = document;
-    verificarCif(key);
+    std::string key = spellingKey(document);
     return key.empty() ? document : key;
 }
 

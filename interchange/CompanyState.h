@@ -37,7 +37,7 @@ private:
     std::unordered_map<std::int64_t, std::size_t> byId_;
 };
 
-/// The document of an identity as it is looked for, in its normal form; its name when it has no document.
+/// The document of an identity in whatever spelling, as it is looked for; its name when it has no document.
 std::string identityKey(const NifRecord& identity);
 
 /// What a company has, read once: looked up in memory from then on.

@@ -164,8 +164,10 @@ bool isBlank(const std::vector<std::string>& cells) {
 CsvForm surveyCsv(const std::string& path, std::optional<Encoding> encoding, std::optional<char> separator) {
     std::error_code error;
     if (fs::is_directory(path, error)) throw refusal(path, "es una carpeta.");
+    // A pipe is read once, and would be waited for.
+    if (!fs::is_regular_file(path, error)) throw refusal(path, "no se puede abrir.");
     std::ifstream file(path, std::ios::binary);
-    if (!file || !fs::is_regular_file(path, error)) throw refusal(path, "no se puede abrir.");
+    if (!file) throw refusal(path, "no se puede abrir.");
     const std::uintmax_t size = fs::file_size(path, error);
     if (size == 0) throw refusal(path, "está vacío.");
     if (size > largest::file)

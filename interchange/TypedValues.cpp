@@ -6,6 +6,7 @@
 
 #include "chart/CodigosCuenta.h"
 #include "interchange/Fields.h"
+#include "taxid/Explicacion.h"
 #include "taxid/NifRecord.h"
 #include "taxid/Validacion.h"
 #include "toolkit/Text.h"
@@ -90,6 +91,12 @@ std::string beginning(const std::string& document) {
     return normal.empty() ? document : normal;
 }
 
+/// What today's rules have against a document, if anything.
+std::string warningOn(const std::string& document) {
+    const IdentifierExplanation explained = explainIdentifier(document);
+    return explained.validToday ? std::string() : advice(explained);
+}
+
 }  // namespace
 
 ReadText readAccountCode(const std::string& typed, std::size_t digits) {
@@ -122,7 +129,7 @@ ReadDocument readDocument(const std::string& typed, std::optional<int> type) {
     normalizarIdentificador(typedForm);
     std::string note;
     if (!valid)
-        note = "el documento " + normal + " no es correcto";
+        note = warningOn(normal);
     else if (read == documento::Nif && normal != typedForm)
         note = "el NIF es " + normal + ", y no " + typedForm;
     return {normal, read, note, {}};

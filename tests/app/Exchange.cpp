@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include <fstream>
 #include <sstream>
 
@@ -148,28 +150,36 @@ TEST_F(Exchange, AFileThatIsNoneIsRefusedWithItsReasonAndNothingIsWritten) {
     EXPECT_NE(run("cuentas").err.find("tiene 953 MB, y se importan ficheros de hasta 256 MB"), std::string::npos);
     std::filesystem::remove(file("f.csv"));
     EXPECT_NE(run("cuentas").err.find("no se puede abrir"), std::string::npos);
+    ASSERT_EQ(::mkfifo(file("f.csv").c_str(), 0600), 0);
+    EXPECT_NE(run("cuentas").err.find("no se puede abrir"), std::string::npos);
+    std::filesystem::remove(file("f.csv"));
     std::filesystem::create_directory(file("f.csv"));
     EXPECT_NE(run("cuentas").err.find("es una carpeta"), std::string::npos);
 }
 
 TEST_F(Exchange, IdentitiesFollowTheRulesOfTheRegister) {
-    const Ran ran =
-        importar("identidades",
-                 "Documento;Tipo documento;Nombre;Apellidos;Provincia;País;C.P.;Número;Correo\n"
-                 "X1234567L;;Ann;Lee;Vizcaya;;;;\nB12345674;;Uno;Borrado;;España;48001;;\n"
-                 "de 811;Otros;Hans;;Hessen;DE;;;\nA58818501;;Dos;;Atlantis;;;;\n"
-                 "A08000143;;Tres;;;;;12345;\nx-1234567-l;;Ann;Lee;;;;;\nB12345674;;Otro;;;;;;\n;;;;;;;;a@b\n",
-                 {"--aplicar", "--omitir-erroneas"});
+    const Ran ran = importar("identidades",
+                             "Documento;Tipo documento;Nombre;Apellidos;Provincia;País;C.P.;Número;Correo\n"
+                             "X1234567L;;Ann;Lee;Vizcaya;;;;\nB12345674;;Uno;Borrado;;España;48001;;\n"
+                             "de 811;Otros;Hans;;Hessen;DE;;;\nA58818501;;Dos;;Atlantis;;;;\n"
+                             "A08000143;;Tres;;;;;12345;\nx-1234567-l;;Ann;Lee;;;;;\nB12345674;;Otro;;;;;;\n;;;;;;;;a@"
+                             "b\nB33778813;;Diez;;;;;;\n",
+                             {"--aplicar", "--omitir-erroneas"});
     EXPECT_NE(ran.out.find("línea 5: errónea A58818501 Dos: la provincia «Atlantis» no se conoce\n"
                            "línea 6: errónea A08000143 Tres: Número: más de 4 caracteres\n"
                            "línea 8: errónea B12345674 Uno: está con otros datos en la línea 3\n"
-                           "línea 9: errónea : Faltan el documento y el nombre\n\n3 nuevas, 0 con cambios, 1 igual y 4 "
+                           "línea 9: errónea : Faltan el documento y el nombre\n"
+                           "línea 10: nueva B33778813 Diez (B33778813: el dígito de control debería ser 2)\n\n4 "
+                           "nuevas, 0 con cambios, 1 igual y 4 "
                            "erróneas.\n"),
               std::string::npos)
         << ran.out;
     EXPECT_EQ(read("SELECT Nif_TipDoc, Nif_Doc, Nif_Nom, Nif_Ape1, Nif_Prov, Nif_Pais FROM KXComun.dbo.Nif ORDER BY "
                    "Nif_Id"),
-              "2|X1234567L|Ann|Lee|48|011|\n0|B12345674|Uno||48|011|\n3|DE 811|Hans||Hessen|004|\n");
+              "2|X1234567L|Ann|Lee|48|011|\n0|B12345674|Uno||48|011|\n3|DE "
+              "811|Hans||Hessen|004|\n0|B33778813|Diez||28|011|\n");
+    const Ran again = importar("identidades", "DNI,Nombre\nES B12345674,Uno\nx1234567l,Ann\n");
+    EXPECT_NE(again.out.find("0 nuevas, 0 con cambios, 2 iguales"), std::string::npos) << again.out;
 }
 
 }  // namespace
