@@ -1,12 +1,10 @@
 #include "app/CommandCopiar.h"
 
-#include <unistd.h>
-
-#include <cstdio>
 #include <stdexcept>
 #include <vector>
 
 #include "app/Composition.h"
+#include "app/ProgressLine.h"
 #include "app/StandardStreams.h"
 #include "storage/CompanyCopy.h"
 
@@ -21,26 +19,6 @@ std::string chosen(const Companies& companies, const Place& place, const std::st
         throw std::invalid_argument("En " + nameOf(place) + " hay varias empresas: indique una con --empresa.");
     return firstCompany(companies, place);
 }
-
-/// A line on the terminal that each report writes over.
-class ProgressLine {
-public:
-    ProgressLine() = default;
-    ProgressLine(const ProgressLine&) = delete;
-    ProgressLine& operator=(const ProgressLine&) = delete;
-    ~ProgressLine() {
-        if (seen_) std::fputs("\r\033[K", stderr);
-    }
-
-    void show(std::string_view table, std::int64_t rows) {
-        if (seen_)
-            std::fprintf(stderr, "\r\033[K%.*s: %lld", static_cast<int>(table.size()), table.data(),
-                         static_cast<long long>(rows));
-    }
-
-private:
-    const bool seen_ = ::isatty(STDERR_FILENO) != 0;
-};
 
 std::string lineOf(const storage::CopiedTable& table) {
     std::string line = std::string(table.name) + ": " + std::to_string(table.copied) + " filas";
@@ -57,7 +35,7 @@ int runCopiar(const Place& origin, const Place& goal, const std::string& company
     const bool first = !to->exists() || to->list().empty();
     std::vector<storage::CopiedTable> copied;
     {
-        ProgressLine progress;
+        const ProgressLine progress;
         to->receive(name, [&](ConexionBd& empty) {
             copied = storage::copyCompany(
                 *session->Conexion(), empty, first,

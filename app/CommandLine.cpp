@@ -13,7 +13,9 @@
 #include "app/CommandCopia.h"
 #include "app/CommandCopiar.h"
 #include "app/CommandCrear.h"
+#include "app/CommandExportar.h"
 #include "app/CommandIdentidades.h"
+#include "app/CommandImportar.h"
 #include "app/CommandListado.h"
 #include "app/CommandNif.h"
 #include "app/CommandRestaurar.h"
@@ -48,6 +50,9 @@ struct Request {
     std::string origin, goal;
     bool sqlShown = false;
     std::string backup;
+    TypedImport import;
+    /// A flag: a spreadsheet at `import.file`.
+    bool sheet = false;
     /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
     std::string csv, xlsx, pdf;
     bool json = false;
@@ -163,6 +168,36 @@ void describeCopy(CLI::App& program, Request& request) {
     app.footer("La empresa queda entera en el destino, o no queda nada. Los ficheros que la acompañan no se copian.");
 }
 
+void addExchange(CLI::App& app, Request& request, const std::string& file) {
+    app.add_option("QUÉ", request.import.kind, "cuentas (con sus identidades) o identidades")->type_name("");
+    app.add_option("FICHERO", request.import.file, file)->type_name("");
+    addPlace(app, request, "la del usuario");
+    addCompany(app, request);
+}
+
+void describeExchange(CLI::App& program, Request& request) {
+    TypedImport& import = request.import;
+    CLI::App& take = *addCommand(program, "importar", "Importa cuentas o identidades de un fichero CSV");
+    addExchange(take, request, "El fichero CSV");
+    take.add_flag("--aplicar", import.apply, "Escribe lo nuevo y lo que cambia, todo o nada; sin ella solo se muestra");
+    take.add_flag("--omitir-erroneas", import.omitWrong, "Importa las demás filas aunque haya erróneas");
+    take.add_flag("--fuera-del-plan", import.outsidePlan, "Admite cuentas nuevas que no cuelgan del plan oficial");
+    addText(take, "--erroneas", import.wrongRows, "Guarda las filas erróneas, con su motivo, en un CSV", "FICHERO");
+    addText(take, "--codificacion", import.encoding, "Si no se da, la que el fichero tenga", "utf-8|windows-1252");
+    addText(take, "--separador", import.separator, "; , o tab; si no se da, el que el fichero tenga", "SEPARADOR");
+    take.add_flag("--con-cabecera", import.withHeader, "La primera fila son los títulos de las columnas");
+    take.add_flag("--sin-cabecera", import.withoutHeader, "La primera fila ya es una cuenta o una identidad");
+    addText(take, "--columnas", import.columns, "Columnas a mano, por número o título: \"cuenta=1,nif=Documento\"",
+            "COLUMNAS");
+    take.footer(
+        "Una celda vacía no cambia lo que hay. Sale con 0, con 1 si hay filas erróneas y con 2 si no se puede.");
+
+    CLI::App& give = *addCommand(program, "exportar", "Exporta cuentas o identidades para importarlas en otro sitio");
+    addExchange(give, request, "El fichero; sin él, la salida");
+    give.add_flag("--xlsx", request.sheet, "Una hoja de cálculo en lugar de un CSV");
+    give.footer("Sale con 0, o con 2 si no se puede.");
+}
+
 void describeServer(CLI::App& program, Request& request) {
     CLI::App& app = *addCommand(program, "servidor", "Prepara un servidor PostgreSQL para tener empresas");
     app.require_subcommand(0, 1);
@@ -234,6 +269,7 @@ void describe(CLI::App& program, Request& request) {
     describeListing(program, request);
     describeRegister(program, request);
     describeCheck(program, request);
+    describeExchange(program, request);
     describeCare(program, request);
 }
 
@@ -270,13 +306,17 @@ ListingOutput outputOf(const CLI::App& command, const Request& request) {
 /// The commands whose status 1 says something else than that they failed.
 bool isQuery(const CLI::App& program) {
     return program.got_subcommand("listado") || program.got_subcommand("identidades") ||
-           program.got_subcommand("verificar") || program.got_subcommand("revisar");
+           program.got_subcommand("verificar") || program.got_subcommand("revisar") ||
+           program.got_subcommand("importar") || program.got_subcommand("exportar");
 }
 
 int runQuery(const CLI::App& program, const Request& request) {
     const Place place = placeOfCompanies(request.place);
     if (program.got_subcommand("verificar")) return runVerificar(place, request.company, request.check);
     if (program.got_subcommand("revisar")) return runRevisar(place, request.company);
+    if (program.got_subcommand("importar")) return runImportar(place, request.company, request.import);
+    if (program.got_subcommand("exportar"))
+        return runExportar(place, request.company, request.import.kind, request.import.file, request.sheet);
     const ListingOutput output = outputOf(*program.get_subcommands().front(), request);
     if (program.got_subcommand("listado")) return runListado(place, request.company, request.listing, output);
     return runIdentidades(place, request.company, request.registerOrder, request.registerDescending, output);

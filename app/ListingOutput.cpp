@@ -17,6 +17,8 @@ void writeSpreadsheet(UnattendedCompany& company, const Listing& listing, const 
     tellWritten(path);
 }
 
+}  // namespace
+
 void writeText(const std::string& text, const std::string& path) {
     if (path.empty() || path == "-") return writeOutput(text);
     PartialFile file(path);
@@ -24,8 +26,6 @@ void writeText(const std::string& text, const std::string& path) {
     file.commit();
     tellWritten(path);
 }
-
-}  // namespace
 
 void writeListing(UnattendedCompany& company, const Listing& listing, const ListingMark& mark,
                   const ListingOutput& output) {

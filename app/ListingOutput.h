@@ -28,6 +28,9 @@ struct ListingMark {
 /// then tells so. Throws std::exception, in Spanish.
 void writeListing(UnattendedCompany& company, const Listing& listing, const ListingMark& mark,
                   const ListingOutput& output);
+/// Writes a text to a file, whole or not at all, and tells so; to standard output when `path` is empty or "-". Throws
+/// std::exception, in Spanish.
+void writeText(const std::string& text, const std::string& path);
 /// Tells that what the command was asked for lies in a file.
 void tellWritten(const std::string& path);
 

@@ -77,9 +77,13 @@ bool needsIdentity(std::string_view code) {
            groupsWithIdentity.end();
 }
 
+std::string planCodesSql(std::int16_t nEjercicio) {
+    return "SELECT PCta_Cta FROM PCta WHERE PCta_Subcuenta=0" + planFilter(nEjercicio);
+}
+
 std::shared_ptr<Recordset> planAccount(const std::string& sCuenta, std::int16_t nEjercicio) {
     const auto connection = instanciaActual().sesion().Conexion();
-    for (const std::size_t length : {5U, 4U, 3U}) {
+    for (const std::size_t length : planLengths) {
         auto rows = connection->Execute("SELECT * FROM PCta WHERE PCta_Subcuenta=0" + planFilter(nEjercicio) +
                                         " AND PCta_Cta = " + literal(text::left(sCuenta, length)));
         if (!rows->Eof()) return rows;

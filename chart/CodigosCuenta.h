@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,13 @@ NextCode nextCode(const Variant& highest, const std::string& prefix, std::size_t
 
 /// Whether an account of this code has a tax identity: customers, suppliers, creditors and suppliers of fixed assets.
 bool needsIdentity(std::string_view code);
+
+/// The digits of the accounts of the official plan that sub-accounts hang from, in the order in which they are looked
+/// for.
+inline constexpr std::array<std::size_t, 3> planLengths{5, 4, 3};
+
+/// Reads the codes of the official plan that sub-accounts hang from, one column; years as planAccount().
+std::string planCodesSql(std::int16_t nEjercicio);
 
 /// The row of the official plan's account that a code hangs from, the longest of 5, 4 or 3 digits; null when there is
 /// none. From 2008 on the plan is that of 2008; before, that of the year given. Reads through InstanciaActual.

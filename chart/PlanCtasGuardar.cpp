@@ -1,4 +1,5 @@
 #include "chart/CodigosCuenta.h"
+#include "chart/SubcuentaRecord.h"
 #include "chart/frmPlanCtas.h"
 #include "session/Literal.h"
 #include "toolkit/Text.h"
@@ -66,32 +67,23 @@ bool frmPlanCtas::faltaNif() const {
 }
 
 void frmPlanCtas::describirCuenta(RowWrite& write) const {
-    const auto code = [&](const char* column, const std::string& account) {
-        write.column(column, account.empty() ? valor::Nulo : valor::Texto, account.empty() ? "Null" : account);
-    };
-    const std::string associated = text::trim(Text1(Asociada).Text);
-    write.column("PCta_Cta", valor::Texto, Text1(Codigo).Text);
-    write.column("PCta_Des", valor::Texto, text::trim(Text1(Nombre).Text));
-    write.column("PCta_IdMasa", valor::Numero, cboMasas.chosenId());
-    write.column("PCta_IdCen", valor::Numero, cboCentro.chosenId());
-    write.column("PCta_IdDpto", valor::Numero, cboDepar.chosenId());
-    write.column("Pcta_IdNif", valor::Numero, nIdNif);
-    code("PCta_CtaAso", associated);
-    write.column("PCta_IdCtaAso", valor::Numero, associated.empty() ? 0 : nIdCtaAso);
-    code("PCta_CtaIrpfAso", text::trim(Text1(Irpf).Text));
-    write.column("PCta_SubCuenta", valor::Entero, 1);
-    write.column("Pcta_Origen", valor::Entero, nOrigen);
-    write.column("Pcta_IdOrigen", valor::Numero, nIdOrigen);
-    write.column("PCta_bActiva", valor::Entero, Option1.Value() ? 1 : 0);
+    describirSubcuenta(write, {.codigo = Text1(Codigo).Text,
+                               .nombre = text::trim(Text1(Nombre).Text),
+                               .idMasa = cboMasas.chosenId(),
+                               .idCentro = cboCentro.chosenId(),
+                               .idDpto = cboDepar.chosenId(),
+                               .idNif = nIdNif,
+                               .asociada = text::trim(Text1(Asociada).Text),
+                               .idAsociada = nIdCtaAso,
+                               .irpf = text::trim(Text1(Irpf).Text),
+                               .origen = nOrigen,
+                               .idOrigen = nIdOrigen,
+                               .activa = Option1.Value()});
 }
 
 void frmPlanCtas::escribirCambio(RowWrite& account, const std::string& where) {
     account.update(where);
-    const std::string name = text::trim(Text1(Nombre).Text);
-    if (name.empty()) return;
-    RowWrite lines(instanciaActual().sesion(), "Apu");
-    lines.column("Apu_CtaDes", valor::Texto, name);
-    lines.update(" WHERE Apu_IdCta = " + std::to_string(nIdActual) + " AND Apu_CtaDes=''");
+    nombrarApuntes(instanciaActual().sesion(), nIdActual, text::trim(Text1(Nombre).Text));
 }
 
 void frmPlanCtas::comprobarAlta() const {

@@ -6,16 +6,15 @@
 #include <string>
 
 #include "session/ErrorBd.h"
-#include "storage/Insertion.h"
+#include "storage/RowWriter.h"
 #include "storage/Schema.h"
 
 namespace FendaMaestros::storage {
 
 namespace {
 
-/// Rows of one read, and of one insert.
+/// Rows of one read.
 constexpr int rowsRead = 5000;
-constexpr int rowsWritten = 50;
 
 /// Reads stay true from here on; nothing is written that could be kept.
 class OneView {
@@ -78,42 +77,12 @@ void eachBlock(ConexionBd& connection, const NamedTable& table, Use&& use) {
     }
 }
 
-/// Inserts rows in blocks; those that fill none go at the end, one by one.
-class RowWriter {
-public:
-    RowWriter(ConexionBd& connection, const NamedTable& table)
-        : connection_(connection),
-          block_(insertion(table.full, table.columns, rowsWritten)),
-          single_(insertion(table.full, table.columns)) {}
-
-    void add(std::vector<Variant> cells) {
-        width_ = cells.size();
-        std::ranges::move(cells, std::back_inserter(block_.parameters));
-        if (block_.parameters.size() < width_ * rowsWritten) return;
-        connection_.run(block_);
-        block_.parameters.clear();
-    }
-    void finish() {
-        for (auto cell = block_.parameters.begin(); cell != block_.parameters.end();) {
-            const auto next = cell + static_cast<std::ptrdiff_t>(width_);
-            single_.parameters.assign(cell, next);
-            connection_.run(single_);
-            cell = next;
-        }
-    }
-
-private:
-    ConexionBd& connection_;
-    Statement block_, single_;
-    std::size_t width_ = 0;
-};
-
 /// Copies the rows that `wanted` says.
 template <class Wanted>
 CopiedTable copyRows(ConexionBd& from, ConexionBd& to, const NamedTable& table, const CopyProgress& progress,
                      Wanted&& wanted) {
     CopiedTable result{.name = table.name};
-    RowWriter writer(to, table);
+    RowWriter writer(to, table.full, table.columns);
     eachBlock(from, table, [&](const Recordset& rows) {
         for (int row = 0; row < rows.rowCount(); ++row) {
             auto cells = cellsOf(rows, row);

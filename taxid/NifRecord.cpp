@@ -4,12 +4,7 @@ namespace FendaMaestros {
 
 namespace {
 
-void textOrNull(RowWrite& write, const char* column, const std::string& value, bool absent) {
-    if (absent)
-        write.column(column, valor::Nulo, "Null");
-    else
-        write.column(column, valor::Texto, value);
-}
+Variant unless(bool absent, const std::string& value) { return absent ? Variant() : Variant(value); }
 
 }  // namespace
 
@@ -41,29 +36,48 @@ NifRecord leerNif(const Recordset& row) {
     };
 }
 
-void describirNif(RowWrite& write, const NifRecord& nif) {
+const std::vector<std::string_view>& columnasNif() {
+    static const std::vector<std::string_view> columns{
+        "Nif_TipDoc", "Nif_Doc", "Nif_Nom", "Nif_Ape1",  "Nif_Ape2", "Nif_Sg",       "Nif_Dir",
+        "Nif_Num",    "Nif_ESC", "Nif_PIS", "Nif_Pue",   "Nif_CP",   "Nif_Pob",      "Nif_Prov",
+        "Nif_Pais",   "Nif_Tf",  "Nif_Fax", "Nif_Movil", "Nif_CE",   "Nif_ClaveRet", "Nif_SubClave"};
+    return columns;
+}
+
+std::vector<Variant> valoresNif(const NifRecord& nif) {
     const bool organisation = nif.tipoDocumento == documento::Cif;
-    if (nif.tipoDocumento >= 0) write.column("Nif_TipDoc", valor::Numero, nif.tipoDocumento);
-    write.column("Nif_Doc", valor::Texto, nif.documento);
-    write.column("Nif_Nom", valor::Texto, nif.nombre);
-    textOrNull(write, "Nif_Ape1", nif.apellido1, organisation);
-    textOrNull(write, "Nif_Ape2", nif.apellido2, organisation);
-    write.column("Nif_Sg", valor::Texto, nif.tipoVia);
-    write.column("Nif_Dir", valor::Texto, nif.via);
-    write.column("Nif_Num", valor::Texto, nif.numero);
-    write.column("Nif_ESC", valor::Texto, nif.escalera);
-    write.column("Nif_PIS", valor::Texto, nif.piso);
-    write.column("Nif_Pue", valor::Texto, nif.puerta);
-    write.column("Nif_CP", valor::Texto, nif.codigoPostal);
-    write.column("Nif_Pob", valor::Texto, nif.poblacion);
-    write.column("Nif_Prov", valor::Texto, nif.provincia);
-    write.column("Nif_Pais", valor::Texto, nif.pais);
-    write.column("Nif_Tf", valor::Texto, nif.telefono);
-    write.column("Nif_Fax", valor::Texto, nif.fax);
-    write.column("Nif_Movil", valor::Texto, nif.movil);
-    write.column("Nif_CE", valor::Texto, nif.correo);
-    textOrNull(write, "Nif_ClaveRet", nif.claveRetencion, nif.claveRetencion.empty());
-    textOrNull(write, "Nif_SubClave", nif.subclave, nif.subclave.empty());
+    return {nif.tipoDocumento,
+            nif.documento,
+            nif.nombre,
+            unless(organisation, nif.apellido1),
+            unless(organisation, nif.apellido2),
+            nif.tipoVia,
+            nif.via,
+            nif.numero,
+            nif.escalera,
+            nif.piso,
+            nif.puerta,
+            nif.codigoPostal,
+            nif.poblacion,
+            nif.provincia,
+            nif.pais,
+            nif.telefono,
+            nif.fax,
+            nif.movil,
+            nif.correo,
+            unless(nif.claveRetencion.empty(), nif.claveRetencion),
+            unless(nif.subclave.empty(), nif.subclave)};
+}
+
+void describirNif(RowWrite& write, const NifRecord& nif) {
+    const std::vector<Variant> values = valoresNif(nif);
+    for (std::size_t i = nif.tipoDocumento < 0 ? 1 : 0; i < values.size(); ++i) {
+        const std::string_view column = columnasNif()[i];
+        if (values[i].isNull())
+            write.column(column, valor::Nulo, "Null");
+        else
+            write.column(column, i == 0 ? valor::Numero : valor::Texto, values[i]);
+    }
 }
 
 }  // namespace FendaMaestros

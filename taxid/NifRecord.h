@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "session/Recordset.h"
 #include "ui/RowWrite.h"
@@ -47,8 +49,12 @@ struct NifRecord {
 /// The entry in the current row of a read of all columns. Errors as Recordset::Fields.
 NifRecord leerNif(const Recordset& row);
 
-/// Describes every column but the id. The surnames of an organisation, whatever the record says, and withholding keys
-/// that are not there are stored as null, every other text as it is.
+/// What the register stores of an entry, column by column but for the id, and the value of each for a record: the
+/// surnames of an organisation, whatever the record says, and withholding keys that are not there are null.
+const std::vector<std::string_view>& columnasNif();
+std::vector<Variant> valoresNif(const NifRecord& nif);
+
+/// Describes these columns and values; an unknown type of document is left out.
 void describirNif(RowWrite& write, const NifRecord& nif);
 
 }  // namespace FendaMaestros

@@ -1,0 +1,181 @@
+#include "app/CommandImportar.h"
+
+#include <array>
+#include <filesystem>
+#include <stdexcept>
+
+#include "app/ChosenWord.h"
+#include "app/Complaint.h"
+#include "app/Composition.h"
+#include "app/ListingOutput.h"
+#include "app/ProgressLine.h"
+#include "app/StandardStreams.h"
+#include "app/UnattendedCompany.h"
+#include "interchange/Import.h"
+#include "interchange/ImportFile.h"
+#include "toolkit/Format.h"
+#include "toolkit/Text.h"
+#include "ui/Csv.h"
+#include "ui/PartialFile.h"
+#include "ui/Transaction.h"
+#include "ui/WorkContext.h"
+
+namespace FendaMaestros {
+
+namespace {
+
+const std::array<std::string, 2> kinds{"cuentas", "identidades"};
+const std::array<std::string, 2> encodings{"utf-8", "windows-1252"};
+/// In the order of their names.
+const std::array<std::string, 3> separatorNames{";", ",", "tab"};
+constexpr std::array separators{';', ',', '\t'};
+
+constexpr std::size_t blockOfOutput = 65'536;
+
+FormChoice choiceOf(const TypedImport& typed) {
+    if (typed.withHeader && typed.withoutHeader)
+        throw std::invalid_argument("El fichero tiene cabecera o no la tiene: solo se puede indicar uno.");
+    FormChoice choice{.columns = typed.columns};
+    if (!typed.encoding.empty())
+        choice.encoding =
+            chosenWord("La codificación", typed.encoding, encodings) == 0 ? Encoding::Utf8 : Encoding::Windows1252;
+    if (typed.separator == "\t")
+        choice.separator = '\t';
+    else if (!typed.separator.empty())
+        choice.separator = separators[chosenWord("El separador", typed.separator, separatorNames)];
+    if (typed.withHeader || typed.withoutHeader) choice.header = typed.withHeader;
+    return choice;
+}
+
+std::string columnName(const ImportForm& form, int column) {
+    const auto index = static_cast<std::size_t>(column);
+    std::string name = std::to_string(column + 1);
+    if (form.header && index < form.firstRow.size()) name += " «" + text::printable(form.firstRow[index]) + "»";
+    return name;
+}
+
+/// How the file has been understood, in three lines.
+std::string describe(const std::string& path, ExchangeKind kind, const ImportForm& form) {
+    const std::string how = std::string(form.csv.encoding == Encoding::Utf8 ? "UTF-8" : "Windows-1252") +
+                            ", separado por " +
+                            (form.csv.separator == '\t' ? "tabuladores" : std::string(1, form.csv.separator));
+    std::string used, unused;
+    for (const ExchangeField field : fieldsOf(kind))
+        if (form.columns.has(field))
+            used += (used.empty() ? "" : ", ") + std::string(captionOf(kind, field)) + " = " +
+                    columnName(form, form.columns.columnOf(field));
+    for (int column = 0; column < std::ssize(form.firstRow); ++column)
+        if (!form.columns.uses(column)) unused += (unused.empty() ? "" : ", ") + columnName(form, column);
+    return "Fichero: " + std::filesystem::path(path).filename().string() + ", " + how + ", " +
+           (form.header ? "con" : "sin") + " cabecera\nColumnas: " + used +
+           (unused.empty() ? "\n\n" : "\nNo se usan: " + unused + "\n\n");
+}
+
+std::string lineOf(const ImportRow& row) {
+    std::string line = "línea " + std::to_string(row.line) + ": ";
+    const auto inBrackets = [](const std::string& note) { return note.empty() ? note : " (" + note + ")"; };
+    const std::string what = row.key + (row.key.empty() || row.name.empty() ? "" : " ") + row.name;
+    if (row.verdict == Verdict::New) line += "nueva " + what + inBrackets(row.note);
+    if (row.verdict == Verdict::Wrong) line += "errónea " + what + ": " + row.why;
+    if (row.verdict == Verdict::Changes) {
+        std::string changes;
+        for (const FieldChange& change : row.changes)
+            changes += (changes.empty() ? "" : ", ") + change.field + " «" + change.from + "» → «" + change.to + "»";
+        line += "cambia " + what + ": " + changes + inBrackets(row.note);
+    }
+    return text::printable(line) + "\n";
+}
+
+void tellRows(const ImportPreview& preview) {
+    std::string lines;
+    for (const ImportRow& row : preview.rows()) {
+        if (row.verdict == Verdict::Same) continue;
+        lines += lineOf(row);
+        if (lines.size() < blockOfOutput) continue;
+        writeOutput(lines);
+        lines.clear();
+    }
+    writeOutput(lines + (lines.empty() ? "" : "\n"));
+}
+
+std::string summary(const ImportCounts& counts) {
+    const auto words = [](std::int64_t count, const char* one, const char* many) {
+        return counted(static_cast<int>(count), one, many);
+    };
+    return words(counts.added, "nueva", "nuevas") + ", " + words(counts.changed, "con cambios", "con cambios") + ", " +
+           words(counts.same, "igual", "iguales") + " y " + words(counts.wrong, "errónea", "erróneas") + ".\n";
+}
+
+/// The wrong rows as they are, and why, as a file that can be put right and imported.
+void writeWrongRows(const ImportPreview& preview, const ImportForm& form, const std::string& path) {
+    std::string csv;
+    if (form.header) {
+        std::vector<std::string> headings = form.firstRow;
+        headings.emplace_back("Motivo");
+        csv += csvLine(headings);
+    }
+    for (const ImportRow& row : preview.rows()) {
+        if (row.verdict != Verdict::Wrong) continue;
+        std::vector<std::string> cells = row.cells;
+        for (std::string& cell : cells)
+            if (!cell.starts_with('\'')) cell = shieldedText(cell);
+        cells.resize(std::max(cells.size(), form.firstRow.size()));
+        cells.push_back(row.why);
+        csv += csvLine(cells);
+    }
+    PartialFile file(path);
+    file.write(csv);
+    file.commit();
+    tellWritten(path);
+}
+
+ImportProgress reportOn(const ProgressLine& line, const char* what) {
+    return [&line, what](std::int64_t rows) {
+        line.show(what, rows);
+        return true;
+    };
+}
+
+/// Gives the status of the command.
+int importRows(UnattendedCompany& open, const ImportPreview& preview, const TypedImport& typed) {
+    const ImportCounts counts = preview.counts();
+    const int status = counts.wrong > 0 ? 1 : 0;
+    if (!typed.apply) {
+        writeOutput("No se ha escrito nada; con --aplicar se importan.\n");
+        return status;
+    }
+    if (counts.wrong > 0 && !typed.omitWrong)
+        return complain("Hay filas erróneas: no se ha escrito nada. Con --omitir-erroneas se importan las demás.",
+                        status);
+    const ProgressLine line;
+    withPatience(open.desktop(),
+                 [&] { preview.apply(instanciaActual().sesion(), typed.omitWrong, reportOn(line, "Filas escritas")); });
+    writeOutput("Se han importado.\n");
+    return status;
+}
+
+}  // namespace
+
+ExchangeKind exchangeKind(const std::string& typed) {
+    return chosenWord("Lo que se importa o exporta", typed, kinds) == 0 ? ExchangeKind::Accounts
+                                                                        : ExchangeKind::Identities;
+}
+
+int runImportar(const Place& place, const std::string& company, const TypedImport& typed) {
+    const ExchangeKind kind = exchangeKind(typed.kind);
+    if (typed.file.empty()) throw std::invalid_argument("Falta el fichero que se importa.");
+    UnattendedCompany open(place, company);
+    const ImportFile file(typed.file, kind, choiceOf(typed));
+    writeOutput(describe(typed.file, kind, file.form()));
+    const ImportPreview preview = [&] {
+        const ProgressLine line;
+        return ImportPreview(instanciaActual().sesion(), kind, *file.rows(), file.form().columns,
+                             {.outsidePlan = typed.outsidePlan}, reportOn(line, "Filas leídas"));
+    }();
+    tellRows(preview);
+    writeOutput(summary(preview.counts()));
+    if (!typed.wrongRows.empty()) writeWrongRows(preview, file.form(), typed.wrongRows);
+    return importRows(open, preview, typed);
+}
+
+}  // namespace FendaMaestros
