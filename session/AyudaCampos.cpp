@@ -36,10 +36,12 @@ void AyudaCampos::SalirCampo(TextBox& field, const std::string& mask, int /*work
     field.Text = mask == "dd/mm/yyyy" ? shownDate(field.Text, mask) : shownAmount(field.Text, mask);
 }
 
-void AyudaCampos::FiltrarTecla(TextBox& /*field*/, int& keyAscii, bool marks, int /*work*/) {
+void AyudaCampos::FiltrarTecla(TextBox& /*field*/, int& keyAscii, bool marks, int work) {
     const bool control = keyAscii > 0 && keyAscii < key::Space;
     const bool mark = marks && (keyAscii == ',' || keyAscii == '.' || keyAscii == '-');
-    if (!control && !mark && (keyAscii < '0' || keyAscii > '9')) keyAscii = 0;
+    const bool letter =
+        work == withLetters && ((keyAscii >= 'A' && keyAscii <= 'Z') || (keyAscii >= 'a' && keyAscii <= 'z'));
+    if (!control && !mark && !letter && (keyAscii < '0' || keyAscii > '9')) keyAscii = 0;
 }
 
 void AyudaCampos::Buscar(const std::string& sql, const std::string& searchColumn, const std::string& caption1,

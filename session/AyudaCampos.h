@@ -31,7 +31,8 @@ public:
     /// the mask is empty or the text does not fit it. What is read as an amount or a date: session/TypedText.h.
     void SalirCampo(TextBox& field, const std::string& mask, int work);
     /// Lets through digits and control keys; with `marks` also the comma of amounts and account codes, the point and
-    /// the minus sign. Any other key becomes 0.
+    /// the minus sign, and with `work` withLetters the letters without accents. Any other key becomes 0.
+    static constexpr int withLetters = 1;
     void FiltrarTecla(TextBox& field, int& keyAscii, bool marks, int work);
 
     /// Lets a person pick a row of a read whose first column is the id and whose next two columns are shown with the

@@ -41,7 +41,9 @@ void frmNif::prepararCampos() {
 
     TextBox& document = txtFields(Documento);
     document.KeyPress = [this, &document](int& ascii) {
-        if (cboDocType.ListIndex() == documento::Nif) Ayuda.FiltrarTecla(document, ascii, false, 0);
+        // Without its letters, what is no N.I.F. would become somebody else's.
+        if (cboDocType.ListIndex() == documento::Nif)
+            Ayuda.FiltrarTecla(document, ascii, false, AyudaCampos::withLetters);
     };
     document.Change = [this] { decirOtraFicha(); };
     TextBox& postalCode = txtFields(CodigoPostal);

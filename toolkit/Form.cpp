@@ -148,9 +148,15 @@ template <class Handler>
 void Form::gesture(Handler&& handler) {
     if (!open_ || handling_) return;
     const Raised handling(handling_);
-    handler();
-    settleFocus();
-    drainPending();
+    try {
+        handler();
+        settleFocus();
+        drainPending();
+    } catch (const std::exception& failure) {
+        pending_.clear();
+        if (!open_ || !active_ || !outlives(failure)) throw;
+        drainPending();
+    }
 }
 
 template <class Action>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <exception>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -113,6 +114,9 @@ protected:
     virtual void onKeyDown(int& /*code*/, int /*shift*/) {}
     virtual void onKeyUp(int& /*code*/, int /*shift*/) {}
     virtual void onUnload() {}
+    /// A handler of the form on screen has failed. True when the person has been told and the form stays as it is;
+    /// otherwise the failure ends it.
+    virtual bool outlives(const std::exception& /*failure*/) { return false; }
 
     /// Registers a control under a name; the order of registration is the tab order.
     void add(Control& control, std::string name, Frame* container = nullptr);

@@ -1,5 +1,6 @@
 #include "ui/Screen.h"
 
+#include "session/ErrorBd.h"
 #include "ui/WorkContext.h"
 
 namespace FendaMaestros {
@@ -29,6 +30,14 @@ Screen::Screen() : Screen(instanciaActual().desktop()) {}
 Screen::Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) { setStatusLine(lblEstado, "lblEstado"); }
 
 void Screen::onLoad() { setUp(Ayuda); }
+
+bool Screen::outlives(const std::exception& failure) {
+    const auto* error = dynamic_cast<const ErrorBd*>(&failure);
+    if (!error || error->kind() != ErrorBd::Kind::Lost) return false;
+    markPendingMessage();
+    ask(error->what(), message::Exclamation, sTituloVentana);
+    return true;
+}
 
 void Screen::onKeyUp(int& code, int /*shift*/) {
     if (code == key::Escape) return unload();

@@ -67,6 +67,8 @@ protected:
     /// Sets up Ayuda on the session; screens with fields that override it call it first.
     void onLoad() override;
     void onKeyUp(int& code, int shift) override;
+    /// A server that is lost is told, and the screen keeps its text: the next gesture connects again.
+    bool outlives(const std::exception& failure) override;
 
     /// Highlights the field while it has the focus. What a screen does itself on leaving the field goes in `left`, what
     /// it does on entering it in `entered`.

@@ -309,6 +309,20 @@ TEST_F(SubAccounts, TheStatusLineTellsWhatIsLeftUnsavedAndWhatASaveWouldStore) {
     });
     EXPECT_THROW(maes.jPlanCuentas(), ErrorBd);
     EXPECT_EQ(desktop.lastWords(), unsaved) << "a screen that an error closes, too";
+
+    onNextScreen([&](Form& form) {
+        enter(form, account::code, "43000001");
+        person.fill(form, account::name, "Muebles Peñalba");
+        failing->failAt(1, ErrorBd::Kind::Lost);
+        person.answers = {Answer::Ok};
+        enter(form, account::linked, "57200000");
+        EXPECT_EQ(person.messages.back().text, "Fallo provocado");
+        EXPECT_EQ(person.text(form, account::name), "Muebles Peñalba") << "a lost server leaves the screen as it is";
+        person.answers = {Answer::Ok};
+        person.press(form, account::save);
+    });
+    maes.jPlanCuentas();
+    EXPECT_TRUE(stored("43000001").starts_with("Muebles Peñalba|")) << "and the next gesture connects again";
 }
 
 TEST_F(SubAccounts, ANewAccountKeepsItsLinksAndGivesItsNameToTheIdentityThatIsCreatedForIt) {

@@ -8,15 +8,16 @@
 
 namespace FendaMaestros::testing {
 
-/// A connection whose n-th statement from now on (reads, writes, begins and commits count; from 1) throws ErrorBd of
-/// kind Other with the sentence "Fallo provocado". Statements before and behind it go through. Rollbacks are never
-/// failed.
+/// A connection whose n-th statement from now on (reads, writes, begins and commits count; from 1) throws ErrorBd, of
+/// kind Other unless another one is asked for, with the sentence "Fallo provocado". Statements before and behind it go
+/// through. Rollbacks are never failed.
 class FailingConexion : public ConexionBd {
 public:
     explicit FailingConexion(std::shared_ptr<ConexionBd> connection) : connection_(std::move(connection)) {}
 
     /// 0 fails nothing.
-    void failAt(int n) {
+    void failAt(int n, ErrorBd::Kind kind = ErrorBd::Kind::Other) {
+        kind_ = kind;
         countdown_ = n;
         seen_ = 0;
     }
@@ -44,10 +45,11 @@ public:
 private:
     void count() {
         ++seen_;
-        if (seen_ == countdown_) throw ErrorBd(ErrorBd::Kind::Other, "Fallo provocado");
+        if (seen_ == countdown_) throw ErrorBd(kind_, "Fallo provocado");
     }
 
     std::shared_ptr<ConexionBd> connection_;
+    ErrorBd::Kind kind_ = ErrorBd::Kind::Other;
     int countdown_ = 0;
     int seen_ = 0;
 };
