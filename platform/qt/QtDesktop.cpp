@@ -142,6 +142,15 @@ std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal
     return dialog.selectedFiles().constFirst().toStdString();
 }
 
+std::optional<std::string> QtDesktop::chooseFolder(const std::string& title, const std::string& begin) {
+    if (person_) return std::nullopt;
+    program_->typeAhead.release();
+    qt::FormWindow::pullAll();
+    const QString folder =
+        QFileDialog::getExistingDirectory(topWindow(), QString::fromStdString(title), QString::fromStdString(begin));
+    return folder.isEmpty() ? std::nullopt : std::optional(folder.toStdString());
+}
+
 bool QtDesktop::openFile(const std::string& path) {
     if (person_) return true;
     const qt::Silence silence;

@@ -20,6 +20,7 @@ public:
     bool mailFile(const std::string& path) override;
     void wait(std::chrono::milliseconds time) override;
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override;
+    std::optional<std::string> chooseFolder(const std::string& title, const std::string& begin) override;
     bool openFile(const std::string& path) override;
     bool print(const PagedDocument& document) override;
     void writePdf(const PagedDocument& document, const std::string& path) override;
