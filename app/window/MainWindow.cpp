@@ -1,6 +1,7 @@
 #include "app/window/MainWindow.h"
 
 #include <QActionGroup>
+#include <QDir>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
@@ -10,13 +11,18 @@
 #include <exception>
 #include <utility>
 
+#include "app/CommandCopia.h"
 #include "app/window/Tile.h"
 #include "app/window/frmAbrir.h"
+#include "app/window/frmCopia.h"
+#include "app/window/frmDatosEmpresa.h"
 #include "app/window/frmInicio.h"
 #include "app/window/frmNuevaEmpresa.h"
+#include "app/window/frmRevisar.h"
 #include "platform/qt/GivingWay.h"
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
+#include "storage/Parameters.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -56,7 +62,11 @@ Widget* enlarged(Widget* widget, double factor, bool bold) {
 }  // namespace
 
 MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, PlaceOpener reach, LastUsed& lastUsed)
-    : desktop_(desktop), place_(std::move(place)), reach_(std::move(reach)), lastUsed_(lastUsed) {
+    : desktop_(desktop),
+      place_(std::move(place)),
+      reach_(std::move(reach)),
+      lastUsed_(lastUsed),
+      backupFolder_(QDir::homePath().toStdString()) {
     addCompanyMenu();
     addOperationMenus();
     addHelpMenu();
@@ -104,13 +114,14 @@ void MainWindow::workWith(std::unique_ptr<OpenCompany> opened, const std::string
     const ParametrosEmpresa& parameters = opened->session().Parametros();
     const std::int16_t plan = planEnVigor(ejercicioActivo(parameters));
     const QString facts = factsOf(parameters);
+    const QString name = QString::fromStdString(storage::companyOf(parameters).name);
     opened->component().Plan = plan;
     company_ = std::move(opened);
 
     openName_ = QString::fromStdString(company);
-    companyName_->setText(openName_);
+    companyName_->setText(name.isEmpty() ? openName_ : name);
     companyFacts_->setText(facts);
-    setWindowTitle(openName_ + " — fenda");
+    setWindowTitle(companyName_->text() + " — fenda");
     tickCompany();
     lastUsed_.use({place_.place, company});
 }
@@ -171,6 +182,31 @@ void MainWindow::openElsewhere(Place::Kind kind) {
 
 // --- what is done with it
 
+void MainWindow::changeCompany() {
+    guarded("Datos de la empresa", "No se han podido cambiar los datos de la empresa.", [&] {
+        const std::string company = openName_.toStdString();
+        frmDatosEmpresa window(desktop_, company_->session(), company, nameOf(place_.place));
+        window.show();
+        if (window.changed()) openCompany(company);
+    });
+}
+
+void MainWindow::backUpCompanies() {
+    guarded("Copia de seguridad", "No se ha podido hacer la copia de seguridad.", [&] {
+        frmCopia window(backupFolder_,
+                        [this](const std::string& destination) { return backUp(*place_.companies, destination); });
+        window.show();
+        if (!window.folder().empty()) backupFolder_ = window.folder();
+    });
+}
+
+void MainWindow::examineCompany() {
+    guarded("Revisar", "No se ha podido revisar la empresa.", [&] {
+        frmRevisar window(place_, openName_.toStdString());
+        window.show();
+    });
+}
+
 void MainWindow::start(const Operation& operation) {
     if (!company_) return;
     if (Tile* const tile = tiles_[&operation]) tile->setFocus();
@@ -193,6 +229,10 @@ void MainWindow::addCompanyMenu() {
     companyMenu_->addAction("Abrir en un ser&vidor...", this, [this] { openElsewhere(Place::Kind::Server); });
     lastUsedMenu_ = companyMenu_->addMenu("Últimas &usadas");
     connect(lastUsedMenu_, &QMenu::aboutToShow, this, &MainWindow::fillLastUsed);
+    companyMenu_->addSeparator();
+    companyMenu_->addAction("&Datos de la empresa...", this, &MainWindow::changeCompany);
+    companyMenu_->addAction("&Copia de seguridad...", this, &MainWindow::backUpCompanies);
+    companyMenu_->addAction("&Revisar...", this, &MainWindow::examineCompany);
     companyMenu_->addSeparator();
     QAction* const leave = companyMenu_->addAction("&Salir", this, &QWidget::close);
     leave->setShortcut(QKeySequence("Ctrl+Q"));

@@ -41,6 +41,12 @@ public:
     void createCompany();
     /// Asks for a place and opens the company that is chosen there.
     void openElsewhere(Place::Kind kind);
+    /// Shows the parameters of the company that is open, and opens it anew when some have been changed.
+    void changeCompany();
+    /// Asks where to, and copies the companies of the place.
+    void backUpCompanies();
+    /// Examines the company that is open, or all of its place.
+    void examineCompany();
     /// Runs an entry operation. What it throws is shown in a message.
     void start(const Operation& operation);
 
@@ -65,6 +71,8 @@ private:
     CompanyPlace place_;
     PlaceOpener reach_;
     LastUsed& lastUsed_;
+    /// Where the last backup has been put, or is to be.
+    std::string backupFolder_;
     std::unique_ptr<OpenCompany> company_;
     QString openName_;
     std::map<const Operation*, Tile*> tiles_;

@@ -19,6 +19,7 @@ PantallaEmpresa::PantallaEmpresa(Desktop& desktop) : DirectWindow(desktop) {
     cboOrden.AddItem("Apellidos y nombre, como Vega Prado, Lucía");
     lblProvincia.Caption = "La de la empresa; 99 si está en el extranjero.";
     lblOrden.Caption = "Cómo se escriben las personas en listas e informes.";
+    txtNombre.MaxLength = 60;
     txtEjercicio.MaxLength = 4;
     txtDigitos.MaxLength = 2;
 }
@@ -46,14 +47,13 @@ void PantallaEmpresa::colocar(Label& above, std::vector<Control*> commands) {
     }
     for (TextBox* number : {&txtEjercicio, &txtDigitos})
         number->KeyPress = [this, number](int& keyAscii) { Ayuda.FiltrarTecla(*number, keyAscii, false, 0); };
-    const auto below = [](Label& says) { return arrange::column({arrange::plain(says)}); };
-    layOut(arrange::column(
-        {arrange::plain(above),
-         arrange::fields({arrange::field(Label1, txtNombre), below(lblNombre), arrange::field(Label2, txtEjercicio),
-                          below(lblEjercicio), arrange::field(Label3, txtDigitos), below(lblDigitos),
-                          arrange::field(Label4, cboProvincia), below(lblProvincia), arrange::field(Label5, cboOrden),
-                          below(lblOrden)}),
-         arrange::buttons(std::move(commands))}));
+    layOut(arrange::column({arrange::plain(above),
+                            arrange::fields({arrange::field(Label1, txtNombre), arrange::plain(lblNombre),
+                                             arrange::field(Label2, txtEjercicio), arrange::plain(lblEjercicio),
+                                             arrange::field(Label3, txtDigitos), arrange::plain(lblDigitos),
+                                             arrange::field(Label4, cboProvincia), arrange::plain(lblProvincia),
+                                             arrange::field(Label5, cboOrden), arrange::plain(lblOrden)}),
+                            arrange::buttons(std::move(commands))}));
 }
 
 void PantallaEmpresa::mostrar(const NewCompany& company) {
@@ -94,7 +94,8 @@ std::vector<PantallaEmpresa::Campo> PantallaEmpresa::campos() {
 
 void PantallaEmpresa::explicar(const Campo& campo) {
     const std::string wrong = objecion(campo);
-    campo.says.Caption = wrong.empty() ? (this->*campo.explain)() : wrong;
+    // A line stays as wide as a small screen.
+    campo.says.Caption = wrong.empty() ? (this->*campo.explain)() : text::replaced(wrong, " debe ser", "\ndebe ser");
 }
 
 /// The other fields do not matter here: they are taken as right.
@@ -117,8 +118,7 @@ std::string PantallaEmpresa::explicarEjercicio() const {
 
 std::string PantallaEmpresa::explicarDigitos() const {
     const auto digits = static_cast<std::size_t>(std::stoi(txtDigitos.Text));
-    return "Los de una subcuenta, de 4 a 15. Con " + txtDigitos.Text + ", el cliente 5 es la cuenta 43" +
-           std::string(digits - 3, '0') + "5.";
+    return "De 4 a 15. Con " + txtDigitos.Text + ", el cliente 5 es la 43" + std::string(digits - 3, '0') + "5.";
 }
 
 }  // namespace FendaMaestros

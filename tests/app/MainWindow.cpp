@@ -39,6 +39,14 @@ public:
         if (company != "Sin dígitos") parameters.set("Par_CtaNum", 8);
         return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
     }
+    bool examine(const std::string& company, const Tell& tell) const override {
+        if (company == "Rota") tell("Está dañada.");
+        return company != "Rota";
+    }
+    Backup backUp(const std::filesystem::path& destination) const override {
+        if (destination != "/copias/hoy") throw std::runtime_error("No se puede.");
+        return {.companies = names_};
+    }
 
 private:
     mutable std::vector<std::string> names_;
@@ -150,6 +158,47 @@ TEST_F(MainWindowTest, ACompanyOfAFolderIsFoundByItsPath) {
     EXPECT_TRUE(shows("Antigua"));
     EXPECT_EQ(used_.all().size(), 2u);
     EXPECT_EQ(used_.all().front().text(), "Antigua — /datos");
+}
+
+TEST_F(MainWindowTest, ACopyIsMadeWhereThePersonSays) {
+    openNew();
+    person_.visits = {[this](Form& form) {
+        person_.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+        person_.fill(form, "Text1", "/copias");
+        person_.enter(form);
+        EXPECT_EQ(person_.messages.back().text, "No se puede.");
+        person_.fill(form, "Text2", "");
+        person_.enter(form);
+        EXPECT_EQ(person_.messages.back().text, "Falta el nombre de la copia.");
+        person_.fill(form, "Text2", "hoy");
+        person_.enter(form);
+        EXPECT_NE(person_.messages.back().text.find("\n  Antigua\n"), std::string::npos);
+        EXPECT_FALSE(form.isOpen());
+    }};
+    window_.backUpCompanies();
+    person_.visits = {[this](Form& form) {
+        EXPECT_EQ(person_.text(form, "Text1"), "/copias");
+        person_.escape(form);
+    }};
+    window_.backUpCompanies();
+}
+
+TEST_F(MainWindowTest, WhatIsFoundOrCannotBeCheckedIsListed) {
+    openNew();
+    person_.visits = {[this](Form& form) {
+        const auto& found = person_.control<ListView>(form, "lstHallazgos");
+        person_.press(form, "cmdRevisar");
+        EXPECT_EQ(found.rowCount(), 0);
+        EXPECT_NE(form.statusLine()->Caption.find("nada mal"), std::string::npos);
+        person_.press(form, "cmdTodas");
+        EXPECT_EQ(found.rowCount(), 2);
+        EXPECT_EQ(found.cellText(0, 0) + found.cellText(0, 1), "RotaEstá dañada.");
+        EXPECT_EQ(found.cellText(1, 0), "Sin dígitos");
+        person_.press(form, "cmdTodas");
+        EXPECT_EQ(found.rowCount(), 2);
+        person_.escape(form);
+    }};
+    window_.examineCompany();
 }
 
 /// The first start, in a place without companies.
