@@ -29,6 +29,8 @@ void openFirst(MainWindow& window, const CompanyPlace& place, const std::vector<
     std::rethrow_exception(failure);
 }
 
+constexpr const char* windowKey = "ventanas/principal";
+
 /// A person sits in front of it. Who started the program from a desktop sees no terminal; without a display nothing is
 /// asked and nothing is remembered.
 bool isSeen() { return QGuiApplication::platformName() != "offscreen"; }
@@ -52,10 +54,13 @@ bool openLastUsed(MainWindow& window, const LastUsed& lastUsed, const CompanyPla
     const Place kept = withoutSecrets(place.place);
     const auto here = std::ranges::find(used, kept, &UsedCompany::place);
     if (here == used.end()) return false;
-    const std::vector<std::string> names = place.companies->list();
-    if (std::ranges::find(names, here->company) == names.end()) return false;
-    window.openIn(place, here->company);
-    return true;
+    try {
+        window.openIn(place, here->company);
+        return true;
+    } catch (const std::exception&) {
+        // Whoever opens the first one instead tells what is wrong.
+        return false;
+    }
 }
 
 /// False when the person leaves instead.
@@ -74,7 +79,8 @@ bool openAtStart(MainWindow& window, const CompanyPlace& place, const std::strin
     return true;
 }
 
-int runOn(QtDesktop& desktop, const std::optional<Place>& chosen, const std::string& company) {
+/// Nothing is remembered without `settings`.
+int runOn(QtDesktop& desktop, QSettings* settings, const std::optional<Place>& chosen, const std::string& company) {
     const PlaceOpener reach = [&desktop](const Place& place) {
         CompanyPlace reached{place, companiesAt(place)};
         if (isSeen())
@@ -83,27 +89,30 @@ int runOn(QtDesktop& desktop, const std::optional<Place>& chosen, const std::str
             });
         return reached;
     };
-    std::unique_ptr<QSettings> settings;
     LastUsed lastUsed;
-    if (isSeen()) {
-        settings = std::make_unique<QSettings>("fenda", "fenda");
+    if (settings) {
         lastUsed = rememberedUse(*settings);
+        desktop.rememberIn(*settings);
     }
     const CompanyPlace place = reach(chosen ? *chosen : Place{Place::Kind::Folder, ownDataFolder().string()});
     MainWindow window(desktop, place, reach, lastUsed);
     const bool isOpen = company.empty() && openLastUsed(window, lastUsed, place, chosen.has_value());
     if (!isOpen && !openAtStart(window, place, company)) return 0;
+    if (settings) window.restoreGeometry(settings->value(windowKey).toByteArray());
     window.show();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    if (settings) settings->setValue(windowKey, window.saveGeometry());
+    return status;
 }
 
 }  // namespace
 
 int runMainWindow(const std::optional<Place>& chosen, const std::string& company) {
     const std::shared_ptr<void> display = openDisplay();
+    const auto settings = isSeen() ? std::make_unique<QSettings>("fenda", "fenda") : nullptr;
     QtDesktop desktop;
     try {
-        return runOn(desktop, chosen, company);
+        return runOn(desktop, settings.get(), chosen, company);
     } catch (const std::exception& failure) {
         if (isSeen()) desktop.ask({failure.what(), message::Critical, "Fenda"});
         throw;
