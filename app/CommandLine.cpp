@@ -355,7 +355,7 @@ int run(const CLI::App& program, Request& request) {
         if (!request.company.empty()) request.script.company = request.company;
         return runGuion(request.script);
     }
-    return runMainWindow(placeOfCompanies(request.place), request.company);
+    return runMainWindow(chosenPlace(request.place), request.company);
 }
 
 int perform(int argc, char** argv) {

@@ -97,7 +97,9 @@ std::string firstCompany(const Companies& companies, const Place& place) {
 
 #ifdef FENDA_WITH_QT
 
-int runMainWindow(const Place& place, const std::string& company) { return window::runMainWindow(place, company); }
+int runMainWindow(const std::optional<Place>& chosen, const std::string& company) {
+    return window::runMainWindow(chosen, company);
+}
 
 GuionDesktop windowDesktop(Operator& person) { return window::windowDesktop(person); }
 
@@ -105,7 +107,7 @@ std::function<void(const PagedDocument&, const std::string&)> pdfWriter() { retu
 
 #else
 
-int runMainWindow(const Place&, const std::string&) {
+int runMainWindow(const std::optional<Place>&, const std::string&) {
     throw std::runtime_error("Este programa se ha construido sin ventanas; con --ayuda se ven las demás órdenes.");
 }
 

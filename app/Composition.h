@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/Place.h"
@@ -30,10 +31,12 @@ std::string prepareServer(const std::string& connection);
 /// The first company of a place. Throws std::runtime_error, in Spanish, when there is none.
 std::string firstCompany(const Companies& companies, const Place& place);
 
-/// `fenda` without a command: the main window over a company of the place, until the person leaves it. A folder
-/// without companies gets the demonstration company. `company` is the one to open, the first when it is empty. Returns
-/// 0. Throws std::exception, in Spanish, when there is no display or no company can be opened.
-int runMainWindow(const Place& place, const std::string& company);
+/// `fenda` without a command: the main window over a company, until the person leaves it. Without a place `chosen`, it
+/// is the one used last or, for who has used none, one of the user's own folder. In a folder without companies the
+/// person is asked how to begin; without a display it gets the demonstration company. `company` is the one to open;
+/// when it is empty, the one used last there or else the first. Returns 0. Throws std::exception, in Spanish, when
+/// there is no display or no company can be opened.
+int runMainWindow(const std::optional<Place>& chosen, const std::string& company);
 
 /// Real windows for a script. Throws std::runtime_error, in Spanish, when there is no display.
 GuionDesktop windowDesktop(Operator& person);

@@ -13,6 +13,8 @@ struct Place {
     /// The folder's path, or the server's connection: "clave=valor ..." or "postgresql://...", which may hold a
     /// password and is therefore never shown.
     std::string where;
+
+    bool operator==(const Place&) const = default;
 };
 
 /// A place as the options of a command name it; at most one of both is given, the other is empty.
@@ -35,6 +37,10 @@ Place placeOfCompanies(const TypedPlace& typed);
 /// One argument that may name either: a server when it begins as a connection does ("postgresql://", "postgres://" or
 /// "clave="), a folder otherwise.
 Place readPlace(const std::string& argument);
+
+/// The same place, whatever folder the program is started in, and without what is secret in a connection: what may be
+/// kept for the next start. `where` is empty when secrets cannot be told from the rest.
+Place withoutSecrets(const Place& place);
 
 /// Behind "en": "la carpeta /datos/fenda" or "el servidor".
 std::string nameOf(const Place& place);

@@ -19,6 +19,8 @@ struct NewCompany {
     int accountDigits = 8;  ///< of a sub-account, 4 to 15
     int province = 28;      ///< 1 to 52, or 99 for abroad
     int nameOrder = 0;      ///< 0: a person's name first; anything else: the surnames first
+
+    bool operator==(const NewCompany&) const = default;
 };
 
 /// Throws ErrorBd (Refused), with the sentence for a person, when no company can be created so.

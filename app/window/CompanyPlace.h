@@ -2,22 +2,21 @@
 
 #include <functional>
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "session/SesionBd.h"
+#include "app/Place.h"
+#include "session/Companies.h"
 
 namespace FendaMaestros {
 
-/// The companies of a place, for a person to choose from.
+/// A place, and the companies that are kept there.
 struct CompanyPlace {
-    std::vector<std::string> names;
-    /// Opens the session of one of them. Throws std::exception, in Spanish, when that cannot be done.
-    std::function<std::unique_ptr<SesionBd>(const std::string& company)> open;
+    Place place;
+    /// Null when no place has been chosen.
+    std::shared_ptr<Companies> companies;
 };
 
-/// The companies that a connection to a server leads to, at least one. Throws std::exception, in Spanish, when it leads
-/// to none.
-using ServerConnector = std::function<CompanyPlace(const std::string& connection)>;
+/// Reaches the companies of a place, of which there may be none yet. Throws std::exception, in Spanish, when it cannot
+/// be reached.
+using PlaceOpener = std::function<CompanyPlace(const Place& place)>;
 
 }  // namespace FendaMaestros

@@ -4,11 +4,17 @@
 
 namespace FendaMaestros {
 
+void DirectWindow::onLoad() {
+    if (searches_) return Screen::onLoad();
+    Ayuda.ColorFoco = focusColor;
+}
+
 void DirectWindow::onKeyDown(int& code, int /*shift*/) { enterPressed_ = code == key::Enter; }
 
 /// An Enter that was pressed elsewhere, to open this window or to answer a message over it, presses nothing here.
 void DirectWindow::onKeyUp(int& code, int shift) {
-    if (code != key::Enter) return Screen::onKeyUp(code, shift);
+    const bool onButton = activeControl() && activeControl()->asButton();
+    if (code != key::Enter || !(onButton || answersFromFields())) return Screen::onKeyUp(code, shift);
     code = 0;
     if (std::exchange(enterPressed_, false)) press();
 }

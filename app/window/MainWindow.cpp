@@ -1,6 +1,7 @@
 #include "app/window/MainWindow.h"
 
 #include <QActionGroup>
+#include <QDir>
 #include <QLabel>
 #include <QMenuBar>
 #include <QScreen>
@@ -10,11 +11,18 @@
 #include <exception>
 #include <utility>
 
+#include "app/CommandCopia.h"
 #include "app/window/Tile.h"
-#include "app/window/frmServidor.h"
+#include "app/window/frmAbrir.h"
+#include "app/window/frmCopia.h"
+#include "app/window/frmDatosEmpresa.h"
+#include "app/window/frmInicio.h"
+#include "app/window/frmNuevaEmpresa.h"
+#include "app/window/frmRevisar.h"
 #include "platform/qt/GivingWay.h"
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
+#include "storage/Parameters.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -53,8 +61,12 @@ Widget* enlarged(Widget* widget, double factor, bool bold) {
 
 }  // namespace
 
-MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector connect)
-    : desktop_(desktop), place_(std::move(place)), connect_(std::move(connect)) {
+MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, PlaceOpener reach, LastUsed& lastUsed)
+    : desktop_(desktop),
+      place_(std::move(place)),
+      reach_(std::move(reach)),
+      lastUsed_(lastUsed),
+      backupFolder_(QDir::homePath().toStdString()) {
     addCompanyMenu();
     addOperationMenus();
     addHelpMenu();
@@ -78,33 +90,121 @@ MainWindow::MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector con
     resize(wanted.boundedTo(screen()->availableSize() - frame));
 }
 
-void MainWindow::openCompany(const std::string& company) { openFrom(place_, company); }
+// --- which company is open
 
-void MainWindow::openOnServer() {
-    const std::string title = "Abrir en un servidor";
-    guarded(QString::fromStdString(title), "No se ha podido abrir la empresa en el servidor.", [&] {
-        frmServidor window(connect_);
-        window.show();
-        if (window.company().empty()) return;
-        openFrom(window.place(), window.company());
-        place_ = window.place();
-        fillCompanyMenu();
-    });
+void MainWindow::openCompany(const std::string& company) {
+    auto opened = std::make_unique<OpenCompany>(desktop_, place_.companies->open(company));
+    workWith(std::move(opened), company);
 }
 
-void MainWindow::openFrom(const CompanyPlace& place, const std::string& company) {
-    auto opened = std::make_unique<OpenCompany>(desktop_, place.open(company));
+void MainWindow::openIn(CompanyPlace place, const std::string& company) {
+    const std::vector<std::string> names = place.companies->list();
+    auto opened = std::make_unique<OpenCompany>(desktop_, place.companies->open(company));
+    const CompanyPlace before = std::exchange(place_, std::move(place));
+    try {
+        workWith(std::move(opened), company);
+    } catch (...) {
+        place_ = before;
+        throw;
+    }
+    fillCompanyMenu(names);
+}
+
+void MainWindow::workWith(std::unique_ptr<OpenCompany> opened, const std::string& company) {
     const ParametrosEmpresa& parameters = opened->session().Parametros();
     const std::int16_t plan = planEnVigor(ejercicioActivo(parameters));
     const QString facts = factsOf(parameters);
+    const QString name = QString::fromStdString(storage::companyOf(parameters).name);
     opened->component().Plan = plan;
     company_ = std::move(opened);
 
     openName_ = QString::fromStdString(company);
-    companyName_->setText(openName_);
+    companyName_->setText(name.isEmpty() ? openName_ : name);
     companyFacts_->setText(facts);
-    setWindowTitle(openName_ + " — fenda");
+    setWindowTitle(companyName_->text() + " — fenda");
     tickCompany();
+    lastUsed_.use({place_.place, company});
+}
+
+bool MainWindow::openUsed(const UsedCompany& used) {
+    const QString name = QString::fromStdString(used.text());
+    return guarded(name, "No se ha podido abrir la empresa «" + name + "».",
+                   [&] { openIn(reach_(used.place), used.company); });
+}
+
+bool MainWindow::begin() {
+    using Choice = frmInicio::Choice;
+    while (!company_) {
+        frmInicio window(desktop_);
+        window.show();
+        switch (window.choice()) {
+            case Choice::Leave:
+                return false;
+            case Choice::Create:
+                createCompany();
+                break;
+            case Choice::Demonstration:
+                openDemonstration();
+                break;
+            case Choice::OpenFolder:
+                openElsewhere(Place::Kind::Folder);
+                break;
+            case Choice::OpenServer:
+                openElsewhere(Place::Kind::Server);
+                break;
+        }
+    }
+    return true;
+}
+
+void MainWindow::createCompany() {
+    guarded("Nueva empresa", "No se ha podido crear la empresa.", [&] {
+        frmNuevaEmpresa window(desktop_, place_);
+        window.show();
+        if (!window.company().empty()) openIn(place_, window.company());
+    });
+}
+
+void MainWindow::openDemonstration() {
+    guarded("La demostración", "No se ha podido crear la empresa de demostración.", [&] {
+        const BusyPointer busy(desktop_);
+        openIn(place_, place_.companies->createDemonstration());
+    });
+}
+
+void MainWindow::openElsewhere(Place::Kind kind) {
+    guarded("Abrir", "No se ha podido abrir la empresa.", [&] {
+        frmAbrir window(desktop_, kind, reach_);
+        window.show();
+        if (!window.company().empty()) openIn(window.place(), window.company());
+    });
+}
+
+// --- what is done with it
+
+void MainWindow::changeCompany() {
+    guarded("Datos de la empresa", "No se han podido cambiar los datos de la empresa.", [&] {
+        const std::string company = openName_.toStdString();
+        frmDatosEmpresa window(desktop_, company_->session(), company, nameOf(place_.place));
+        window.show();
+        if (window.changed()) openCompany(company);
+    });
+}
+
+void MainWindow::backUpCompanies() {
+    guarded("Copia de seguridad", "No se ha podido hacer la copia de seguridad.", [&] {
+        frmCopia window(backupFolder_,
+                        [this](const std::string& destination) { return backUp(*place_.companies, destination); });
+        window.show();
+        if (!window.folder().empty()) backupFolder_ = window.folder();
+    });
+}
+
+void MainWindow::examineCompany() {
+    guarded("Revisar", "No se ha podido revisar la empresa.", [&] {
+        frmRevisar window(place_, openName_.toStdString());
+        window.show();
+    });
 }
 
 void MainWindow::start(const Operation& operation) {
@@ -123,18 +223,27 @@ void MainWindow::start(const Operation& operation) {
 void MainWindow::addCompanyMenu() {
     companyMenu_ = menuBar()->addMenu("&Empresa");
     companyMenu_->addSeparator();
-    if (connect_) companyMenu_->addAction("Abrir en un ser&vidor...", this, &MainWindow::openOnServer);
+    companyMenu_->addAction("&Nueva empresa...", this, &MainWindow::createCompany)->setShortcut(QKeySequence::New);
+    companyMenu_->addAction("&Abrir...", this, [this] { openElsewhere(Place::Kind::Folder); })
+        ->setShortcut(QKeySequence::Open);
+    companyMenu_->addAction("Abrir en un ser&vidor...", this, [this] { openElsewhere(Place::Kind::Server); });
+    lastUsedMenu_ = companyMenu_->addMenu("Últimas &usadas");
+    connect(lastUsedMenu_, &QMenu::aboutToShow, this, &MainWindow::fillLastUsed);
+    companyMenu_->addSeparator();
+    companyMenu_->addAction("&Datos de la empresa...", this, &MainWindow::changeCompany);
+    companyMenu_->addAction("&Copia de seguridad...", this, &MainWindow::backUpCompanies);
+    companyMenu_->addAction("&Revisar...", this, &MainWindow::examineCompany);
+    companyMenu_->addSeparator();
     QAction* const leave = companyMenu_->addAction("&Salir", this, &QWidget::close);
     leave->setShortcut(QKeySequence("Ctrl+Q"));
-    fillCompanyMenu();
+    fillCompanyMenu({});
 }
 
-/// The companies of the place, above what the menu has besides.
-void MainWindow::fillCompanyMenu() {
+void MainWindow::fillCompanyMenu(const std::vector<std::string>& names) {
     delete companyChoice_;
     companyChoice_ = new QActionGroup(this);
     QAction* const below = companyMenu_->actions().first();
-    for (const std::string& company : place_.names) {
+    for (const std::string& company : names) {
         const QString name = QString::fromStdString(company);
         auto* const choice = new QAction(QString(name).replace('&', "&&"), companyChoice_);
         companyMenu_->insertAction(below, choice);
@@ -146,6 +255,15 @@ void MainWindow::fillCompanyMenu() {
     connect(companyChoice_, &QActionGroup::triggered, this,
             [this](const QAction* choice) { chooseCompany(choice->data().toString()); });
     tickCompany();
+}
+
+void MainWindow::fillLastUsed() {
+    lastUsedMenu_->clear();
+    for (const UsedCompany& used : lastUsed_.all()) {
+        const QString text = QString::fromStdString(used.text()).replace('&', "&&");
+        const auto position = lastUsedMenu_->actions().size() + 1;
+        lastUsedMenu_->addAction(QString("&%1  %2").arg(position).arg(text), this, [this, used] { openUsed(used); });
+    }
 }
 
 void MainWindow::addOperationMenus() {
@@ -199,10 +317,11 @@ QWidget* MainWindow::makeTiles() {
 
 // --- what happens in it
 
-void MainWindow::guarded(const QString& title, const QString& failure, const std::function<void()>& action) {
+bool MainWindow::guarded(const QString& title, const QString& failure, const std::function<void()>& action) {
     std::string reason;
     try {
-        return action();
+        action();
+        return true;
     } catch (const ErrorBd& error) {
         reason = error.what();
         if (error.nativeCode() != 0) reason += "\n(código " + std::to_string(error.nativeCode()) + ")";
@@ -212,6 +331,7 @@ void MainWindow::guarded(const QString& title, const QString& failure, const std
         reason = "Error desconocido.";
     }
     desktop_.ask({failure.toStdString() + "\n\n" + reason, message::Ok + message::Critical, title.toStdString()});
+    return false;
 }
 
 void MainWindow::chooseCompany(const QString& name) {

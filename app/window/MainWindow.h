@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/Composition.h"
+#include "app/LastUsed.h"
 #include "app/operations/Operations.h"
 #include "app/window/CompanyPlace.h"
 
@@ -23,36 +24,60 @@ class Tile;
 /// tile.
 class MainWindow final : public QMainWindow {
 public:
-    /// `desktop` must outlive the window. No company is open at first. Without `connect`, servers are not offered.
-    MainWindow(Desktop& desktop, CompanyPlace place, ServerConnector connect = {});
+    /// `desktop` and `lastUsed` must outlive the window. No company is open at first; new ones are created in `place`
+    /// until one is opened elsewhere.
+    MainWindow(Desktop& desktop, CompanyPlace place, PlaceOpener reach, LastUsed& lastUsed);
 
-    /// Throws what the place throws, and ErrorBd when a parameter is missing; then the company that was open stays.
+    /// Opens a company of the place. Throws what the place throws, and ErrorBd when a parameter is missing; then the
+    /// company that was open stays.
     void openCompany(const std::string& company);
-    /// Asks for a server and opens the company that is chosen there; from then on the menu offers those of the server.
-    void openOnServer();
+    /// The same for a company of any place, whose companies the menu offers from then on.
+    void openIn(CompanyPlace place, const std::string& company);
+    /// As openIn(), with the place still to be reached; false when it cannot be opened, which is told in a message.
+    bool openUsed(const UsedCompany& used);
+    /// Where there is no company yet: asks how to begin until one is open. False when the person leaves instead.
+    bool begin();
+    /// Asks for the data of a new company, creates it and opens it.
+    void createCompany();
+    /// Asks for a place and opens the company that is chosen there.
+    void openElsewhere(Place::Kind kind);
+    /// Shows the parameters of the company that is open, and opens it anew when some have been changed.
+    void changeCompany();
+    /// Asks where to, and copies the companies of the place.
+    void backUpCompanies();
+    /// Examines the company that is open, or all of its place.
+    void examineCompany();
     /// Runs an entry operation. What it throws is shown in a message.
     void start(const Operation& operation);
 
 private:
     void addCompanyMenu();
-    void fillCompanyMenu();
+    /// The companies of the place, above what the menu has besides.
+    void fillCompanyMenu(const std::vector<std::string>& names);
+    void fillLastUsed();
+    void openDemonstration();
     void addOperationMenus();
     void addHelpMenu();
     QWidget* makeHeader();
     QWidget* makeTiles();
-    /// Runs `action`; an exception is shown in a message under `title` that begins with `failure`, a sentence.
-    void guarded(const QString& title, const QString& failure, const std::function<void()>& action);
-    void openFrom(const CompanyPlace& place, const std::string& company);
+    /// Runs `action`; an exception is shown in a message under `title` that begins with `failure`, a sentence,
+    /// and false is given.
+    bool guarded(const QString& title, const QString& failure, const std::function<void()>& action);
+    void workWith(std::unique_ptr<OpenCompany> opened, const std::string& company);
     void chooseCompany(const QString& name);
     void tickCompany();
 
     Desktop& desktop_;
     CompanyPlace place_;
-    ServerConnector connect_;
+    PlaceOpener reach_;
+    LastUsed& lastUsed_;
+    /// Where the last backup has been put, or is to be.
+    std::string backupFolder_;
     std::unique_ptr<OpenCompany> company_;
     QString openName_;
     std::map<const Operation*, Tile*> tiles_;
     QMenu* companyMenu_ = nullptr;
+    QMenu* lastUsedMenu_ = nullptr;
     QActionGroup* companyChoice_ = nullptr;
     QLabel* companyName_ = nullptr;
     QLabel* companyFacts_ = nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "app/Place.h"
@@ -7,6 +8,6 @@
 namespace FendaMaestros::window {
 
 /// As FendaMaestros::runMainWindow; built where there are windows.
-int runMainWindow(const Place& place, const std::string& company);
+int runMainWindow(const std::optional<Place>& chosen, const std::string& company);
 
 }  // namespace FendaMaestros::window

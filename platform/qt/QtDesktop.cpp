@@ -13,6 +13,7 @@
 #include "platform/qt/Hands.h"
 #include "platform/qt/InputFilter.h"
 #include "platform/qt/Look.h"
+#include "platform/qt/Memory.h"
 #include "platform/qt/MessageDialog.h"
 #include "platform/qt/OnTop.h"
 #include "platform/qt/Pdf.h"
@@ -65,10 +66,15 @@ QtDesktop::~QtDesktop() {
     if (pointer() == arrowAndHourglass) QGuiApplication::restoreOverrideCursor();
 }
 
+void QtDesktop::rememberIn(QSettings& settings) {
+    if (!person_) memory_ = std::make_unique<qt::Memory>(settings);
+}
+
 void QtDesktop::runModal(Form& form) {
     qt::FormWindow::pullAll();
     qt::FormWindow window(form, topWindow());
     const qt::OnTop onTop(window);
+    if (memory_) memory_->restore(form, window);
     if (!person_) program_->typeAhead.hold(window.parentWidget());
     window.show();
     window.activateWindow();
@@ -77,6 +83,7 @@ void QtDesktop::runModal(Form& form) {
     if (!person_) {
         window.wait();
         program_->typeAhead.handOver(window);
+        if (memory_) memory_->keep(form, window);
         window.hide();
         program_->typeAhead.collect();
     } else if (form.isOpen()) {
@@ -134,12 +141,24 @@ std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal
     if (person_) return person_->saveFile(proposal, kind);
     program_->typeAhead.release();
     qt::FormWindow::pullAll();
-    QFileDialog dialog(topWindow(), "Guardar como", {}, QString::fromStdString(kind));
+    QFileDialog dialog(topWindow(), "Guardar como", memory_ ? memory_->lastFolder() : QString(),
+                       QString::fromStdString(kind));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.selectFile(QString::fromStdString(proposal));
     dialog.setDefaultSuffix(QString::fromStdString(proposal).section('.', -1));
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    return dialog.selectedFiles().constFirst().toStdString();
+    const QString file = dialog.selectedFiles().constFirst();
+    if (memory_) memory_->keepFolderOf(file);
+    return file.toStdString();
+}
+
+std::optional<std::string> QtDesktop::chooseFolder(const std::string& title, const std::string& begin) {
+    if (person_) return std::nullopt;
+    program_->typeAhead.release();
+    qt::FormWindow::pullAll();
+    const QString folder =
+        QFileDialog::getExistingDirectory(topWindow(), QString::fromStdString(title), QString::fromStdString(begin));
+    return folder.isEmpty() ? std::nullopt : std::optional(folder.toStdString());
 }
 
 bool QtDesktop::openFile(const std::string& path) {

@@ -1,5 +1,6 @@
 #include "platform/qt/TableView.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
@@ -13,6 +14,7 @@
 #include "platform/qt/CellButton.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Look.h"
+#include "platform/qt/Memory.h"
 #include "platform/qt/TableModel.h"
 
 namespace FendaMaestros::qt {
@@ -92,6 +94,7 @@ void dress(QTableView& table) {
 
 TableView::TableView(Table& table, FormWindow& window)
     : table_(table),
+      window_(window),
       box_(*new QWidget(&window)),
       caption_(*new QLabel(&box_)),
       rows_(*new RowsWidget(&box_)),
@@ -107,6 +110,8 @@ TableView::TableView(Table& table, FormWindow& window)
     QObject::connect(&rows_, &QTableView::pressed, &window, [&](const QModelIndex& index) {
         window.hand([&] { window.form().selectRow(table, index.row()); });
     });
+    QObject::connect(rows_.horizontalHeader(), &QHeaderView::sectionResized, &window,
+                     [this](int section, int, int width) { dragged(section, width); });
     QObject::connect(&rows_, &QTableView::doubleClicked, &window,
                      [&] { window.hand([&] { window.form().doubleClick(table); }); });
 }
@@ -137,11 +142,22 @@ void TableView::pullColumns() {
     for (const TableColumn& column : model_.columns()) {
         rows_.setColumnHidden(section, !column.Visible);
         const int header = column.Visible ? rows_.horizontalHeader()->sectionSizeHint(section) : 0;
-        rows_.setColumnWidth(section, std::max(pixels(column.Width) + extraWidth(section), header));
+        const int wanted = std::max(pixels(column.Width) + extraWidth(section), header);
+        const Memory* const memory = Memory::current();
+        const auto dragged = memory ? memory->columnWidth(window_.form(), table_, column) : std::nullopt;
+        rows_.setColumnWidth(section, dragged.value_or(wanted));
         ++section;
     }
     if (rows_.isVisible()) squeezeWidest(rows_);
     rows_.updateGeometry();
+}
+
+/// The last column fills what is left by itself.
+void TableView::dragged(int section, int width) {
+    const bool byHand = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton) && !window_.isPulling();
+    Memory* const memory = Memory::current();
+    if (!memory || !byHand || section + 1 >= model_.columnCount()) return;
+    memory->keepColumnWidth(window_.form(), table_, model_.columns().at(static_cast<std::size_t>(section)), width);
 }
 
 /// Once: whoever scrolls on may stay there.

@@ -33,7 +33,11 @@ private:
     void pullMarkedRow();
     int firstShownColumn() const;
 
+    /// A person has made a column that wide.
+    void dragged(int section, int width);
+
     Table& table_;
+    const FormWindow& window_;
     QWidget& box_;
     QLabel& caption_;
     QTableView& rows_;

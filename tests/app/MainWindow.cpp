@@ -22,18 +22,45 @@ namespace FendaMaestros {
 
 namespace {
 
-std::unique_ptr<SesionBd> openInMemory(const std::string& company) {
-    if (company == "Rota") throw ErrorBd(ErrorBd::Kind::NotADatabase, "Está dañada.", 26, "file is not a database");
-    ParametrosEmpresa parameters;
-    parameters.set("Par_Nombre", company);
-    parameters.set("Par_Ejercicio", company == "Antigua" ? 2007 : 2026);
-    if (company != "Sin dígitos") parameters.set("Par_CtaNum", 8);
-    return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
+class CompaniesInMemory final : public Companies {
+public:
+    explicit CompaniesInMemory(std::vector<std::string> names) : names_(std::move(names)) {}
+
+    bool exists() const override { return !names_.empty(); }
+    std::vector<std::string> list() const override { return names_; }
+    void create(const NewCompany& company) const override { names_.push_back(company.name); }
+    std::string createDemonstration() const override { return names_.emplace_back("Demostración"); }
+    void receive(const std::string&, const std::function<void(ConexionBd&)>&) const override {}
+    std::unique_ptr<SesionBd> open(const std::string& company) const override {
+        if (company == "Rota") throw ErrorBd(ErrorBd::Kind::NotADatabase, "Está dañada.", 26, "file is not a database");
+        ParametrosEmpresa parameters;
+        parameters.set("Par_Nombre", company);
+        parameters.set("Par_Ejercicio", company == "Antigua" ? 2007 : 2026);
+        if (company != "Sin dígitos") parameters.set("Par_CtaNum", 8);
+        return std::make_unique<SesionSql>(sqlite::openMemory(), parameters);
+    }
+    bool examine(const std::string& company, const Tell& tell) const override {
+        if (company == "Rota") tell("Está dañada.");
+        return company != "Rota";
+    }
+    Backup backUp(const std::filesystem::path& destination) const override {
+        if (destination != "/copias/hoy") throw std::runtime_error("No se puede.");
+        return {.companies = names_};
+    }
+
+private:
+    mutable std::vector<std::string> names_;
+};
+
+CompanyPlace placeWith(const Place& place, std::vector<std::string> names) {
+    return {place, std::make_shared<CompaniesInMemory>(std::move(names))};
 }
 
-CompanyPlace connectTo(const std::string& connection) {
-    if (connection != "service=conta") throw std::runtime_error("No se ha podido conectar.");
-    return {{"Lejana", "Rota"}, openInMemory};
+CompanyPlace reach(const Place& place) {
+    if (place.where == "/datos") return placeWith(place, {"Antigua", "Nueva", "Rota", "Sin dígitos"});
+    if (place.where == "/vacia") return placeWith(place, {});
+    if (place.where != "service=conta") throw std::runtime_error("No se ha podido conectar.");
+    return placeWith(place, {"Lejana", "Rota"});
 }
 
 class MainWindowTest : public ::testing::Test {
@@ -41,7 +68,8 @@ protected:
     std::shared_ptr<void> display_ = window::openDisplay();
     testing::ScriptedPerson person_;
     HeadlessDesktop desktop_{person_};
-    MainWindow window_{desktop_, {{"Antigua", "Nueva", "Rota", "Sin dígitos"}, openInMemory}, connectTo};
+    LastUsed used_;
+    MainWindow window_{desktop_, reach({Place::Kind::Folder, "/datos"}), reach, used_};
 
     bool shows(const QString& text) const {
         for (const QLabel* label : window_.findChildren<QLabel*>())
@@ -54,6 +82,8 @@ protected:
             if (action->data().toString() == name) action->trigger();
     }
 
+    void openNew() { window_.openIn(reach({Place::Kind::Folder, "/datos"}), "Nueva"); }
+
     static void pressEnter(QWidget& widget) {
         QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
         QApplication::sendEvent(&widget, &press);
@@ -61,7 +91,7 @@ protected:
 };
 
 TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
-    window_.openCompany("Nueva");
+    openNew();
     EXPECT_TRUE(shows("Nueva") && shows("2026") && shows("2008"));
     chooseCompany("Antigua");
     EXPECT_TRUE(shows("Antigua") && shows("2007") && shows("1990"));
@@ -69,7 +99,7 @@ TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
 }
 
 TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
-    window_.openCompany("Nueva");
+    openNew();
     person_.answers = {Answer::Ok, Answer::Ok};
     chooseCompany("Rota");
     chooseCompany("Sin dígitos");
@@ -83,7 +113,7 @@ TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
 }
 
 TEST_F(MainWindowTest, ACompanyIsOpenedOnAServerThatHasBeenTried) {
-    window_.openCompany("Nueva");
+    openNew();
     const auto open = [&](const char* company) {
         person_.visits.push_back([this, company](Form& form) {
             auto& field = person_.control<TextBox>(form, "Text1");
@@ -101,17 +131,130 @@ TEST_F(MainWindowTest, ACompanyIsOpenedOnAServerThatHasBeenTried) {
     };
     person_.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
     open("Rota");
-    window_.openOnServer();
+    window_.openElsewhere(Place::Kind::Server);
     EXPECT_TRUE(shows("Nueva"));
     open("Lejana");
-    window_.openOnServer();
+    window_.openElsewhere(Place::Kind::Server);
     EXPECT_TRUE(shows("Lejana"));
     chooseCompany("Nueva");
     EXPECT_TRUE(shows("Lejana"));
 }
 
+TEST_F(MainWindowTest, ACompanyOfAFolderIsFoundByItsPath) {
+    openNew();
+    person_.visits = {[this](Form& form) {
+        for (const auto& [typed, said] :
+             {std::pair{" ", "Falta la carpeta."}, {"/vacia", "No hay ninguna empresa en la carpeta /vacia."}}) {
+            person_.answers = {Answer::Ok};
+            person_.fill(form, "Text1", typed);
+            person_.enter(form);
+            EXPECT_EQ(person_.messages.back().text, said);
+        }
+        person_.fill(form, "Text1", "/datos");
+        person_.enter(form);
+        person_.enter(form);
+    }};
+    window_.openElsewhere(Place::Kind::Folder);
+    EXPECT_TRUE(shows("Antigua"));
+    EXPECT_EQ(used_.all().size(), 2u);
+    EXPECT_EQ(used_.all().front().text(), "Antigua — /datos");
+}
+
+TEST_F(MainWindowTest, ACopyIsMadeWhereThePersonSays) {
+    openNew();
+    person_.visits = {[this](Form& form) {
+        person_.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+        person_.fill(form, "Text1", "/copias");
+        person_.enter(form);
+        EXPECT_EQ(person_.messages.back().text, "No se puede.");
+        person_.fill(form, "Text2", "");
+        person_.enter(form);
+        EXPECT_EQ(person_.messages.back().text, "Falta el nombre de la copia.");
+        person_.fill(form, "Text2", "hoy");
+        person_.enter(form);
+        EXPECT_NE(person_.messages.back().text.find("\n  Antigua\n"), std::string::npos);
+        EXPECT_FALSE(form.isOpen());
+    }};
+    window_.backUpCompanies();
+    person_.visits = {[this](Form& form) {
+        EXPECT_EQ(person_.text(form, "Text1"), "/copias");
+        person_.escape(form);
+    }};
+    window_.backUpCompanies();
+}
+
+TEST_F(MainWindowTest, WhatIsFoundOrCannotBeCheckedIsListed) {
+    openNew();
+    person_.visits = {[this](Form& form) {
+        const auto& found = person_.control<ListView>(form, "lstHallazgos");
+        person_.press(form, "cmdRevisar");
+        EXPECT_EQ(found.rowCount(), 0);
+        EXPECT_NE(form.statusLine()->Caption.find("nada mal"), std::string::npos);
+        person_.press(form, "cmdTodas");
+        EXPECT_EQ(found.rowCount(), 2);
+        EXPECT_EQ(found.cellText(0, 0) + found.cellText(0, 1), "RotaEstá dañada.");
+        EXPECT_EQ(found.cellText(1, 0), "Sin dígitos");
+        person_.press(form, "cmdTodas");
+        EXPECT_EQ(found.rowCount(), 2);
+        person_.escape(form);
+    }};
+    window_.examineCompany();
+}
+
+/// The first start, in a place without companies.
+class FirstStart : public MainWindowTest {
+protected:
+    MainWindow first_{desktop_, reach({Place::Kind::Folder, "/vacia"}), reach, used_};
+    testing::ScriptedPerson::Visit press(const char* button) {
+        return [this, button](Form& form) { person_.press(form, button); };
+    }
+};
+
+TEST_F(FirstStart, AsksUntilACompanyIsOpen) {
+    person_.visits = {press("cmdServidor"), press("cmdSalir"), press("cmdDemostracion")};
+    EXPECT_TRUE(first_.begin());
+    EXPECT_EQ(first_.windowTitle(), "Demostración — fenda");
+    EXPECT_EQ(used_.all().front().text(), "Demostración — /vacia");
+    MainWindow another(desktop_, reach({Place::Kind::Folder, "/vacia"}), reach, used_);
+    person_.visits = {press("cmdSalir")};
+    EXPECT_FALSE(another.begin());
+}
+
+TEST_F(FirstStart, ACompanyIsCheckedWhileItIsTyped) {
+    const auto said = [](Form& form, const char* label) {
+        return testing::ScriptedPerson::control<Label>(form, label).Caption;
+    };
+    person_.visits = {press("cmdCrear"), [&](Form& form) {
+                          EXPECT_EQ(said(form, "lblLugar"), "Se creará en la carpeta /vacia.");
+                          person_.answers = {Answer::Ok, Answer::Ok};
+                          person_.press(form, "cmdCrear");
+                          EXPECT_EQ(person_.messages.back().text, "Falta el nombre de la empresa.");
+                          EXPECT_EQ(form.activeControl()->Name, "txtNombre");
+                          person_.hands.type(form, "Peñalba, S.L.");
+                          person_.fill(form, "txtEjercicio", "2007");
+                          EXPECT_NE(said(form, "lblEjercicio").find("plan contable de 1990"), std::string::npos);
+                          person_.fill(form, "txtDigitos", "16");
+                          EXPECT_NE(said(form, "lblDigitos").find("y no «16»"), std::string::npos);
+                          person_.press(form, "cmdCrear");
+                          EXPECT_EQ(form.activeControl()->Name, "txtDigitos") << "nothing has been created";
+                          person_.fill(form, "txtDigitos", "5");
+                          EXPECT_NE(said(form, "lblDigitos").find("43005"), std::string::npos);
+                          person_.enter(form);
+                          EXPECT_EQ(form.activeControl()->Name, "cboProvincia") << "Enter goes on to the next field";
+                          person_.press(form, "cmdCrear");
+                      }};
+    EXPECT_TRUE(first_.begin());
+    EXPECT_EQ(first_.windowTitle(), "Peñalba, S.L. — fenda");
+    person_.visits = {[&](Form& form) {
+        person_.fill(form, "txtNombre", "PEÑALBA, S.L.");
+        EXPECT_EQ(said(form, "lblNombre"), "Ya hay una empresa con ese nombre.");
+        person_.escape(form);
+    }};
+    first_.createCompany();
+}
+
 TEST_F(MainWindowTest, AnOperationThatFailsIsToldAndTheNextOneWorks) {
-    window_.openCompany("Nueva");
+    openNew();
     person_.answers = {Answer::Ok};
     person_.visits = {[](Form&) { throw std::runtime_error("se acabó"); }, [](Form& form) { form.unload(); }};
     window_.start(*findOperation("jCentros"));
@@ -122,7 +265,7 @@ TEST_F(MainWindowTest, AnOperationThatFailsIsToldAndTheNextOneWorks) {
 }
 
 TEST_F(MainWindowTest, TilesAreWorkedFromTheKeyboard) {
-    window_.openCompany("Nueva");
+    openNew();
     window_.show();
     const auto tiles = window_.findChildren<QAbstractButton*>();
     const auto tile = [&](const QString& text) -> QWidget& {
@@ -147,7 +290,7 @@ TEST_F(MainWindowTest, TilesAreWorkedFromTheKeyboard) {
 }
 
 TEST_F(MainWindowTest, TilesAreEquallyWideInAsManyColumnsAsFit) {
-    window_.openCompany("Nueva");
+    openNew();
     window_.show();
     const auto columnsAt = [&](int width) {
         window_.resize(width, 540);

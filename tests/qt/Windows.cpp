@@ -11,7 +11,9 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
 #include <QWindow>
@@ -20,19 +22,21 @@
 
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
+#include "platform/qt/Memory.h"
 #include "platform/qt/OnTop.h"
 #include "platform/qt/PageCanvas.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtGestures.h"
 #include "tests/support/ContractForm.h"
 #include "tests/support/HeardName.h"
+#include "tests/support/ScriptedPerson.h"
 #include "ui/frmVistaPrevia.h"
 
 namespace FendaMaestros::contract {
 namespace {
 
 /// Windows with a person at them: gestures come out of the event loop, as real ones do.
-class Windows : public testing::Test {
+class Windows : public ::testing::Test {
 protected:
     /// Does this as soon as the keys typed have done their work and nothing runs; after some seconds also when they
     /// have not.
@@ -88,6 +92,45 @@ TEST_F(Windows, the_loop_runs_until_the_screen_closes) {
            }});
     form.show();
     EXPECT_EQ(form.Codigo.Text + form.Nombre.Text, "1x");
+}
+
+TEST_F(Windows, are_found_as_they_were_left) {
+    const QTemporaryDir folder;
+    QSettings settings(folder.filePath("fenda.ini"), QSettings::IniFormat);
+    desktop.rememberIn(settings);
+    form.Lista.bind(std::make_shared<Rows>(3));
+    const auto columnWidth = [&] { return table(form.Lista).columnWidth(0); };
+    later({[&] {
+        form.Lista.Columns[0].Caption = "Código ▲";
+        qt::Memory::current()->keepColumnWidth(form, form.Lista, form.Lista.Columns[0], 171);
+        qt::OnTop::window()->resize(733, 517);
+        tap({key::Escape, 0});
+    }});
+    form.show();
+    form.Lista.Columns[0].Caption = "Código";
+    later({[&] {
+        EXPECT_EQ(columnWidth(), 171);
+        EXPECT_EQ(qt::OnTop::window()->size(), QSize(733, 517));
+        tap({key::Escape, 0});
+    }});
+    form.show();
+}
+
+TEST(OperatedWindows, leave_no_settings_behind) {
+    const QTemporaryDir folder;
+    QSettings settings(folder.filePath("fenda.ini"), QSettings::IniFormat);
+    FendaMaestros::testing::ScriptedPerson person;
+    QtDesktop desktop(&person);
+    desktop.rememberIn(settings);
+    Ficha form(desktop);
+    person.files = {"lista.pdf"};
+    person.visits = {[&](Form&) {
+        desktop.chooseSaveFile("lista.pdf", "PDF");
+        qt::OnTop::window()->resize(733, 517);
+        form.unload();
+    }};
+    form.show();
+    EXPECT_TRUE(settings.allKeys().isEmpty());
 }
 
 TEST_F(Windows, a_handler_that_throws_under_a_nested_loop_reaches_the_caller) {

@@ -1,4 +1,5 @@
 #include "SessionContract.h"
+#include "storage/Parameters.h"
 
 namespace FendaMaestros::tests {
 namespace {
@@ -68,6 +69,20 @@ TEST_P(CompaniesContract, AnyNameMakesACompanyOfItsOwn) {
     }
     for (const std::string name : {"ÑANDÚ", "Zeta"})
         EXPECT_EQ(errorOf([&] { companies->create({.name = name, .fiscalYear = 2026}); }), Kind::Constraint);
+}
+
+TEST_P(CompaniesContract, ParametersAreChangedByWhoWorksWithTheCompany) {
+    const auto session = openCreated();
+    session->Conexion()->run({"DELETE FROM Parametros WHERE Par_Nom = 'Par_Provincia'", {}});
+    NewCompany company = storage::companyOf(session->Parametros());
+    company.name = "O'Neill";
+    company.fiscalYear = 1999;
+    company.province = 7;
+    storage::changeParameters(*session->Conexion(), company);
+    EXPECT_EQ(storage::companyOf(companies->open("Una")->Parametros()), company);
+    EXPECT_EQ(count(*session, "Parametros"), 5);
+    company.accountDigits = 3;
+    EXPECT_EQ(errorOf([&] { storage::changeParameters(*session->Conexion(), company); }), Kind::Refused);
 }
 
 TEST_P(CompaniesContract, ParametersAreThoseTheCompanyWasCreatedWith) {

@@ -1,16 +1,18 @@
 #pragma once
 
-#include <optional>
+#include <string>
+#include <vector>
 
 #include "app/window/CompanyPlace.h"
 #include "app/window/DirectWindow.h"
 
 namespace FendaMaestros {
 
-/// Asks for the connection to a server, tries it and offers the companies found there.
-class frmServidor final : public DirectWindow {
+/// Asks for a place of companies, a folder or the connection to a server, tries it and offers the companies found
+/// there.
+class frmAbrir final : public DirectWindow {
 public:
-    explicit frmServidor(ServerConnector connect);
+    frmAbrir(Desktop& desktop, Place::Kind kind, PlaceOpener reach);
 
     /// The company that the person has chosen to open; "" when none.
     const std::string& company() const { return chosen_; }
@@ -18,20 +20,24 @@ public:
     const CompanyPlace& place() const { return place_; }
 
 private:
-    void conectar();
+    void examinar();
+    void probar();
     void abrir();
+    /// What was found belongs to the place that was tried.
+    void olvidar();
 
-    ServerConnector connect_;
+    Place::Kind kind_;
+    PlaceOpener reach_;
     CompanyPlace place_;
+    std::vector<std::string> names_;
     std::string chosen_;
-    Label Label1{"Conexión"};
+    Label Label1;
     TextBox Text1;
+    CommandButton cmdExaminar{"E&xaminar..."};
     Label Label2{"Empresa"};
     ComboBox cboEmpresa;
-    Label lblAyuda{
-        "Por ejemplo, host=servidor dbname=contabilidad, o service=conta.\nLa contraseña se toma de donde la guarda su "
-        "usuario:\nel fichero .pgpass, PGPASSWORD o el servicio."};
-    CommandButton cmdProbar{"&Probar la conexión"};
+    Label lblAyuda;
+    CommandButton cmdProbar;
     CommandButton cmdAbrir{"&Abrir"};
     CommandButton cmdSalir{"&Salir"};
 };
