@@ -229,6 +229,8 @@ void describeCare(CLI::App& program, Request& request) {
 }
 
 void describe(CLI::App& program, Request& request) {
+    program.name("fenda");
+    program.description("Maestros contables: tablas, identificadores fiscales y plan de cuentas");
     program.formatter(spanishFormatter());
     program.option_defaults()->group("Opciones");
     program.set_help_flag("-h,--ayuda,--help", "Muestra esta ayuda");
@@ -360,7 +362,7 @@ int run(const CLI::App& program, Request& request) {
 
 int perform(int argc, char** argv) {
     Request request;
-    CLI::App program("Maestros contables: tablas, identificadores fiscales y plan de cuentas", "fenda");
+    CLI::App program;
     describe(program, request);
     try {
         program.parse(argc, argv);
@@ -388,6 +390,13 @@ int runCommandLine(int argc, char** argv) {
     } catch (...) {
         return complain("Error desconocido.", failed);
     }
+}
+
+void readCommandLine(const std::function<void(const CLI::App& program)>& read) {
+    Request request;
+    CLI::App program;
+    describe(program, request);
+    read(program);
 }
 
 }  // namespace FendaMaestros

@@ -26,6 +26,9 @@ struct Windows {
     char name[6] = "fenda";
     char* argv[2] = {name, nullptr};
     QApplication application{argc, argv};
+
+    /// The desktop entry, whose icon the windows get.
+    Windows() { QGuiApplication::setDesktopFileName("fenda"); }
 };
 
 }  // namespace
