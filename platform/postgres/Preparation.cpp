@@ -113,6 +113,14 @@ CREATE TABLE IF NOT EXISTS fenda.empresas (
     version bigint NOT NULL
 );
 CREATE TABLE IF NOT EXISTS fenda.comun (version bigint NOT NULL);
+
+-- What is kept leaves its mark, by which a clerk finds out about a commit whose answer was lost. The number of the
+-- transaction is not enough: after a crash the server may give it once more.
+CREATE TABLE IF NOT EXISTS fenda.marcas (
+    marca uuid PRIMARY KEY,
+    momento timestamptz NOT NULL DEFAULT now()
+);
+GRANT SELECT, INSERT, DELETE ON fenda.marcas TO fenda_puesto;
 GRANT SELECT ON fenda.empresas, fenda.comun TO fenda_puesto;
 GRANT INSERT, UPDATE, DELETE ON fenda.empresas, fenda.comun TO fenda_gestor;
 )sql";

@@ -11,7 +11,7 @@ inline constexpr const char* clerkRole = "fenda_puesto";
 inline constexpr const char* managerRole = "fenda_gestor";
 
 /// Raised whenever preparation() changes. What a newer program has prepared serves an older one.
-inline constexpr int preparationVersion = 1;
+inline constexpr int preparationVersion = 2;
 
 /// Joins two texts: an operator of ours, since that of the engine joins numbers too.
 inline constexpr const char* joinOperator = "<+>";

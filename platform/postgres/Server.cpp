@@ -172,6 +172,15 @@ void tidy(Connection& connection, const std::string& company) {
     }
 }
 
+/// Marks that nobody asks for any more. Best done where no clerk waits for a save.
+void forgetOldMarks(Connection& connection) {
+    connection.require();
+    connection.exchange(
+        {command("BEGIN ISOLATION LEVEL READ COMMITTED READ WRITE"),
+         command("DELETE FROM fenda.marcas WHERE momento < now() - interval '1 day'"), command("COMMIT")},
+        managerPatience);
+}
+
 /// Carries out `work`; its error says first what could not be done.
 template <class Work>
 auto saying(const std::string& failure, Work&& work) {
@@ -281,6 +290,7 @@ std::unique_ptr<SesionBd> Server::open(const std::string& name) const {
         storage::checkVersion(storage::companySchema(), number(cell(found, 0, 1)));
         storage::checkVersion(storage::sharedSchema(), number(cell(found, 0, 2)));
         if (cell(found, 0, 3) == "t") throw otherOrder();
+        forgetOldMarks(*connection);
         connection->addSessionCommand("SET " + searchPath(placeOf(number(cell(found, 0, 0)))));
         auto company = std::make_shared<PostgresConexion>(std::move(connection), clerkPatience);
         auto parameters = storage::readParameters(*company);

@@ -3,6 +3,8 @@
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <random>
 #include <thread>
 #include <utility>
 
@@ -35,6 +37,18 @@ std::string textOf(const Result& result) {
     return PQntuples(result.get()) == 0 ? std::string() : PQgetvalue(result.get(), 0, 0);
 }
 
+/// No two are the same.
+std::string newMark() {
+    std::random_device random;
+    std::string mark;
+    char digits[9];
+    for (int part = 0; part < 4; ++part) {
+        std::snprintf(digits, sizeof digits, "%08x", random());
+        mark += digits;
+    }
+    return mark;
+}
+
 ErrorBd alreadyUndone() { return {ErrorBd::Kind::Other, "La transacción ya se había deshecho por un error anterior."}; }
 
 }  // namespace
@@ -65,6 +79,11 @@ void ServerTransaction::commit() {
     if (!begun_) return reset();
     Trip trip = std::exchange(ahead_, {});
     for (const auto& sql : beforeCommit_) trip.push_back(command(sql));
+    const std::string mark = number_.empty() ? std::string() : newMark();
+    if (!mark.empty()) {
+        if (savepoint_ == Savepoint::ReadOnly) append(trip, {release(savepoint)});
+        trip.push_back(command("INSERT INTO fenda.marcas (marca) VALUES ($1::uuid)", {mark}));
+    }
     trip.push_back(command("COMMIT"));
     undone_ = true;  // unless what follows succeeds
     try {
@@ -72,7 +91,7 @@ void ServerTransaction::commit() {
         if (std::string_view(PQcmdStatus(results.back().get())) != "COMMIT") throw alreadyUndone();
     } catch (const ErrorBd& error) {
         if (error.kind() != ErrorBd::Kind::Lost || number_.empty()) throw;
-        const auto found = outcome();
+        const auto found = outcome(mark);
         if (found == Outcome::Unknown)
             throw ErrorBd(ErrorBd::Kind::Lost,
                           "Se ha perdido la conexión con el servidor y no se sabe si lo último se ha guardado: "
@@ -193,19 +212,23 @@ void ServerTransaction::reset() {
     number_.clear();
 }
 
-/// What has become of a transaction whose commit the server did not answer.
-ServerTransaction::Outcome ServerTransaction::outcome() {
+/// What has become of a transaction whose commit the server did not answer. Its number tells whether it still goes on,
+/// and its mark whether it has been kept: behind a crash, the number may be that of a later one.
+ServerTransaction::Outcome ServerTransaction::outcome(const std::string& mark) {
     constexpr auto breath = 100ms;
     for (const auto end = Clock::now() + askingPatience; Clock::now() < end; std::this_thread::sleep_for(breath)) {
         try {
             connection_.require();
             const auto results =
-                connection_.exchange({command("SELECT pg_xact_status($1::xid8)", {number_})}, readPatience);
+                connection_.exchange({command("SELECT pg_xact_status($1::xid8)", {number_}),
+                                      command("SELECT marca FROM fenda.marcas WHERE marca = $1::uuid", {mark})},
+                                     readPatience);
             const auto status = textOf(results.front());
-            if (status == "committed") return Outcome::Kept;
-            if (status == "aborted") return Outcome::Undone;
-        } catch (const ServerError&) {
-            return Outcome::Unknown;
+            if (!textOf(results.back()).empty()) return Outcome::Kept;
+            if (status == "committed" || status == "aborted") return Outcome::Undone;
+        } catch (const ServerError& error) {
+            constexpr std::string_view stillToCome = "22023";
+            return error.state() == stillToCome ? Outcome::Undone : Outcome::Unknown;
         } catch (const ErrorBd&) {
             continue;
         }

@@ -51,7 +51,7 @@ private:
     void goBack();
     void reset();
     std::string level() const { return "level" + std::to_string(depth_); }
-    Outcome outcome();
+    Outcome outcome(const std::string& mark);
 
     Connection& connection_;
     Patience patience_;
