@@ -17,9 +17,8 @@
 #include <QThread>
 #include <QTimer>
 #include <QWindow>
-#include <algorithm>
-#include <cmath>
 
+#include "platform/qt/Contrast.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/Hands.h"
 #include "platform/qt/Memory.h"
@@ -355,18 +354,6 @@ TEST_F(Windows, the_status_line_keeps_its_place_and_what_does_not_fit_is_in_its_
     form.show();
 }
 
-/// As WCAG defines it, from 1 to 21.
-double contrast(const QColor& a, const QColor& b) {
-    const auto luminance = [](const QColor& color) {
-        const auto linear = [](double part) {
-            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-    };
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
 TEST_F(Windows, what_the_status_line_means_has_a_sign_and_a_colour_that_stands_out_from_light_and_dark) {
     const QPalette before = QApplication::palette();
     for (const QColor& back : {QColor(243, 244, 246), QColor(239, 240, 241), QColor(53, 53, 53), QColor(35, 38, 41)}) {
@@ -385,7 +372,7 @@ TEST_F(Windows, what_the_status_line_means_has_a_sign_and_a_colour_that_stands_o
             tap({key::Escape, 0});
         }});
         form.show();
-        for (const QColor& ink : inks) EXPECT_GE(contrast(ink, back), 4.5) << qPrintable(back.name());
+        for (const QColor& ink : inks) EXPECT_GE(qt::contrast(ink, back), 4.5) << qPrintable(back.name());
         ASSERT_EQ(inks.size(), 3u);
         EXPECT_NE(inks[0], inks[1]);
         EXPECT_NE(inks[1], inks[2]);
