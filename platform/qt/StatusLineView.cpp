@@ -11,15 +11,13 @@ namespace FendaMaestros::qt {
 
 namespace {
 
-/// Colours that stand out from a light window and from a dark one at 4.5 to 1 at least.
+/// Green for what is well and amber for a warning, as they can be read on the theme's window.
 QPalette paletteOf(StatusKind kind) {
-    constexpr int bright = 128;
-    const bool light = qGray(QApplication::palette().color(QPalette::Window).rgb()) >= bright;
     QPalette palette;
-    if (kind == StatusKind::Good)
-        palette.setColor(QPalette::WindowText, light ? QColor(20, 105, 55) : QColor(135, 220, 160));
-    if (kind == StatusKind::Warning)
-        palette.setColor(QPalette::WindowText, light ? QColor(145, 75, 0) : QColor(250, 195, 95));
+    if (kind == StatusKind::Plain) return palette;
+    const QColor back = QApplication::palette().color(QPalette::Window);
+    const QColor wanted = kind == StatusKind::Good ? QColor(40, 140, 75) : QColor(190, 110, 10);
+    palette.setColor(QPalette::WindowText, standingOut(wanted, {back}, textContrast));
     return palette;
 }
 
