@@ -22,9 +22,9 @@ public:
 
 /// What a file may have at most: more is none that a person keeps accounts in.
 namespace largest {
-inline constexpr std::uintmax_t file = 256 * 1024 * 1024;  ///< bytes
+inline constexpr std::uintmax_t file = std::uintmax_t{256} * 1024 * 1024;  ///< bytes
 inline constexpr std::size_t columns = 256;
-inline constexpr std::size_t cell = 64 * 1024;  ///< bytes
+inline constexpr std::size_t cell = std::size_t{64} * 1024;  ///< bytes
 inline constexpr std::int64_t rows = 500'000;
 }  // namespace largest
 

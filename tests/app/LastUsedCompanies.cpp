@@ -15,10 +15,11 @@ TEST(LastUsedCompanies, TheNewestComesFirstAndNoneTwice) {
     for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "B"}) used.use({{Kind::Folder, "/una\tcarpeta"}, name});
     used.use({{Kind::Server, "service=conta"}, "B"});
     std::string order;
-    for (const UsedCompany& each : LastUsed(kept, {}).all()) order += each.company;
+    const LastUsed next(kept, {});
+    for (const UsedCompany& each : next.all()) order += each.company;
     EXPECT_EQ(order, "BBGFED");
-    EXPECT_EQ(LastUsed(kept, {}).all()[1], (UsedCompany{{Kind::Folder, "/una\tcarpeta"}, "B"}));
-    EXPECT_EQ(LastUsed(kept, {}).all()[0].place.kind, Kind::Server);
+    EXPECT_EQ(next.all()[1], (UsedCompany{{Kind::Folder, "/una\tcarpeta"}, "B"}));
+    EXPECT_EQ(next.all()[0].place.kind, Kind::Server);
     EXPECT_TRUE(LastUsed({"", "carpeta", "carpeta\t/una", "disco\t/una\tA", "carpeta\t\tA", "carpeta\t/una\t"}, {})
                     .all()
                     .empty());
