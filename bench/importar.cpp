@@ -41,7 +41,7 @@ std::unique_ptr<SesionBd> freshCompany() {
 }
 
 std::string writeFile(bool identities) {
-    const std::string path = (place / (identities ? "clientes.csv" : "bancos.csv")).string();
+    std::string path = (place / (identities ? "clientes.csv" : "bancos.csv")).string();
     std::ofstream file(path, std::ios::binary);
     file << (identities ? "Cuenta;Nombre;NIF;Dirección;C.P.;Población\r\n" : "Cuenta;Nombre\r\n");
     for (int i = 0; i < accounts; ++i) {

@@ -72,7 +72,7 @@ NextCode codeToCreate(std::string typed, std::size_t digits) {
 
 void openNewAccount(FendaMaes& component) {
     frmIdentificador("Nueva cuenta", "Grupo o cuenta completa", "&Crear", [&component](const std::string& typed) {
-        const std::string none = "No se ha creado ninguna cuenta.";
+        std::string none = "No se ha creado ninguna cuenta.";
         NextCode wanted = codeToCreate(typed, digitosSubcuenta(component.sesion().Parametros()));
         if (!wanted.refusal.empty()) return wanted.refusal;
         if (!read("SELECT * FROM PCta WHERE PCta_Cta = " + literal(wanted.code))->Eof())
