@@ -61,7 +61,7 @@ bool hasThousandsPoints(std::string_view text) {
 
 /// What a number's format adds to a code that is whole.
 std::string withoutNumberFormat(const std::string& typed, std::size_t digits) {
-    const std::string whole = withoutZeroDecimals(typed);
+    std::string whole = withoutZeroDecimals(typed);
     if (whole.size() == digits && text::isNumericCode(whole)) return whole;
     const std::string joined = text::replaced(typed, ".", "");
     return hasThousandsPoints(typed) && joined.size() == digits ? joined : typed;

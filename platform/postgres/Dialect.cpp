@@ -40,7 +40,7 @@ bool admits(std::string_view word, bool called) {
 /// A whole number is typed, for what the engine would guess is narrower than the columns; the type of a text is that of
 /// what it is compared with.
 std::string parameter(char mark, int position) {
-    const auto name = "$" + std::to_string(position);
+    auto name = "$" + std::to_string(position);
     if (mark == storage::integerMark) return name + "::bigint";
     if (mark == storage::realMark) return name + "::numeric";
     return name;

@@ -152,7 +152,7 @@ std::string createCompany(PostgresConexion& connection, const std::string& name)
     const auto inserted =
         connection.carryOut({command("INSERT INTO fenda.empresas (nombre, version) VALUES ($1, $2) RETURNING numero",
                                      {name, std::to_string(schema.version)})});
-    const auto place = placeOf(number(cell(inserted.front(), 0, 0)));
+    auto place = placeOf(number(cell(inserted.front(), 0, 0)));
     connection.carryOut({command("CREATE SCHEMA " + place), command("SET LOCAL " + searchPath(place))});
     createTables(connection, schema, place);
     return place;
