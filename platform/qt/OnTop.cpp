@@ -4,7 +4,6 @@
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 namespace FendaMaestros::qt {
@@ -23,9 +22,10 @@ OnTop::OnTop(QWidget& window) : window_(window) { stack().push_back(&window); }
 OnTop::~OnTop() { std::erase(stack(), &window_); }
 
 QWidget* OnTop::window() {
-    for (QWidget* const window : stack() | std::views::reverse)
-        if (window->isVisible()) return window;
-    return nullptr;
+    const auto& windows = stack();
+    const auto newest =
+        std::find_if(windows.rbegin(), windows.rend(), [](QWidget* window) { return window->isVisible(); });
+    return newest == windows.rend() ? nullptr : *newest;
 }
 
 bool OnTop::takesInput(const QWindow& window) {
