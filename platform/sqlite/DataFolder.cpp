@@ -171,7 +171,7 @@ bool DataFolder::hasCompany(const std::string& name) const {
 }
 
 fs::path DataFolder::fileOf(const std::string& company) const {
-    const auto file = folder_ / (company.empty() ? sharedFileName : companyFileName(company));
+    auto file = folder_ / (company.empty() ? sharedFileName : companyFileName(company));
     if (isThere(file)) return file;
     const std::string missing =
         company.empty() ? "Falta la base de datos común" : "No existe la empresa " + guillemets(company);

@@ -123,8 +123,10 @@ private:
 
     pid_t spawn(const std::vector<std::string>& command) const {
         const auto program = (programs() / command.front()).string();
-        std::vector<char*> arguments;
-        for (const auto& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
+        // By its path, where it looks for the other programs.
+        std::vector<char*> arguments{const_cast<char*>(program.c_str())};
+        for (std::size_t word = 1; word < command.size(); ++word)
+            arguments.push_back(const_cast<char*>(command[word].c_str()));
         arguments.push_back(nullptr);
         const auto messages = log().string();
         const auto* unprivileged = isRoot() ? user() : nullptr;
