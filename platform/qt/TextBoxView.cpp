@@ -37,7 +37,7 @@ public:
     }
     QSize sizeHint() const override { return {widthOf(digits_), QLineEdit::sizeHint().height()}; }
     QSize minimumSizeHint() const override {
-        constexpr int enough = 12;
+        constexpr int enough = 10;
         return {widthOf(std::min(digits_, enough)), QLineEdit::minimumSizeHint().height()};
     }
 
