@@ -69,6 +69,16 @@ bool isListed(const std::string& of, std::int16_t fiscalYear, std::size_t charac
     return false;
 }
 
+/// Takes the code, as long as it is stored, of what was typed; what is not listed is wrong.
+void fillCode(std::string& code, std::size_t length, const std::string& typed, const CodeList& list, const char* what,
+              IdentityRows::Taken& taken) {
+    if (typed.empty() || typed == code) return;
+    if (const auto* entry = list.find(typed))
+        code = text::left(entry->code, length);
+    else
+        addSentence(taken.why, std::string(what) + " " + quoted(typed) + " no se conoce");
+}
+
 }  // namespace
 
 std::string RowCells::operator[](ExchangeField field) const {
@@ -195,21 +205,11 @@ void IdentityRows::fill(NifRecord& record, const RowCells& row, Taken& taken) co
 }
 
 void IdentityRows::fillStreetType(NifRecord& record, const RowCells& row, Taken& taken) const {
-    const std::string typed = row[StreetType];
-    if (typed.empty() || typed == record.tipoVia) return;
-    if (const auto* entry = state_.streetTypes.find(typed))
-        record.tipoVia = text::left(entry->code, 2);
-    else
-        addSentence(taken.why, "el tipo de vía " + quoted(typed) + " no se conoce");
+    fillCode(record.tipoVia, 2, row[StreetType], state_.streetTypes, "el tipo de vía", taken);
 }
 
 void IdentityRows::fillCountry(NifRecord& record, const RowCells& row, Taken& taken) const {
-    const std::string typed = row[Country];
-    if (typed.empty() || typed == record.pais) return;
-    if (const auto* entry = state_.countries.find(typed))
-        record.pais = text::left(entry->code, 3);
-    else
-        addSentence(taken.why, "el país " + quoted(typed) + " no se conoce");
+    fillCode(record.pais, 3, row[Country], state_.countries, "el país", taken);
 }
 
 /// A spreadsheet takes the zero away that a Spanish postal code may begin with.
