@@ -29,17 +29,21 @@ QString plainCaption(const std::string& caption) { return QString::fromStdString
 
 class LabelView final : public ControlView {
 public:
-    LabelView(Label& label, FormWindow& window) : label_(label), shown_(*new QLabel(&window)) {
+    LabelView(Label& label, FormWindow& window) : label_(label), window_(window), shown_(*new QLabel(&window)) {
         shown_.setTextFormat(Qt::PlainText);
     }
     QWidget& widget() override { return shown_; }
     void pull() override {
         const QString caption = plainCaption(label_.Caption);
-        if (shown_.text() != caption) shown_.setText(caption);
+        if (shown_.text() == caption) return;
+        shown_.setText(caption);
+        if (shown_.isVisible() && shown_.wordWrap())
+            window_.grow(shown_.heightForWidth(shown_.width()) - shown_.height());
     }
 
 private:
     Label& label_;
+    FormWindow& window_;
     QLabel& shown_;
 };
 

@@ -52,6 +52,10 @@ QSize FormWindow::fittingSize() const {
     return size.boundedTo(room);
 }
 
+void FormWindow::grow(int more) {
+    if (more > 0) resize(width(), std::max(height(), std::min(height() + more, roomOnScreen().height())));
+}
+
 FormWindow::~FormWindow() { std::erase(shownWindows(), this); }
 
 FormWindow* FormWindow::of(const Form& form) {

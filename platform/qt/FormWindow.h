@@ -36,6 +36,9 @@ public:
     void setLabel(const Control& control, const Label& label) { labels_[&control] = &label; }
     /// What the largest window can show on this screen.
     QSize roomOnScreen() const;
+    /// Makes it so much taller, as far as the screen has room: a text has come that needs more lines. Nothing for 0 or
+    /// less.
+    void grow(int more);
     /// Where Qt sends the keys of this window.
     QWidget& keyReceiver();
 

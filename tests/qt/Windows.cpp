@@ -355,6 +355,35 @@ TEST_F(Windows, the_status_line_keeps_its_place_and_what_does_not_fit_is_in_its_
     form.show();
 }
 
+/// A window that says what it has found.
+struct Finding final : Form {
+    explicit Finding(Desktop& desktop) : Form(desktop) {
+        add(lblResultado, "lblResultado");
+        add(cmdComprobar, "cmdComprobar");
+        add(cmdSalir, "cmdSalir");
+        layOut(arrange::column({arrange::plain(lblResultado), arrange::buttons({&cmdComprobar, &cmdSalir})}));
+        cmdSalir.Click = [this] { unload(); };
+        cmdComprobar.Click = [this] { lblResultado.Caption = "No es válido\nEs de una sociedad\nSe espera 2\nNorma"; };
+    }
+    Label lblResultado{"Sin comprobar"};
+    CommandButton cmdComprobar{"&Comprobar"};
+    CommandButton cmdSalir{"&Salir"};
+};
+
+TEST_F(Windows, a_text_that_comes_to_need_more_lines_is_seen_whole) {
+    Finding finding(desktop);
+    later({[&] {
+               tap({'C', shift::Alt});
+           },
+           [&] {
+               const QWidget& text = qt::FormWindow::of(finding)->viewOf(finding.lblResultado).widget();
+               EXPECT_GE(text.height(), text.heightForWidth(text.width()));
+               EXPECT_GE(text.height(), 4 * text.fontMetrics().height());
+               tap({'S', shift::Alt});
+           }});
+    finding.show();
+}
+
 TEST_F(Windows, what_the_status_line_means_has_a_sign_and_a_colour_that_stands_out_from_light_and_dark) {
     const QPalette before = QApplication::palette();
     for (const QColor& back : {QColor(243, 244, 246), QColor(239, 240, 241), QColor(53, 53, 53), QColor(35, 38, 41)}) {
