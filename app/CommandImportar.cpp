@@ -13,9 +13,8 @@
 #include "app/UnattendedCompany.h"
 #include "interchange/Import.h"
 #include "interchange/ImportFile.h"
-#include "toolkit/Format.h"
+#include "interchange/ImportTexts.h"
 #include "toolkit/Text.h"
-#include "ui/Csv.h"
 #include "ui/PartialFile.h"
 #include "ui/Transaction.h"
 #include "ui/WorkContext.h"
@@ -71,19 +70,29 @@ std::string describe(const std::string& path, ExchangeKind kind, const ImportFor
            (unused.empty() ? "\n\n" : "\nNo se usan: " + unused + "\n\n");
 }
 
+std::string listed(const std::vector<std::string>& headings) {
+    std::string list;
+    for (std::size_t i = 0; i < headings.size(); ++i)
+        list += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " «" + headings[i] + "»";
+    return list;
+}
+
+/// Throws unless rows can be told apart.
+void requireKey(const ImportFile& file) {
+    if (file.tellsRowsApart()) return;
+    const bool accounts = file.form().kind == ExchangeKind::Accounts;
+    throw std::invalid_argument(std::string("No se sabe qué columna tiene ") +
+                                (accounts ? "el código de la cuenta" : "el NIF") + "; las columnas del fichero son " +
+                                listed(file.form().firstRow) + ". Indíquela como " + (accounts ? "cuenta" : "nif") +
+                                "=1.");
+}
+
 std::string lineOf(const ImportRow& row) {
-    std::string line = "línea " + std::to_string(row.line) + ": ";
-    const auto inBrackets = [](const std::string& note) { return note.empty() ? note : " (" + note + ")"; };
     const std::string what = row.key + (row.key.empty() || row.name.empty() ? "" : " ") + row.name;
-    if (row.verdict == Verdict::New) line += "nueva " + what + inBrackets(row.note);
-    if (row.verdict == Verdict::Wrong) line += "errónea " + what + ": " + row.why;
-    if (row.verdict == Verdict::Changes) {
-        std::string changes;
-        for (const FieldChange& change : row.changes)
-            changes += (changes.empty() ? "" : ", ") + change.field + " «" + change.from + "» → «" + change.to + "»";
-        line += "cambia " + what + ": " + changes + inBrackets(row.note);
-    }
-    return text::printable(line) + "\n";
+    std::string line = "línea " + std::to_string(row.line) + ": " + std::string(wordOf(row.verdict)) + " " + what;
+    if (row.verdict == Verdict::Wrong) return text::printable(line + ": " + row.why) + "\n";
+    if (row.verdict == Verdict::Changes) line += ": " + changesText(row);
+    return text::printable(line + (row.note.empty() ? "" : " (" + row.note + ")")) + "\n";
 }
 
 void tellRows(const ImportPreview& preview) {
@@ -98,33 +107,9 @@ void tellRows(const ImportPreview& preview) {
     writeOutput(lines + (lines.empty() ? "" : "\n"));
 }
 
-std::string summary(const ImportCounts& counts) {
-    const auto words = [](std::int64_t count, const char* one, const char* many) {
-        return counted(static_cast<int>(count), one, many);
-    };
-    return words(counts.added, "nueva", "nuevas") + ", " + words(counts.changed, "con cambios", "con cambios") + ", " +
-           words(counts.same, "igual", "iguales") + " y " + words(counts.wrong, "errónea", "erróneas") + ".\n";
-}
-
-/// The wrong rows as they are, and why, as a file that can be put right and imported.
 void writeWrongRows(const ImportPreview& preview, const ImportForm& form, const std::string& path) {
-    std::string csv;
-    if (form.header) {
-        std::vector<std::string> headings = form.firstRow;
-        headings.emplace_back("Motivo");
-        csv += csvLine(headings);
-    }
-    for (const ImportRow& row : preview.rows()) {
-        if (row.verdict != Verdict::Wrong) continue;
-        std::vector<std::string> cells = row.cells;
-        for (std::string& cell : cells)
-            if (!cell.starts_with('\'')) cell = shieldedText(cell);
-        cells.resize(std::max(cells.size(), form.firstRow.size()));
-        cells.push_back(row.why);
-        csv += csvLine(cells);
-    }
     PartialFile file(path);
-    file.write(csv);
+    file.write(wrongRowsCsv(preview, form));
     file.commit();
     tellWritten(path);
 }
@@ -166,6 +151,7 @@ int runImportar(const Place& place, const std::string& company, const TypedImpor
     if (typed.file.empty()) throw std::invalid_argument("Falta el fichero que se importa.");
     UnattendedCompany open(place, company);
     const ImportFile file(typed.file, kind, choiceOf(typed));
+    requireKey(file);
     writeOutput(describe(typed.file, kind, file.form()));
     const ImportPreview preview = [&] {
         const ProgressLine line;
@@ -173,7 +159,7 @@ int runImportar(const Place& place, const std::string& company, const TypedImpor
                              {.outsidePlan = typed.outsidePlan}, reportOn(line, "Filas leídas"));
     }();
     tellRows(preview);
-    writeOutput(summary(preview.counts()));
+    writeOutput(countsText(preview.counts()) + ".\n");
     if (!typed.wrongRows.empty()) writeWrongRows(preview, file.form(), typed.wrongRows);
     return importRows(open, preview, typed);
 }

@@ -16,7 +16,6 @@ namespace {
 using enum ExchangeField;
 
 constexpr std::size_t longestAccountName = 140;
-constexpr std::int64_t rowsBetweenReports = 1000;
 constexpr std::array accountFields{AccountName, Active, Centre, Department, Mass, Linked, Withholding};
 
 std::string quoted(const std::string& text) { return "«" + text + "»"; }
@@ -27,12 +26,12 @@ std::string entryText(const CodeList& list, std::int64_t id, bool byName) {
     return byName ? entry->name : entry->code;
 }
 
+}  // namespace
+
 void reportTo(const ImportProgress& progress, std::int64_t done) {
-    if (!progress || done % rowsBetweenReports != 0 || progress(done)) return;
+    if (!progress || progress(done)) return;
     throw ErrorBd(ErrorBd::Kind::Stopped, "Se ha interrumpido: no se ha escrito nada.");
 }
-
-}  // namespace
 
 std::string textOf(ExchangeField field, const SubcuentaRecord& account, const CompanyState& state) {
     switch (field) {
@@ -84,8 +83,9 @@ ImportPreview::ImportPreview(SesionBd& session, ExchangeKind kind, RowReader& ro
         if (!row.why.empty()) row.verdict = Verdict::Wrong;
         // A link may turn out to be broken once all rows are known.
         if (row.verdict == Verdict::Wrong || columns.has(Linked) || columns.has(Withholding)) row.cells = cells;
-        reportTo(progress, std::ssize(rows_));
+        if (std::ssize(rows_) % rowsBetweenReports == 0) reportTo(progress, std::ssize(rows_));
     }
+    reportTo(progress, std::ssize(rows_));
     rejectBrokenLinks();
     for (ImportRow& row : rows_)
         if (row.verdict != Verdict::Wrong) row.cells = {};

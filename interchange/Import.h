@@ -38,8 +38,11 @@ struct ImportOptions {
     bool outsidePlan = false;
 };
 
-/// Told now and then how many rows are done; false stops the work.
+/// Told now and then how many rows are done, and once all are; false stops the work.
 using ImportProgress = std::function<bool(std::int64_t done)>;
+inline constexpr std::int64_t rowsBetweenReports = 1000;
+/// Throws ErrorBd (Stopped) when the work is to stop.
+void reportTo(const ImportProgress& progress, std::int64_t done);
 
 /// Another program has changed what a preview goes by.
 struct OutdatedPreview : std::runtime_error {

@@ -1,40 +1,32 @@
 #include "interchange/ImportFile.h"
 
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace FendaMaestros {
 
 namespace {
 
-std::string listed(const std::vector<std::string>& headings) {
-    std::string list;
-    for (std::size_t i = 0; i < headings.size(); ++i)
-        list += (i == 0 ? "" : ", ") + std::to_string(i + 1) + " «" + headings[i] + "»";
-    return list;
-}
-
-/// Throws unless rows can be told apart.
-void requireKey(ExchangeKind kind, const ImportForm& form) {
-    using enum ExchangeField;
-    const bool accounts = kind == ExchangeKind::Accounts;
-    if (form.columns.has(accounts ? Account : Document) || (!accounts && form.columns.has(Name))) return;
-    throw std::invalid_argument(std::string("No se sabe qué columna tiene ") +
-                                (accounts ? "el código de la cuenta" : "el NIF") + "; las columnas del fichero son " +
-                                listed(form.firstRow) + ". Indíquela como " + (accounts ? "cuenta" : "nif") + "=1.");
+/// That of the headings; accounts where they say nothing.
+ExchangeKind kindOf(const std::vector<std::string>& headings) {
+    const ColumnMap columns = matchHeadings(ExchangeKind::Accounts, headings);
+    const bool identities = columns.has(ExchangeField::Document) && !columns.has(ExchangeField::Account);
+    return identities ? ExchangeKind::Identities : ExchangeKind::Accounts;
 }
 
 }  // namespace
 
-ImportFile::ImportFile(std::string path, ExchangeKind kind, const FormChoice& choice) : path_(std::move(path)) {
+ImportFile::ImportFile(std::string path, std::optional<ExchangeKind> kind, const FormChoice& choice)
+    : path_(std::move(path)), state_(stateOf(path_)) {
     form_.csv = surveyCsv(path_, choice.encoding, choice.separator);
     if (!CsvReader(path_, form_.csv).next(form_.firstRow))
         throw std::runtime_error("El fichero no tiene ninguna fila.");
     matchColumns(kind, choice);
-    requireKey(kind, form_);
 }
 
-void ImportFile::matchColumns(ExchangeKind kind, const FormChoice& choice) {
+void ImportFile::matchColumns(std::optional<ExchangeKind> given, const FormChoice& choice) {
+    const ExchangeKind kind = form_.kind = given.value_or(kindOf(form_.firstRow));
     form_.columns = matchHeadings(kind, form_.firstRow);
     bool anyMatch = false;
     for (const ExchangeField field : fieldsOf(kind)) anyMatch |= form_.columns.has(field);
@@ -44,6 +36,22 @@ void ImportFile::matchColumns(ExchangeKind kind, const FormChoice& choice) {
     assignColumns(form_.columns, kind, choice.columns, form_.header ? form_.firstRow : std::vector<std::string>(),
                   columns);
 }
+
+bool ImportFile::tellsRowsApart() const {
+    using enum ExchangeField;
+    if (form_.kind == ExchangeKind::Accounts) return form_.columns.has(Account);
+    return form_.columns.has(Document) || form_.columns.has(Name);
+}
+
+/// The same for all files that are not there.
+ImportFile::State ImportFile::stateOf(const std::string& path) {
+    std::error_code error;
+    State state{std::filesystem::file_size(path, error), {}};
+    if (!error) state.written = std::filesystem::last_write_time(path, error);
+    return state;
+}
+
+bool ImportFile::isUnchanged() const { return stateOf(path_) == state_; }
 
 std::unique_ptr<RowReader> ImportFile::rows() const {
     auto reader = std::make_unique<CsvReader>(path_, form_.csv);

@@ -15,7 +15,6 @@ namespace {
 
 constexpr const char* accountTable = "PCta";
 constexpr const char* identityTable = "KXComun.dbo.Nif";
-constexpr std::int64_t rowsBetweenReports = 1000;
 
 /// The highest id of a table, 0 while it is empty.
 std::int64_t highest(ConexionBd& connection, const std::string& column, const std::string& table) {
@@ -46,6 +45,8 @@ public:
                 inserted.add(valoresNif(identity.record));
             else if (identity.changed)
                 update(identity.record);
+            else
+                continue;
             if (preview_.kind_ == ExchangeKind::Identities) report();
         }
         inserted.finish();
@@ -69,6 +70,9 @@ public:
         inserted.finish();
         link(before);
     }
+
+    /// The last chance to stop.
+    void finish() const { reportTo(progress_, done_); }
 
 private:
     void update(const NifRecord& identity) {
@@ -115,8 +119,7 @@ private:
     }
 
     void report() {
-        if (!progress_ || ++done_ % rowsBetweenReports != 0 || progress_(done_)) return;
-        throw ErrorBd(ErrorBd::Kind::Stopped, "Se ha interrumpido: no se ha escrito nada.");
+        if (++done_ % rowsBetweenReports == 0) reportTo(progress_, done_);
     }
 
     const ImportPreview& preview_;
@@ -132,12 +135,16 @@ private:
 void ImportPreview::apply(SesionBd& session, bool omitWrong, const ImportProgress& progress) const {
     if (!omitWrong && counts().wrong > 0) throw std::invalid_argument("Hay filas erróneas: no se ha escrito nada.");
     Transaction transaction(session.Conexion());
-    if (!CompanyState(session, withIdentities_).sameAs(state_))
+    const CompanyState now(session, withIdentities_);
+    // A read that has been stopped halfway tells nothing.
+    reportTo(progress, 0);
+    if (!now.sameAs(state_))
         throw OutdatedPreview(
             "Otro programa ha cambiado los datos entretanto: no se ha escrito nada. Vuelva a intentarlo.");
     Writing writing(*this, session, progress);
     if (withIdentities_) writing.identities();
     if (kind_ == ExchangeKind::Accounts) writing.accounts();
+    writing.finish();
     transaction.commit();
 }
 

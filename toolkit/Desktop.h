@@ -89,6 +89,9 @@ public:
     /// Asks where to save. `proposal` is a file name without folder; `kind` tells a person what it is, as "Hoja de
     /// cálculo (*.xlsx)". Nothing when the person leaves it.
     virtual std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) = 0;
+    /// Asks for a file that is there, of a kind as above. Nothing when the person leaves it, and where a desktop has no
+    /// such question.
+    virtual std::optional<std::string> chooseOpenFile(const std::string& /*kind*/) { return std::nullopt; }
     /// Asks for a folder, which need not be there yet; `begin` is the one to begin with, "" for any. Nothing when the
     /// person leaves it, when an operator works in a person's place, and where a desktop has no such question.
     virtual std::optional<std::string> chooseFolder(const std::string& /*title*/, const std::string& /*begin*/) {

@@ -30,6 +30,8 @@ public:
     virtual Reply answer(const Message& message) = 0;
     /// Throws when the question was not expected.
     virtual std::optional<std::string> saveFile(const std::string& proposal, const std::string& kind) = 0;
+    /// The file to open; nothing leaves the question without an answer.
+    virtual std::optional<std::string> openFile(const std::string& /*kind*/) { return std::nullopt; }
 };
 
 /// A person's hands: each call does to the form on top what the gesture does, through all that a real one goes through

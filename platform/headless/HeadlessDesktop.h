@@ -25,6 +25,7 @@ public:
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override {
         return person_.saveFile(proposal, kind);
     }
+    std::optional<std::string> chooseOpenFile(const std::string& kind) override { return person_.openFile(kind); }
     bool openFile(const std::string& path) override;
     bool mailFile(const std::string& path) override;
     bool print(const PagedDocument&) override;

@@ -139,13 +139,24 @@ void QtDesktop::wait(std::chrono::milliseconds time) {
 
 std::optional<std::string> QtDesktop::chooseSaveFile(const std::string& proposal, const std::string& kind) {
     if (person_) return person_->saveFile(proposal, kind);
-    program_->typeAhead.release();
-    qt::FormWindow::pullAll();
-    QFileDialog dialog(topWindow(), "Guardar como", memory_ ? memory_->lastFolder() : QString(),
-                       QString::fromStdString(kind));
+    QFileDialog dialog(topWindow(), "Guardar como", {}, QString::fromStdString(kind));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.selectFile(QString::fromStdString(proposal));
     dialog.setDefaultSuffix(QString::fromStdString(proposal).section('.', -1));
+    return askForFile(dialog);
+}
+
+std::optional<std::string> QtDesktop::chooseOpenFile(const std::string& kind) {
+    if (person_) return person_->openFile(kind);
+    QFileDialog dialog(topWindow(), "Abrir", {}, QString::fromStdString(kind) + ";;Todos los ficheros (*)");
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return askForFile(dialog);
+}
+
+std::optional<std::string> QtDesktop::askForFile(QFileDialog& dialog) {
+    program_->typeAhead.release();
+    qt::FormWindow::pullAll();
+    if (memory_ && !memory_->lastFolder().isEmpty()) dialog.setDirectory(memory_->lastFolder());
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     const QString file = dialog.selectedFiles().constFirst();
     if (memory_) memory_->keepFolderOf(file);

@@ -5,6 +5,7 @@
 #include "toolkit/Desktop.h"
 #include "toolkit/Operator.h"
 
+class QFileDialog;
 class QSettings;
 
 namespace FendaMaestros {
@@ -31,6 +32,7 @@ public:
     bool mailFile(const std::string& path) override;
     void wait(std::chrono::milliseconds time) override;
     std::optional<std::string> chooseSaveFile(const std::string& proposal, const std::string& kind) override;
+    std::optional<std::string> chooseOpenFile(const std::string& kind) override;
     std::optional<std::string> chooseFolder(const std::string& title, const std::string& begin) override;
     bool openFile(const std::string& path) override;
     bool print(const PagedDocument& document) override;
@@ -43,6 +45,9 @@ protected:
 
 private:
     struct Program;
+
+    /// Shows the dialog, in the folder of the last file, and remembers that of the file chosen.
+    std::optional<std::string> askForFile(QFileDialog& dialog);
 
     Operator* person_;
     std::unique_ptr<Program> program_;
