@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "interchange/Fields.h"
 #include "interchange/IdentityRows.h"
 #include "interchange/RowReader.h"
+#include "ui/OutdatedPreview.h"
 
 namespace FendaMaestros {
 
@@ -40,11 +40,6 @@ struct ImportOptions {
 
 /// Told now and then how many rows are done; false stops the work.
 using ImportProgress = std::function<bool(std::int64_t done)>;
-
-/// Another program has changed what a preview goes by.
-struct OutdatedPreview : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 /// What an import would do, row by row, by the rules of the screens: nothing is written until apply().
 ///

@@ -132,9 +132,7 @@ private:
 void ImportPreview::apply(SesionBd& session, bool omitWrong, const ImportProgress& progress) const {
     if (!omitWrong && counts().wrong > 0) throw std::invalid_argument("Hay filas erróneas: no se ha escrito nada.");
     Transaction transaction(session.Conexion());
-    if (!CompanyState(session, withIdentities_).sameAs(state_))
-        throw OutdatedPreview(
-            "Otro programa ha cambiado los datos entretanto: no se ha escrito nada. Vuelva a intentarlo.");
+    if (!CompanyState(session, withIdentities_).sameAs(state_)) throw OutdatedPreview();
     Writing writing(*this, session, progress);
     if (withIdentities_) writing.identities();
     if (kind_ == ExchangeKind::Accounts) writing.accounts();
