@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "interchange/Fields.h"
 #include "interchange/IdentityRows.h"
 #include "interchange/RowReader.h"
+#include "ui/OutdatedPreview.h"
 
 namespace FendaMaestros {
 
@@ -43,11 +43,6 @@ using ImportProgress = std::function<bool(std::int64_t done)>;
 inline constexpr std::int64_t rowsBetweenReports = 1000;
 /// Throws ErrorBd (Stopped) when the work is to stop.
 void reportTo(const ImportProgress& progress, std::int64_t done);
-
-/// Another program has changed what a preview goes by.
-struct OutdatedPreview : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 /// What an import would do, row by row, by the rules of the screens: nothing is written until apply().
 ///

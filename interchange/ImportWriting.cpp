@@ -138,9 +138,7 @@ void ImportPreview::apply(SesionBd& session, bool omitWrong, const ImportProgres
     const CompanyState now(session, withIdentities_);
     // A read that has been stopped halfway tells nothing.
     reportTo(progress, 0);
-    if (!now.sameAs(state_))
-        throw OutdatedPreview(
-            "Otro programa ha cambiado los datos entretanto: no se ha escrito nada. Vuelva a intentarlo.");
+    if (!now.sameAs(state_)) throw OutdatedPreview();
     Writing writing(*this, session, progress);
     if (withIdentities_) writing.identities();
     if (kind_ == ExchangeKind::Accounts) writing.accounts();

@@ -20,6 +20,10 @@ std::array<std::pair<const char*, Variant>, 5> valuesOf(const NewCompany& compan
              {orderOf, company.nameOrder}}};
 }
 
+Statement change(const char* name, const Variant& value) {
+    return {"UPDATE Parametros SET Par_Valor = ? WHERE Par_Nom = ?", {value, name}};
+}
+
 void insert(ConexionBd& connection, const char* name, const Variant& value) {
     connection.run({"INSERT INTO Parametros (Par_Nom, Par_Valor) VALUES (?, ?)", {name, value}});
 }
@@ -35,14 +39,15 @@ void changeParameters(ConexionBd& connection, const NewCompany& company) {
     connection.BeginTrans();
     try {
         for (const auto& [name, value] : valuesOf(company))
-            if (connection.run({"UPDATE Parametros SET Par_Valor = ? WHERE Par_Nom = ?", {value, name}}) == 0)
-                insert(connection, name, value);
+            if (connection.run(change(name, value)) == 0) insert(connection, name, value);
         connection.CommitTrans();
     } catch (...) {
         connection.RollbackTrans();
         throw;
     }
 }
+
+Statement digitsChange(int digits) { return change(digitsOf, digits); }
 
 ParametrosEmpresa readParameters(ConexionBd& connection) {
     ParametrosEmpresa parameters;
