@@ -179,7 +179,8 @@ void Words::fail(const std::string& reason) const { throw GuionError{line_, reas
 
 // --- the whole script
 
-std::vector<Command> parseGuion(std::istream& script) {
+std::vector<Command> parseGuion(std::istream& script,
+                                const std::function<Command(int line, std::string_view text)>& parse) {
     std::vector<Command> commands;
     std::string line;
     for (int number = 1; std::getline(script, line); ++number) {
@@ -190,7 +191,7 @@ std::vector<Command> parseGuion(std::istream& script) {
         const auto first = text.find_first_not_of(blanks);
         if (first == std::string_view::npos || text[first] == '#') continue;
         text.remove_prefix(first);
-        commands.push_back(parseCommand(number, text.substr(0, text.find_last_not_of(blanks) + 1)));
+        commands.push_back(parse(number, text.substr(0, text.find_last_not_of(blanks) + 1)));
     }
     return commands;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -53,12 +54,14 @@ private:
     std::size_t next_ = 0;
 };
 
-/// Every command of a script, checked as far as it can be without running it. Throws GuionError for the first line that
-/// is not understood.
-std::vector<Command> parseGuion(std::istream& script);
-
 /// The command of one line that is neither blank nor a comment (app/guion/GuionGrammar.cpp has the table of commands).
+/// Throws GuionError when it is not understood.
 Command parseCommand(int line, std::string_view text);
+
+/// Every command of a script, checked as far as it can be without running it. Throws GuionError for the first line that
+/// is not understood. `parse` reads a line as parseCommand() does, and may know more commands.
+std::vector<Command> parseGuion(std::istream& script,
+                                const std::function<Command(int line, std::string_view text)>& parse = parseCommand);
 
 /// A key as scripts name it, "Intro" or "Mayús+Tab". Throws std::invalid_argument with the reason.
 KeyStroke keyStroke(std::string_view name);

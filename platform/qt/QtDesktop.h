@@ -15,7 +15,7 @@ class Memory;
 }
 
 /// The desktop as real windows. Makes the program's QApplication unless there is one already; one at a time.
-class QtDesktop final : public Desktop {
+class QtDesktop : public Desktop {
 public:
     /// With an operator (which must outlive the desktop) the windows are shown, and it works on them in a person's
     /// place. Throws std::runtime_error, in Spanish, when the program has begun without windows.
