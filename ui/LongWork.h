@@ -19,6 +19,8 @@ public:
     LongWork& operator=(const LongWork&) = delete;
     ~LongWork();
 
+    /// So many steps are done. False when the person has asked to stop.
+    bool reached(int done);
     /// One more step is done. False when the person has asked to stop.
     bool advance() { return reached(done_ + 1); }
     bool stopped() const { return stopped_; }
@@ -29,7 +31,6 @@ public:
     }
 
 private:
-    bool reached(int done);
     void show();
 
     Desktop& desktop_;

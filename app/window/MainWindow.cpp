@@ -16,6 +16,7 @@
 #include "app/window/frmAbrir.h"
 #include "app/window/frmCopia.h"
 #include "app/window/frmDatosEmpresa.h"
+#include "app/window/frmImportar.h"
 #include "app/window/frmInicio.h"
 #include "app/window/frmNuevaEmpresa.h"
 #include "app/window/frmRevisar.h"
@@ -207,6 +208,10 @@ void MainWindow::examineCompany() {
     });
 }
 
+void MainWindow::importFile() {
+    guarded("Importar", "No se ha podido importar.", [] { frmImportar().show(); });
+}
+
 void MainWindow::start(const Operation& operation) {
     if (!company_) return;
     if (Tile* const tile = tiles_[&operation]) tile->setFocus();
@@ -231,6 +236,7 @@ void MainWindow::addCompanyMenu() {
     connect(lastUsedMenu_, &QMenu::aboutToShow, this, &MainWindow::fillLastUsed);
     companyMenu_->addSeparator();
     companyMenu_->addAction("&Datos de la empresa...", this, &MainWindow::changeCompany);
+    companyMenu_->addAction("&Importar...", this, &MainWindow::importFile);
     companyMenu_->addAction("&Copia de seguridad...", this, &MainWindow::backUpCompanies);
     companyMenu_->addAction("&Revisar...", this, &MainWindow::examineCompany);
     companyMenu_->addSeparator();

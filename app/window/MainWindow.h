@@ -47,6 +47,8 @@ public:
     void backUpCompanies();
     /// Examines the company that is open, or all of its place.
     void examineCompany();
+    /// Shows what a file would bring to the company that is open, and imports it.
+    void importFile();
     /// Runs an entry operation. What it throws is shown in a message.
     void start(const Operation& operation);
 

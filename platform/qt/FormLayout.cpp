@@ -15,6 +15,7 @@
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/GivingWay.h"
 #include "platform/qt/WrapLayout.h"
+#include "toolkit/Raised.h"
 
 namespace FendaMaestros::qt {
 
@@ -25,6 +26,20 @@ using Kind = Arrangement::Kind;
 constexpr int airOverButtons = 5;
 /// Buttons of a line are equally wide, but for those whose caption needs more than this.
 constexpr int widestAlike = 160;
+
+/// Side by side; what is tall among it gives way, however high the rest would be in lines of their own.
+class LineGivingWay final : public QHBoxLayout {
+public:
+    /// What this asks of the box asks back here first.
+    int heightForWidth(int width) const override {
+        if (asking_) return QHBoxLayout::heightForWidth(width);
+        const Raised asking(asking_);
+        return minimumHeightForWidth(width);
+    }
+
+private:
+    mutable bool asking_ = false;
+};
 
 /// Turns the nodes of an arrangement into layouts. All labels of fields get one width, so that the fields line up over
 /// the whole window.
@@ -38,7 +53,8 @@ public:
         for (const Arrangement& node : nodes) {
             const bool tall = growsTall(node);
             filled = filled || tall;
-            place(*box, node, tall ? 1 : 0);
+            // What stands beside something else needs less of the room.
+            place(*box, node, node.kind == Kind::Filling ? 2 : tall ? 1 : 0);
         }
         if (!filled) box->addStretch();
         return box;
@@ -117,7 +133,9 @@ private:
 
     /// Side by side in one line; the room left goes to those that use it, or stays at the right.
     QLayout* line(const std::vector<Arrangement>& nodes) {
-        auto* box = new QHBoxLayout;
+        auto* box = std::ranges::any_of(nodes, [this](const Arrangement& node) { return growsTall(node); })
+                        ? new LineGivingWay
+                        : new QHBoxLayout;
         bool filled = false;
         for (const Arrangement& node : nodes) {
             const bool wide = growsWide(node);

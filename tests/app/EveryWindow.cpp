@@ -9,8 +9,16 @@
 #include <fstream>
 #include <set>
 
+#include "app/Composition.h"
 #include "app/operations/Operations.h"
 #include "app/window/Display.h"
+#include "app/window/frmAbrir.h"
+#include "app/window/frmCopia.h"
+#include "app/window/frmDatosEmpresa.h"
+#include "app/window/frmImportar.h"
+#include "app/window/frmInicio.h"
+#include "app/window/frmNuevaEmpresa.h"
+#include "app/window/frmRevisar.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/sqlite/Session.h"
@@ -36,7 +44,7 @@ std::shared_ptr<void> openDisplayOf(QSize size) {
     return display;
 }
 
-/// The windows that the menus open, on a screen of some size.
+/// The windows that the menus open, those of the program itself included, on a screen of some size.
 class EveryWindow : public ::testing::TestWithParam<QSize> {
 protected:
     EveryWindow() {
@@ -49,18 +57,34 @@ protected:
         maes.MyBd = maes.MyBdorigen = session.get();
     }
 
+    using Look = std::function<void(Form&, qt::FormWindow&)>;
+
     /// Looks at each window and closes it.
-    void visit(const std::function<void(Form&, qt::FormWindow&)>& look) {
-        for (const Operation& operation : operations()) {
-            SCOPED_TRACE(operation.name);
-            person.visits = {[&](Form& form) {
-                look(form, *qt::FormWindow::of(form));
-                form.unload();
-            }};
-            operation.open(maes);
-            EXPECT_TRUE(person.visits.empty());
-        }
+    void visit(const Look& look) {
+        for (const Operation& operation : operations()) visit(look, operation.name, [&] { operation.open(maes); });
+        const auto own = [&](Form&& form) { visit(look, form.Caption, [&form] { form.show(); }); };
+        const Place kept{Place::Kind::Folder, folder.path() / "datos"};
+        const CompanyPlace place{kept, companiesAt(kept)};
+        own(frmInicio(desktop));
+        own(frmNuevaEmpresa(desktop, place));
+        own(frmAbrir(desktop, Place::Kind::Folder, {}));
+        own(frmAbrir(desktop, Place::Kind::Server, {}));
+        own(frmDatosEmpresa(desktop, *session, "Empresa", nameOf(kept)));
+        own(frmCopia(folder.path(), {}));
+        own(frmRevisar(place, "Empresa"));
+        own(frmImportar());
     }
+    void visit(const Look& look, const std::string& name, const std::function<void()>& open) {
+        SCOPED_TRACE(name);
+        person.visits = {[&](Form& form) {
+            look(form, *qt::FormWindow::of(form));
+            form.unload();
+        }};
+        open();
+        EXPECT_TRUE(person.visits.empty());
+    }
+
+    const tests::TemporaryFolder folder;
 
     std::shared_ptr<void> display = openDisplayOf(GetParam());
     testing::ScriptedPerson person;

@@ -20,7 +20,7 @@ public:
     HeadlessGestures hands;
     std::deque<Visit> visits;
     std::deque<Answer> answers;
-    /// Where to save; an empty path leaves the question without an answer.
+    /// Where to save, or what to open; an empty path leaves the question without an answer.
     std::deque<std::string> files;
     std::vector<std::string> proposals;
     std::vector<Message> messages;
@@ -56,6 +56,8 @@ public:
         files.pop_front();
         return path.empty() ? std::nullopt : std::optional(path);
     }
+
+    std::optional<std::string> openFile(const std::string& kind) override { return saveFile({}, kind); }
 
     void press(Form& form, const char* button) { hands.click(form, control(form, button)); }
     void enter(Form& form) { hands.key(form, {key::Enter, shift::None}); }
