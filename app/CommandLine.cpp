@@ -18,6 +18,7 @@
 #include "app/CommandImportar.h"
 #include "app/CommandListado.h"
 #include "app/CommandNif.h"
+#include "app/CommandRenumerar.h"
 #include "app/CommandRestaurar.h"
 #include "app/CommandRevisar.h"
 #include "app/CommandServidor.h"
@@ -51,6 +52,7 @@ struct Request {
     bool sqlShown = false;
     std::string backup;
     TypedImport import;
+    TypedRenumbering renumbering;
     /// A flag: a spreadsheet at `import.file`.
     bool sheet = false;
     /// A file for each of the outputs that go to one; which one is asked for, the parser knows.
@@ -198,6 +200,39 @@ void describeExchange(CLI::App& program, Request& request) {
     give.footer("Sale con 0, o con 2 si no se puede.");
 }
 
+void describeRenumbering(CLI::App& program, Request& request) {
+    CLI::App& app = *addCommand(program, "renumerar", "Cambia códigos de subcuentas con sus apuntes y enlaces");
+    app.require_subcommand(0, 1);
+    TypedRenumbering& typed = request.renumbering;
+    const auto finish = [&](CLI::App& command, const std::string& footer) {
+        command.add_flag("--aplicar", typed.apply, "Lo escribe, todo o nada; sin ella solo se muestra");
+        addText(command, "--informe", typed.report, "Guarda lo que se ha visto o hecho; en CSV si acaba en .csv",
+                "FICHERO");
+        addPlace(command, request, "la del usuario");
+        addCompany(command, request);
+        command.footer(footer + "Sale con 0, con 1 si algo lo impide y con 2 si no se puede.");
+    };
+
+    CLI::App& account = *addCommand(app, "cuenta", "Da a una subcuenta un código libre");
+    account.add_option("CUENTA", typed.from, "La subcuenta; 43,5 es 43000005")->type_name("");
+    account.add_option("CÓDIGO", typed.to, "El código nuevo; 43, es el siguiente libre del 43")->type_name("");
+    account.add_flag("--fuera-del-plan", typed.outsidePlan, "Admite un código que no cuelga del plan oficial");
+    finish(account, "");
+
+    CLI::App& digits = *addCommand(app, "digitos", "Cambia la longitud de todas las subcuentas");
+    digits.add_option("DÍGITOS", typed.digits, "De 4 a 15")->type_name("");
+    finish(digits,
+           "Los ceros entran o salen detrás de la cuenta del plan: 43000001 pasa a ser 4300000001. Los demás puestos "
+           "deben salir antes de la empresa. ");
+
+    CLI::App& merge = *addCommand(app, "fundir", "Pasa lo de una subcuenta a otra y la elimina");
+    merge.add_option("CUENTA", typed.from, "La que desaparece")->type_name("");
+    merge.add_option("QUEDA", typed.to, "La que queda")->type_name("");
+    addText(merge, "--identidad", typed.identity, "Con dos identidades distintas, de cuál es la que queda",
+            "desaparece|queda");
+    finish(merge, "");
+}
+
 void describeServer(CLI::App& program, Request& request) {
     CLI::App& app = *addCommand(program, "servidor", "Prepara un servidor PostgreSQL para tener empresas");
     app.require_subcommand(0, 1);
@@ -272,6 +307,7 @@ void describe(CLI::App& program, Request& request) {
     describeRegister(program, request);
     describeCheck(program, request);
     describeExchange(program, request);
+    describeRenumbering(program, request);
     describeCare(program, request);
 }
 
@@ -309,7 +345,14 @@ ListingOutput outputOf(const CLI::App& command, const Request& request) {
 bool isQuery(const CLI::App& program) {
     return program.got_subcommand("listado") || program.got_subcommand("identidades") ||
            program.got_subcommand("verificar") || program.got_subcommand("revisar") ||
-           program.got_subcommand("importar") || program.got_subcommand("exportar");
+           program.got_subcommand("importar") || program.got_subcommand("exportar") ||
+           program.got_subcommand("renumerar");
+}
+
+int runRenumbering(const CLI::App& program, const Place& place, const Request& request) {
+    const auto kinds = program.get_subcommand("renumerar")->get_subcommands();
+    if (kinds.empty()) throw std::invalid_argument("Falta lo que se renumera: cuenta, digitos o fundir.");
+    return runRenumerar(place, request.company, kinds.front()->get_name(), request.renumbering);
 }
 
 int runQuery(const CLI::App& program, const Request& request) {
@@ -319,6 +362,7 @@ int runQuery(const CLI::App& program, const Request& request) {
     if (program.got_subcommand("importar")) return runImportar(place, request.company, request.import);
     if (program.got_subcommand("exportar"))
         return runExportar(place, request.company, request.import.kind, request.import.file, request.sheet);
+    if (program.got_subcommand("renumerar")) return runRenumbering(program, place, request);
     const ListingOutput output = outputOf(*program.get_subcommands().front(), request);
     if (program.got_subcommand("listado")) return runListado(place, request.company, request.listing, output);
     return runIdentidades(place, request.company, request.registerOrder, request.registerDescending, output);

@@ -1,8 +1,10 @@
 #include "renumbering/Report.h"
 
+#include "storage/Parameters.h"
 #include "toolkit/Format.h"
 #include "toolkit/Text.h"
 #include "ui/Csv.h"
+#include "ui/PartialFile.h"
 
 namespace FendaMaestros {
 
@@ -40,6 +42,15 @@ std::string reportCsv(const RenumberingPlan& plan) {
     for (const CodeChange& change : plan.codes)
         csv += csvLine({change.from, change.to, change.name, std::to_string(change.lines), change.why});
     return csv;
+}
+
+void writeReport(const std::string& path, const RenumberingPlan& plan, const ParametrosEmpresa& company,
+                 const Date& day, bool applied) {
+    const std::string heading = storage::companyOf(company).name + ", " + day.text() + "\n" +
+                                (applied ? "Se ha hecho:" : "Vista previa; no se ha escrito nada:") + "\n\n";
+    PartialFile file(path);
+    file.write(text::folded(path).ends_with(".csv") ? reportCsv(plan) : heading + reportText(plan));
+    file.commit();
 }
 
 }  // namespace FendaMaestros
