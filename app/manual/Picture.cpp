@@ -25,8 +25,9 @@ constexpr int titleHeight = 28;
 const QString sceneMark = "Escena";
 const QString textMark = "Ventana";
 
+/// Short enough to stand in the file as it is, for any tool to read.
 QString markOf(const std::string& text) {
-    return QCryptographicHash::hash(QByteArray::fromStdString(text), QCryptographicHash::Sha256).toHex();
+    return QCryptographicHash::hash(QByteArray::fromStdString(text), QCryptographicHash::Sha256).toHex().first(32);
 }
 
 /// Windows without a display have no frame: one is painted, the same on every machine.
