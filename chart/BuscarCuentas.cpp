@@ -9,6 +9,8 @@ namespace FendaMaestros {
 namespace {
 
 constexpr std::int16_t byCode = 1;
+/// Stands behind the name of an account that is inactive.
+constexpr std::string_view inactiveMark = " *** INACTIVA ***";
 
 struct ShownColumn {
     const char* caption;
@@ -18,7 +20,9 @@ struct ShownColumn {
 std::int32_t search(const std::string& sql, const std::string& searchColumn, ShownColumn first, ShownColumn second,
                     const std::string& title) {
     std::string chosen;
-    searchHelp().Buscar(sql, searchColumn, first.caption, second.caption, title, first.width, second.width, 0, chosen);
+    AyudaCampos help = searchHelp();
+    help.Inactiva = [](const Recordset& rows, int row) { return rows.cell(row, 1).text().ends_with(inactiveMark); };
+    help.Buscar(sql, searchColumn, first.caption, second.caption, title, first.width, second.width, 0, chosen);
     return static_cast<std::int32_t>(AyudaCampos::chosenId(chosen));
 }
 
@@ -36,7 +40,7 @@ std::int32_t fnBuscarCuentas(std::int16_t n, bool bPGC, bool bSoloActivas) {
     std::string filter = bPGC ? planAccounts : " WHERE Pcta_Subcuenta = 1";
     if (!bPGC && n == byCode && bSoloActivas) filter += " AND PCta_bActiva=1";
 
-    const std::string mark = " + case PCta_bActiva when 0 then ' *** INACTIVA ***' else '' end ";
+    const std::string mark = " + case PCta_bActiva when 0 then '" + std::string(inactiveMark) + "' else '' end ";
     const std::string sql =
         n == byCode ? "Select PCta_Id,PCta_Cta + ' ' + PCta_Des" + mark + "AS Cuenta ,'' AS PCta_Des FROM PCta "
                     : "Select PCta_Id,PCta_Des + ' (' + PCta_Cta + ')'" + mark + "AS Cuenta,'' as PCta_Des FROM PCta ";

@@ -32,6 +32,9 @@ PantallaCuenta::PantallaCuenta(std::initializer_list<int> fields, std::initializ
     cmdNueva.Click = [this] { cancelarNueva(); };
     cmdBorrar.Click = [this] { borrar(); };
     cmdSalir.Click = [this] { unload(); };
+    explainKey({key::F(10)}, "Consultar el PGC por código");
+    explainKey({key::F(11)}, "Consultar el PGC por orden alfabético");
+    explainKey({key::Escape}, "Salir sin grabar");
 
     for (const auto& [index, field] : Text1.elements())
         field->KeyPress = [](int& ascii) {
@@ -49,6 +52,7 @@ void PantallaCuenta::prepararCodigo(int field) {
     TextBox& box = Text1(field);
     box.Tag = "Cuentas";
     box.TextAlignment = Alignment::Center;
+    box.Searches = {{{key::F(1)}, "Buscar la cuenta por código"}, {{key::F(2)}, "Buscar la cuenta por nombre"}};
     box.KeyPress = [this, &box](int& ascii) {
         Ayuda.FiltrarTecla(box, ascii, true, 0);
         if (ascii == key::Enter || ascii == '-') ascii = 0;
@@ -161,7 +165,6 @@ void PantallaCuenta::buscarConTecla(int mode) {
     for (const auto& [index, field] : Text1.elements())
         if (field.get() == activeControl() && !field->Tag.empty())
             return cambiandoCuenta([&, field = index] { buscarEnCampo(mode, field); });
-    if (mode == byCode) mostrarTeclas();
 }
 
 void PantallaCuenta::navegar(Step step) {

@@ -46,8 +46,6 @@ protected:
     virtual void LimpiarPantalla();
     /// Searches for what a field with a Tag holds; `mode` 1 by code, 2 by name.
     virtual void buscarEnCampo(int mode, int field) { CargarCuenta(mode, field, {}, 0); }
-    /// F1 where there is nothing to search.
-    virtual void mostrarTeclas() {}
     virtual void cancelarNueva();
     /// What is typed of a new account is not to be saved.
     virtual void descartarNueva() { anotarMostrado(); }

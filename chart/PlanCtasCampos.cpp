@@ -23,6 +23,8 @@ void frmPlanCtas::prepararCampos() {
     prepararCodigos();
 
     Text1(Documento).Tag = "Nif";
+    for (const int number : {2, 1})
+        Text1(Documento).Searches.push_back({{key::F(number)}, "Buscar la identidad por nombre"});
     editField(
         Text1(Documento), [this] { dejarNif(); }, [this] { sNifAnterior = Text1(Documento).Text; });
     for (const int field : {NombreAsociada, NombreNif, NombreIrpf}) {

@@ -46,6 +46,8 @@ frmPlanCtas::frmPlanCtas() : PantallaCuenta({0, 1, 2, 3, 4, 5, 6, 7}, {0, 1, 2, 
     Command1.LostFocus = [this] { tell(situacion()); };
     Command1.Click = [this] { asignarCentros(); };
 
+    TypingHints = {"43,5 en un código: los ceros que faltan van en la coma",
+                   "430, en el código de la cuenta: el siguiente código libre"};
     prepararCampos();
     componer();
     Option1.setValue(true);
@@ -125,19 +127,6 @@ void frmPlanCtas::buscarEnCampo(int mode, int field) {
         BuscarNif({});
     else if (CargarCuenta(mode, field, {}, 0) != Hallazgo::Encontrada)
         mostrarEstado(field);
-}
-
-void frmPlanCtas::mostrarTeclas() {
-    ask("Intro: campo siguiente; Mayús+Tab: campo anterior\r\n"
-        "F1, F2 en un código de cuenta: buscarla por código o por nombre\r\n"
-        "F1, F2 en el Nif: buscarlo por nombre\r\n"
-        "F10, F11: consultar el PGC por código o por orden alfabético\r\n"
-        "43,5 en un código: los ceros que faltan van en la coma\r\n"
-        "430, en el código de la cuenta: el siguiente código libre\r\n"
-        "Alt y la letra subrayada: el botón; espacio: el botón señalado\r\n"
-        "Alt+flecha abajo: abrir la lista\r\n"
-        "Esc: salir sin grabar",
-        message::Information, sTituloVentana);
 }
 
 void frmPlanCtas::LimpiarPantalla() {

@@ -39,7 +39,6 @@ private:
     void LimpiarPantalla() override;
     void cargarListas() override;
     void buscarEnCampo(int mode, int field) override;
-    void mostrarTeclas() override;
     void cancelarNueva() override;
     void descartarNueva() override { LimpiarPantalla(); }
     void verFicha();

@@ -48,6 +48,8 @@ frmPlanVerificar::frmPlanVerificar() {
     ListView1.DblClick = [this] { abrirCuenta(); };
     cmdInicio.Click = [this] { iniciar(); };
     cmdSalir.Click = [this] { unload(); };
+    explainKey({key::F(10)}, "Consultar el PGC por código");
+    explainKey({key::F(11)}, "Consultar el PGC por orden alfabético");
     disponer();
 }
 

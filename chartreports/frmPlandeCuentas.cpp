@@ -5,6 +5,7 @@
 #include "chart/CodigosCuenta.h"
 #include "chart/frmPlanCtas.h"
 #include "chartreports/ColumnasCuentas.h"
+#include "session/ErrorBd.h"
 #include "session/ParametrosEmpresa.h"
 #include "session/TypedText.h"
 #include "toolkit/Format.h"
@@ -192,6 +193,21 @@ void frmPlandeCuentas::mostrarTotal() {
         textoRango({Text1(Desde).Text, Text1(NombreDesde).Text}, {Text1(Hasta).Text, Text1(NombreHasta).Text});
     lblAcu(2).Visible = Check1.Value();
     if (Check1.Value()) lblAcu(2).Caption = total_;
+    apagarInactivas();
+}
+
+void frmPlandeCuentas::apagarInactivas() {
+    inactivas_.clear();
+    if (estado() == EstadoCuenta::Inactivas) dbg.Inactive = [](int) { return true; };
+    if (estado() != EstadoCuenta::Todas) return;
+    try {
+        const auto rows = read("SELECT PCta_Id FROM PCta WHERE PCta_bActiva = 0");
+        for (int row = 0; row < rows->rowCount(); ++row) inactivas_.insert(rows->cell(row, 0).integer());
+    } catch (const ErrorBd&) {
+        // The listing is there; what it is shown without is told when something is asked for again.
+        return;
+    }
+    dbg.Inactive = [this](int row) { return inactivas_.contains(dbg.rows()->cell(row, 0).integer()); };
 }
 
 void frmPlandeCuentas::abrirCuenta() {

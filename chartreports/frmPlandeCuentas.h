@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+
 #include "chart/AvisoCodigo.h"
 #include "chartreports/PantallaInforme.h"
 
@@ -21,6 +25,8 @@ private:
     void imprimir() override;
 
     void disponer();
+    /// Shows the inactive accounts of the listing quietly; its own read does not say which they are.
+    void apagarInactivas();
     TipoInforme tipo() const { return static_cast<TipoInforme>(cboTipo.ListIndex()); }
     FiltroCuentas filtro();
     EstadoCuenta estado() const;
@@ -45,6 +51,8 @@ private:
 
     AvisoCodigo aviso_;
     std::string total_;
+    /// `PCta_Id` of the inactive accounts, for a listing of all.
+    std::unordered_set<std::int64_t> inactivas_;
     /// The bounds that the person has been told are reversed, and has left so.
     std::string saldosAvisados_;
 };

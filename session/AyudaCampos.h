@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +36,8 @@ public:
     static constexpr int withLetters = 1;
     void FiltrarTecla(TextBox& field, int& keyAscii, bool marks, int work);
 
+    /// Says of a row that Buscar has read whether what it stands for is out of use; null: of none.
+    std::function<bool(const Recordset& rows, int row)> Inactiva;
     /// Lets a person pick a row of a read whose first column is the id and whose next two columns are shown with the
     /// captions and widths (twips) given. `searchColumn` names the column that the search box narrows.
     /// `result` is empty when nothing was chosen; otherwise the values of the row joined by the character with code 1.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -43,6 +44,10 @@ public:
     int columnCount() const override { return all().columnCount(); }
     std::string columnName(int column) const override { return all().columnName(column); }
     Variant cell(int row, int column) const override { return all().cell(recordsetRow(row), column); }
+    /// What `says` says of the row of the recordset that a row is.
+    bool isInactive(int row, const std::function<bool(const Recordset&, int)>& says) const {
+        return says(all(), recordsetRow(row));
+    }
     int currentRow() const override { return current_; }
     void moveToRow(int row) override { current_ = row >= 0 && row < rowCount() ? row : -1; }
 

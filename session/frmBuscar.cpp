@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/Format.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
@@ -47,6 +48,11 @@ void frmBuscar::onLoad() {
     dbgBuscar.DblClick = [this] { choose(); };
     cmdAceptar.Click = [this] { choose(); };
     cmdSalir.Click = [this] { unload(); };
+    explainKey({key::Enter}, "Elegir la fila");
+    explainKey({key::Escape}, "Salir sin elegir");
+    for (const int code : {key::Up, key::Down, key::PageUp, key::PageDown})
+        explainKey({code}, "Moverse por la lista, también mientras se escribe");
+    TypingHints.emplace_back("Varias palabras: las filas que las tienen todas, en cualquier orden");
     showRows(found_);
 }
 
@@ -65,8 +71,15 @@ void frmBuscar::showRows(std::shared_ptr<FoundRows> rows) {
         added.SourceColumn = column;
         added.Width = shown.width;
     }
-    lblCuenta.Caption = format(found_->rowCount(), "#,##0") + " de " + format(allRows_, "#,##0");
+    dbgBuscar.Inactive = [this](int row) { return ayuda_.Inactiva && found_->isInactive(row, ayuda_.Inactiva); };
+    lblCuenta.Caption = count();
     cmdAceptar.Enabled = found_->rowCount() > 0;
+}
+
+std::string frmBuscar::count() const {
+    if (allRows_ == 0) return "No hay nada que buscar: la lista está vacía";
+    if (found_->rowCount() == 0) return "Nada coincide con «" + text::trim(txtBuscar.Text) + "»";
+    return format(found_->rowCount(), "#,##0") + " de " + format(allRows_, "#,##0");
 }
 
 void frmBuscar::onKeyDown(int& code, int /*shift*/) {

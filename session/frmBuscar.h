@@ -39,6 +39,8 @@ protected:
 
 private:
     void showRows(std::shared_ptr<FoundRows> rows);
+    /// How many there are, or that there are none.
+    std::string count() const;
     void moveBy(int rows);
     void choose();
 

@@ -40,6 +40,11 @@ void frmNif::prepararCampos() {
         editField(*field, [this, number = index] { salirCampo(number); });
 
     TextBox& document = txtFields(Documento);
+    const KeyHint byDocument{{key::F(1)}, "Buscar por documento"}, byName{{key::F(2)}, "Buscar por nombre"};
+    Keys.insert(Keys.begin(), {byDocument, byName});
+    document.Searches = {byDocument, byName};
+    txtFields(Nombre).Searches = {byName};
+    txtFields(Poblacion).Searches = {{{key::F(10)}, "Buscar la población"}};
     document.KeyPress = [this, &document](int& ascii) {
         // Without its letters, what is no N.I.F. would become somebody else's.
         if (cboDocType.ListIndex() == documento::Nif)
@@ -61,6 +66,7 @@ void frmNif::prepararMandos() {
     cmdInforme.Click = [] { frmInfNif().show(); };
     cmdBorrar.Enabled = cmdSustituir.Enabled = false;
     cmdSalir.Click = [this] { unload(); };
+    cmdSalvar.Key = {key::F(5)};
     lblTeclas.Caption =
         "F1 buscar por documento · F2 buscar por nombre · F5 guardar · Intro campo siguiente · Esc salir";
 }

@@ -2,6 +2,19 @@
 
 #include "toolkit/Controls.h"
 
+namespace FendaMaestros {
+
+const Label* Arrangement::labelOf(const Control& sought) const {
+    if (control == &sought) return label;
+    for (const Arrangement& child : children) {
+        if (child.control == &sought) return child.label ? child.label : label;
+        if (const Label* const found = child.labelOf(sought)) return found;
+    }
+    return nullptr;
+}
+
+}  // namespace FendaMaestros
+
 namespace FendaMaestros::arrange {
 
 namespace {

@@ -27,6 +27,9 @@ struct Arrangement {
     Control* control = nullptr;  ///< Field (when alone), Framed (the Frame), Filling, Plain
     Label* label = nullptr;      ///< Field; null leaves its place empty
     std::vector<Arrangement> children;
+
+    /// The label that a control stands behind, alone or with others; null when there is none.
+    const Label* labelOf(const Control& sought) const;
 };
 
 namespace arrange {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/Format.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros {
 
@@ -65,6 +66,21 @@ void ComboBox::setListIndex(int index) {
     if (Click) Click();
 }
 
+int Button::accelerator() const {
+    const auto mark = Caption.find('&');
+    if (mark == std::string::npos || mark + 1 == Caption.size()) return 0;
+    const unsigned char letter = static_cast<unsigned char>(Caption[mark + 1]);
+    return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
+}
+
+std::vector<KeyHint> Button::keys() const {
+    const std::string does = text::trim(text::replaced(Caption, "&", ""));
+    std::vector<KeyHint> all;
+    if (Key.code != 0) all.push_back({Key, does});
+    if (const int letter = accelerator()) all.push_back({{letter, shift::Alt}, does});
+    return all;
+}
+
 void CommandButton::press() {
     if (Click) Click();
 }
@@ -97,6 +113,7 @@ bool PageView::scroll(int direction) {
 void DataGrid::bind(std::shared_ptr<RowSource> source) {
     source_ = std::move(source);
     MarkedRow = -1;
+    Inactive = {};
     Columns.clear();
     if (!source_) return;
     for (int column = 0; column < source_->columnCount(); ++column) {

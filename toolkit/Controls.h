@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "toolkit/KeyHints.h"
 #include "toolkit/RowSource.h"
 
 /// Controls as plain objects: the properties a person can see, and the events a screen listens to. Screens write the
@@ -26,6 +27,7 @@ class Button;
 class ComboBox;
 class ControlVisitor;
 class Frame;
+class Table;
 
 class Control {
 public:
@@ -55,6 +57,8 @@ public:
     bool isVisible() const;
     /// The text on it, "" for what has none.
     virtual const std::string& caption() const;
+    /// The keys that do something to it, for its tooltip and the form's key list.
+    virtual std::vector<KeyHint> keys() const { return {}; }
     /// Calls the visitor's function for its kind.
     virtual void accept(ControlVisitor& visitor) = 0;
 
@@ -64,6 +68,8 @@ public:
     virtual Button* asButton() { return nullptr; }
     /// Itself, for a list of which an item is found by typing; null for everything else.
     virtual ComboBox* asList() { return nullptr; }
+    /// Itself, for a table of which a row is found by typing; null for everything else.
+    virtual Table* asTable() { return nullptr; }
     /// Tab stops at it, as long as it can have the focus.
     virtual bool stopsTab() const { return TabStop; }
     /// A character typed may become part of its text.
@@ -119,12 +125,16 @@ public:
     Alignment TextAlignment = Alignment::Left;
     /// The whole text is selected, so that the next key typed replaces it.
     bool AllSelected = false;
+    /// The keys on which the screen searches for what it holds, while it has the focus. A view offers them in the box,
+    /// too, the first one foremost, and sends the key; two keys that do the same are offered as one.
+    std::vector<KeyHint> Searches;
 
     /// A character typed, as its Unicode code point (8 Backspace, 13 Enter); set to 0 to refuse it.
     std::function<void(int& keyAscii)> KeyPress;
     /// A person has changed the text.
     std::function<void()> Change;
 
+    std::vector<KeyHint> keys() const override { return Searches; }
     void accept(ControlVisitor& visitor) override;
     /// Asks KeyPress, unless the box is locked.
     bool takes(char32_t character) override;
@@ -160,9 +170,15 @@ private:
 class Button : public Captioned {
 public:
     std::function<void()> Click;
+    /// The key on which the screen does the same from anywhere; code 0 for none.
+    KeyStroke Key;
 
     using Captioned::Captioned;
     Button* asButton() final { return this; }
+    /// Its key and the letter of its caption.
+    std::vector<KeyHint> keys() const override;
+    /// The capital letter behind the "&" of the caption, 0 when there is none.
+    int accelerator() const;
     /// What pressing it does, when it has the focus.
     virtual void press() = 0;
 };
@@ -228,10 +244,14 @@ public:
     virtual int currentRow() const = 0;
     /// The row that is set off from the others, current or not; -1: none.
     virtual int markedRow() const { return -1; }
+    /// What the row stands for is out of use: it is shown more quietly.
+    virtual bool isInactive(int /*row*/) const { return false; }
     /// The text shown, "" where the row has none.
     virtual std::string cellText(int row, int column) const = 0;
     /// Makes a row current; it must exist.
     virtual void moveToRow(int row) = 0;
+
+    Table* asTable() final { return this; }
 };
 
 struct GridColumn : TableColumn {
@@ -251,6 +271,8 @@ public:
     /// The row that something has just been done to: set off and in view, until the next gesture that can change
     /// something or other rows are bound. -1: none.
     int MarkedRow = -1;
+    /// Says of a row whether what it stands for is out of use, until other rows are bound; null: of none.
+    std::function<bool(int row)> Inactive;
 
     std::function<void(int column)> HeadClick;
     std::function<void(int column)> ButtonClick;
@@ -266,6 +288,7 @@ public:
     int rowCount() const override { return source_ ? source_->rowCount() : 0; }
     int currentRow() const override { return source_ ? source_->currentRow() : -1; }
     int markedRow() const override { return MarkedRow; }
+    bool isInactive(int row) const override { return Inactive && Inactive(row); }
     void unmark() override { MarkedRow = -1; }
     /// Under the column's number format.
     std::string cellText(int row, int column) const override;

@@ -15,14 +15,6 @@ void raise(const std::function<void()>& event) {
     if (event) event();
 }
 
-/// The capital letter behind the "&" of a caption, 0 when there is none.
-int acceleratorOf(std::string_view caption) {
-    const auto mark = caption.find('&');
-    if (mark == std::string_view::npos || mark + 1 == caption.size()) return 0;
-    const unsigned char letter = static_cast<unsigned char>(caption[mark + 1]);
-    return letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter;
-}
-
 /// Presses a button that was seen under a caption. Leaving another control may have given it another meaning meanwhile:
 /// then nothing is done.
 void pressAs(Button& button, const std::string& seen) {
@@ -234,7 +226,10 @@ bool Form::keyDown(KeyStroke stroke) {
 }
 
 void Form::keyUp(KeyStroke stroke) {
-    gesture([&] { onKeyUp(stroke.code, stroke.shift); });
+    gesture([&] {
+        if (showsKeys(stroke)) return showKeys();
+        onKeyUp(stroke.code, stroke.shift);
+    });
 }
 
 bool Form::accepts(char32_t character) {
@@ -255,12 +250,18 @@ void Form::edit(TextBox& box, std::string text) {
 
 bool Form::typeOnList(char32_t character) {
     ComboBox* const list = active_ ? active_->asList() : nullptr;
+    Table* const table = active_ ? active_->asTable() : nullptr;
     if (list)
         change(*list, [&] {
             const int index = typing_.next(*list, list->ListIndex(), character);
             if (index >= 0) list->setListIndex(index);
         });
-    return list;
+    if (table)
+        change(*table, [&] {
+            const int row = typing_.next(*table, table->currentRow(), character);
+            if (row >= 0 && row != table->currentRow()) table->moveToRow(row);
+        });
+    return list || table;
 }
 
 void Form::focus(Control& control) {
@@ -333,10 +334,29 @@ bool Form::keyOnControl(KeyStroke stroke) {
     return effect.done;
 }
 
+void Form::explainKey(KeyStroke stroke, std::string does) {
+    const auto said = std::ranges::find(Keys, stroke, &KeyHint::stroke);
+    if (said == Keys.end())
+        Keys.push_back({stroke, std::move(does)});
+    else
+        said->does = std::move(does);
+}
+
+bool Form::showsKeys(KeyStroke stroke) const {
+    if (stroke.code != key::F1) return false;
+    const auto answers = [&](const std::vector<KeyHint>& keys) {
+        return std::ranges::find(keys, stroke, &KeyHint::stroke) != keys.end();
+    };
+    return stroke.shift == shift::Shift ||
+           (stroke.shift == shift::None && !answers(Keys) && !(active_ && answers(active_->keys())));
+}
+
+void Form::showKeys() { ask(keyList(*this), message::Information, Caption); }
+
 bool Form::pressAccelerator(int letter) {
     for (Control* control : controls_) {
         Button* const button = control->asButton();
-        if (!button || acceleratorOf(button->Caption) != letter || !canFocus(*button)) continue;
+        if (!button || button->accelerator() != letter || !canFocus(*button)) continue;
         clearOutcome();
         const std::string seen = button->Caption;
         if (arrive(*button) && canFocus(*button)) pressAs(*button, seen);

@@ -30,6 +30,10 @@ public:
     std::string Caption;
     std::string Tag;
     bool Enabled = true;
+    /// Keys that the form answers whichever control has the focus; for its key list.
+    std::vector<KeyHint> Keys;
+    /// What can be typed into its fields besides, a line each; for its key list.
+    std::vector<std::string> TypingHints;
 
     // --- for screens and those who open them
 
@@ -88,13 +92,15 @@ public:
     /// behind "&" presses from anywhere; what other keys do to the control with the focus is in toolkit/KeyRules.h.
     /// Enter does nothing by itself.
     bool keyDown(KeyStroke stroke);
+    /// F1, where neither the control with the focus nor the form says what it does, shows the key list, and so does
+    /// Mayús+F1 anywhere.
     void keyUp(KeyStroke stroke);
     /// A character is about to be typed into the text box with the focus; false when it is refused.
     bool accepts(char32_t character);
     /// A person has changed the text of a text box; what is too long is cut.
     void edit(TextBox& box, std::string text);
-    /// A character typed, while a list has the focus, chooses the item that it leads to: see ListTyping. False when the
-    /// focus is on something else.
+    /// A character typed, while a list or a table has the focus, chooses the item, or moves to the row, that it leads
+    /// to: see ListTyping. False when the focus is on something else.
     bool typeOnList(char32_t character);
     void focus(Control& control);
     void press(Button& button);
@@ -114,6 +120,8 @@ protected:
     virtual void onKeyDown(int& /*code*/, int /*shift*/) {}
     virtual void onKeyUp(int& /*code*/, int /*shift*/) {}
     virtual void onUnload() {}
+    /// Shows the key list.
+    virtual void showKeys();
     /// A handler of the form on screen has failed. True when the person has been told and the form stays as it is;
     /// otherwise the failure ends it.
     virtual bool outlives(const std::exception& /*failure*/) { return false; }
@@ -127,6 +135,8 @@ protected:
         for (const auto& [index, control] : array.elements())
             add(*control, array.name() + "(" + std::to_string(index) + ")", container);
     }
+    /// Says what a key of the form does, in place of what has been said of it before.
+    void explainKey(KeyStroke stroke, std::string does);
     void layOut(Arrangement arrangement) { arrangement_ = std::move(arrangement); }
     /// The label must live as long as the form is shown.
     void setStatusLine(StatusLabel& line, std::string name);
@@ -162,6 +172,7 @@ private:
     bool pressAccelerator(int letter);
     bool defaultKey(KeyStroke stroke);
     bool keyOnControl(KeyStroke stroke);
+    bool showsKeys(KeyStroke stroke) const;
     void clearOutcome();
 
     Desktop& desktop_;
@@ -180,5 +191,8 @@ private:
     int abandonedGestures_ = 0;
     ListTyping typing_;
 };
+
+/// The keys of a form that can be of use now, a line for each thing that they do.
+std::string keyList(const Form& form);
 
 }  // namespace FendaMaestros

@@ -91,7 +91,9 @@ public:
         moveInRows(grid);
         if (stroke_.shift != shift::Control || !grid.HeadClick) return;
         const int column = visibleColumn(grid, stroke_.code - '1');
-        if (column >= 0) effect.change = [&grid, column] { grid.HeadClick(column); };
+        if (column < 0) return;
+        effect.change = [&grid, column] { grid.HeadClick(column); };
+        effect.done = true;
     }
 
 private:
@@ -103,6 +105,8 @@ private:
         const int row = rowAfterKey(stroke_.code, table.currentRow(), table.rowCount());
         if (row >= 0) effect.change = [&table, row] { table.moveToRow(row); };
         if (stroke_.code == key::Space && table.DblClick && table.currentRow() >= 0) effect.change = table.DblClick;
+        // What does nothing else may be a character that leads to a row.
+        effect.done = effect.change != nullptr;
     }
 
     KeyStroke stroke_;

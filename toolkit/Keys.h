@@ -43,6 +43,8 @@ inline constexpr int Alt = 4;
 struct KeyStroke {
     int code = 0;
     int shift = 0;
+
+    bool operator==(const KeyStroke&) const = default;
 };
 
 }  // namespace FendaMaestros

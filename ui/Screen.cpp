@@ -27,7 +27,11 @@ AyudaCampos searchHelp() {
 
 Screen::Screen() : Screen(instanciaActual().desktop()) {}
 
-Screen::Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) { setStatusLine(lblEstado, "lblEstado"); }
+Screen::Screen(Desktop& desktop) : Form(desktop), Ayuda(desktop) {
+    setStatusLine(lblEstado, "lblEstado");
+    explainKey({key::Enter}, "Ir al campo siguiente");
+    explainKey({key::Escape}, "Salir");
+}
 
 void Screen::onLoad() { setUp(Ayuda); }
 
@@ -49,6 +53,12 @@ void Screen::onKeyUp(int& code, int /*shift*/) {
     }
     Tag.clear();
     desktop().processPending();
+}
+
+void Screen::showKeys() {
+    markPendingMessage();
+    ask(keyList(*this), message::Information, sTituloVentana);
+    unmarkUnlessAwaited();
 }
 
 void Screen::editField(TextBox& field, std::function<void()> left, std::function<void()> entered) {

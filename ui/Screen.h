@@ -67,6 +67,7 @@ protected:
     /// Sets up Ayuda on the session; screens with fields that override it call it first.
     void onLoad() override;
     void onKeyUp(int& code, int shift) override;
+    void showKeys() override;
     /// A server that is lost is told, and the screen keeps its text: the next gesture connects again.
     bool outlives(const std::exception& failure) override;
 

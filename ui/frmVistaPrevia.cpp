@@ -49,6 +49,10 @@ frmVistaPrevia::frmVistaPrevia(Desktop& desktop, std::shared_ptr<const PagedDocu
     cmdImprimir.Click = [this] { Imprimir(); };
     cmdPdf.Click = [this] { GuardarPdf(); };
     cmdSalir.Click = [this] { unload(); };
+    explainKey({key::PageUp}, "Hacia atrás, de pantalla en pantalla");
+    explainKey({key::PageDown}, "Hacia delante, de pantalla en pantalla");
+    explainKey({key::Home}, "Primera página");
+    explainKey({key::End}, "Última página");
     MostrarPagina(0);
 }
 

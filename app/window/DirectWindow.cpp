@@ -5,6 +5,8 @@
 namespace FendaMaestros {
 
 void DirectWindow::onLoad() {
+    explainKey({key::Enter}, answersFromFields() ? "Pulsar el botón que tiene el foco o, desde un campo, el primero"
+                                                 : "Ir al campo siguiente o pulsar el botón que tiene el foco");
     if (searches_) return Screen::onLoad();
     Ayuda.ColorFoco = focusColor;
 }

@@ -165,11 +165,10 @@ public:
     /// Opens the list, or lets the character lead to an item.
     bool wants(const QKeyEvent& event) override {
         const KeyStroke stroke = strokeOf(event);
-        const QString typed = event.text();
         if (stroke.code == key::F(4) || (stroke.code == key::Down && stroke.shift == shift::Alt))
             box_.showPopup();
-        else if (stroke.shift <= shift::Shift && !typed.isEmpty() && typed.front().isPrint())
-            window_.hand([&] { window_.form().typeOnList(typed.toStdU32String().front()); });
+        else
+            handTyped(window_, event);
         return false;
     }
     void pull() override {
@@ -266,6 +265,12 @@ private:
 
 void ControlView::call(const QString& name) {
     if (keyWidget().accessibleName() != name) keyWidget().setAccessibleName(name);
+}
+
+void ControlView::handTyped(FormWindow& window, const QKeyEvent& key) {
+    const QString typed = key.text();
+    if (strokeOf(key).shift > shift::Shift || typed.isEmpty() || !typed.front().isPrint()) return;
+    window.hand([&] { window.form().typeOnList(typed.toStdU32String().front()); });
 }
 
 std::unique_ptr<ControlView> makeView(Control& control, FormWindow& window) {

@@ -37,6 +37,10 @@ public:
     virtual bool focusesFirst() const { return true; }
     /// A key pressed on it that the form has left alone; true when it is for the widget.
     virtual bool wants(const QKeyEvent& /*key*/) { return false; }
+
+protected:
+    /// Hands the character that a key types, if any, to a form that finds by it.
+    static void handTyped(FormWindow& window, const QKeyEvent& key);
 };
 
 /// The view for the control's kind. The control must outlive it.

@@ -147,7 +147,9 @@ void FormWindow::pullControl(Control& control, ControlView& view) {
     QWidget& widget = view.widget();
     const bool enabled = control.isEnabled();
     if (widget.testAttribute(Qt::WA_ForceDisabled) == enabled) widget.setEnabled(enabled);
-    if (!control.ToolTip.empty()) widget.setToolTip(QString::fromStdString(control.ToolTip));
+    if (control.takesFocus())
+        if (const QString tip = QString::fromStdString(toolTipOf(control)); widget.toolTip() != tip)
+            widget.setToolTip(tip);
     const bool visible = control.isVisible();
     if (widget.isHidden() == visible) widget.setVisible(visible);
     view.pull();

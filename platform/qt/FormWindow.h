@@ -47,6 +47,8 @@ public:
     void pull();
     /// The widgets are being written by the program, not by a person.
     bool isPulling() const { return pulling_; }
+    /// The form is closed, or a gesture has thrown.
+    bool isDone() const { return !form_.isOpen() || failure_; }
     /// Handles events until the form is closed or a gesture has thrown.
     void wait();
     /// Throws what a gesture has thrown, once.
@@ -63,7 +65,6 @@ private:
     void measureAnew();
     QSize fittingSize() const;
     QString nameOf(const Control& control) const;
-    bool isDone() const { return !form_.isOpen() || failure_; }
     void pullControl(Control& control, ControlView& view);
     void pullFocus();
     void showInView(QWidget& widget);

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "platform/qt/FormWindow.h"
 #include "platform/qt/KeyCodes.h"
 
 namespace FendaMaestros::qt::hands {
@@ -47,6 +48,12 @@ void pressKey(QWidget& widget, KeyStroke stroke, const QString& typed) {
 void releaseKey(QWidget& widget, KeyStroke stroke, const QString& typed) {
     QKeyEvent event(QEvent::KeyRelease, qtKeyOf(stroke), modifiersOf(stroke), typed);
     QCoreApplication::sendEvent(&widget, &event);
+}
+
+void strike(FormWindow& window, KeyStroke stroke, const QString& typed) {
+    const int before = window.form().interruptions();
+    pressKey(window.keyReceiver(), stroke, typed);
+    if (!window.isDone() && window.form().interruptions() == before) releaseKey(window.keyReceiver(), stroke, typed);
 }
 
 void releaseKeyLater(QWidget& widget, KeyStroke stroke) {

@@ -3,9 +3,14 @@
 #include <QEventLoop>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
+#include <algorithm>
 #include <map>
 
 #include "platform/qt/Hands.h"
@@ -110,6 +115,24 @@ void widenToTitle(QMessageBox& box) {
     if (grid) grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+/// A text that is too tall for the screen scrolls; arrows and page keys reach it with Tab.
+void scrollTallText(QMessageBox& box) {
+    constexpr int besideText = 130;
+    auto* const text = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    const QSize room = box.screen()->availableSize();
+    const int width = std::min(text->sizeHint().width(), room.width() * 2 / 3);
+    text->setWordWrap(true);
+    if (text->heightForWidth(width) <= room.height() - besideText) return;
+    auto* const area = new QScrollArea(&box);
+    const int bar = area->verticalScrollBar()->sizeHint().width();
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setMinimumSize(width + bar, room.height() - besideText);
+    box.layout()->replaceWidget(text, area);
+    area->setWidget(text);
+}
+
 void showUntilDone(QDialog& dialog) {
     const OnTop onTop(dialog);
     QEventLoop loop;
@@ -131,6 +154,7 @@ Reply askInDialog(const Message& message, const std::string& title, QWidget* par
     box.setText(QString::fromStdString(message.text));
     box.setIcon(iconOf(message.style));
     widenToTitle(box);
+    scrollTallText(box);
 
     KeyWatch watch(box);
     const auto buttons = addButtons(box, message);

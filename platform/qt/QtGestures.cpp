@@ -27,15 +27,6 @@ void inWindow(Form& form, Gesture&& gesture) {
     window->rethrowFailure();
 }
 
-/// The key goes down and, unless something was shown over the form meanwhile, comes up in it.
-void stroke(FormWindow& window, KeyStroke stroke, const QString& typed) {
-    const int before = window.form().interruptions();
-    qt::hands::pressKey(window.keyReceiver(), stroke, typed);
-    window.rethrowFailure();
-    if (window.form().isOpen() && window.form().interruptions() == before)
-        qt::hands::releaseKey(window.keyReceiver(), stroke, typed);
-}
-
 /// What a key types on its own.
 QString typedBy(KeyStroke stroke) {
     const bool letter = stroke.code >= 'A' && stroke.code <= 'Z';
@@ -69,12 +60,12 @@ QPoint clickOnRow(QTableView& table, int row) {
 void QtGestures::type(Form& form, std::string_view text) {
     for (const char32_t character : text::characters(text))
         inWindow(form, [&](FormWindow& window) {
-            stroke(window, {key::ofCharacter(character), shift::None}, QString::fromUcs4(&character, 1));
+            qt::hands::strike(window, {key::ofCharacter(character), shift::None}, QString::fromUcs4(&character, 1));
         });
 }
 
 void QtGestures::key(Form& form, KeyStroke pressed) {
-    inWindow(form, [&](FormWindow& window) { stroke(window, pressed, typedBy(pressed)); });
+    inWindow(form, [&](FormWindow& window) { qt::hands::strike(window, pressed, typedBy(pressed)); });
 }
 
 void QtGestures::click(Form& form, Control& control) {

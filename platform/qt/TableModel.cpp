@@ -30,6 +30,13 @@ QVariant markOf(int role) {
     return {};
 }
 
+/// Of what is out of use; as quiet as can be read on both kinds of rows.
+QColor quietText() {
+    const QPalette theme = QApplication::palette();
+    const QColor base = theme.color(QPalette::Base), other = theme.color(QPalette::AlternateBase);
+    return standingOut(mixed(theme.color(QPalette::Text), base, 0.5), {base, other}, textContrast);
+}
+
 }  // namespace
 
 bool TableModel::refreshColumns() {
@@ -69,6 +76,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return QString::fromStdString(text::printable(table_.cellText(index.row(), index.column())));
     if (role == Qt::TextAlignmentRole) return alignmentOf(columns_[column].TextAlignment);
+    if (role == Qt::ForegroundRole && table_.isInactive(index.row())) return quietText();
     if (index.row() == table_.markedRow()) return markOf(role);
     return {};
 }

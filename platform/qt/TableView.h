@@ -18,6 +18,11 @@ public:
     QWidget& widget() override { return box_; }
     QWidget& keyWidget() override;
     void pull() override;
+    /// The character leads to a row.
+    bool wants(const QKeyEvent& event) override {
+        handTyped(window_, event);
+        return false;
+    }
     bool stretches() const override { return true; }
     bool isTall() const override { return true; }
 
@@ -37,7 +42,7 @@ private:
     void dragged(int section, int width);
 
     Table& table_;
-    const FormWindow& window_;
+    FormWindow& window_;
     QWidget& box_;
     QLabel& caption_;
     QTableView& rows_;

@@ -1,12 +1,19 @@
 #include "platform/qt/TextBoxView.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
+#include <QIconEngine>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
 #include <algorithm>
 #include <limits>
 
+#include "platform/qt/Contrast.h"
 #include "platform/qt/FormWindow.h"
+#include "platform/qt/Hands.h"
 #include "platform/qt/KeyCodes.h"
 #include "platform/qt/Look.h"
 #include "toolkit/Text.h"
@@ -20,6 +27,8 @@ constexpr int longestFixed = 40;
 constexpr int fewestDigits = 4;
 constexpr int sideMargin = 3;
 constexpr int digitsOfLong = 32;
+/// What a button inside takes with the air around it.
+constexpr int glassRoom = 26;
 
 Qt::Alignment alignmentOf(Alignment alignment) {
     if (alignment == Alignment::Right) return Qt::AlignRight | Qt::AlignVCenter;
@@ -29,10 +38,43 @@ Qt::Alignment alignmentOf(Alignment alignment) {
 
 bool isLong(const TextBox& box) { return box.MaxLength == 0 || box.MaxLength > longestFixed; }
 
+/// A magnifying glass in the colour of the texts of a widget, painted anew for every theme, size and state.
+class Glass final : public QIconEngine {
+public:
+    explicit Glass(const QWidget& beside) : beside_(beside) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        const double side = std::min(rect.width(), rect.height());
+        const QPalette& colours = beside_.palette();
+        const QColor back = colours.color(group, QPalette::Base);
+        const QColor ink = mixed(colours.color(group, QPalette::Text), back, 0.25);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(QRectF(rect).center());
+        painter->setPen(QPen(standingOut(ink, {back}, lineContrast), side / 9, Qt::SolidLine, Qt::RoundCap));
+        painter->drawEllipse(QPointF(-side / 12, -side / 12), side / 4, side / 4);
+        painter->drawLine(QPointF(side / 8, side / 8), QPointF(side / 3, side / 3));
+        painter->restore();
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return picture;
+    }
+    QIconEngine* clone() const override { return new Glass(beside_); }
+
+private:
+    const QWidget& beside_;
+};
+
 /// Asks for the room of so many digits and does with less; only a long field takes more.
 class Edit final : public QLineEdit {
 public:
-    Edit(int digits, bool grows, QWidget* parent) : QLineEdit(parent), digits_(digits) {
+    /// `besides`: pixels that buttons inside take.
+    Edit(int digits, bool grows, int besides, QWidget* parent) : QLineEdit(parent), digits_(digits), besides_(besides) {
         if (!grows) setMaximumWidth(widthOf(digits));
     }
     QSize sizeHint() const override { return {widthOf(digits_), QLineEdit::sizeHint().height()}; }
@@ -41,15 +83,28 @@ public:
         return {widthOf(std::min(digits_, enough)), QLineEdit::minimumSizeHint().height()};
     }
 
+protected:
+    /// The searches stand above what can be done to any text.
+    void contextMenuEvent(QContextMenuEvent* event) override {
+        QMenu* const menu = createStandardContextMenu();
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        QAction* const first = menu->actions().isEmpty() ? nullptr : menu->actions().front();
+        if (!actions().isEmpty()) menu->insertActions(first, actions());
+        if (!actions().isEmpty()) menu->insertSeparator(first);
+        menu->popup(event->globalPos());
+    }
+
 private:
-    int widthOf(int digits) const { return fontMetrics().horizontalAdvance(QString(digits + 2, '0')); }
+    int widthOf(int digits) const { return fontMetrics().horizontalAdvance(QString(digits + 2, '0')) + besides_; }
 
     int digits_;
+    int besides_;
 };
 
 Edit& makeEdit(const TextBox& box, FormWindow& window) {
     const bool grows = isLong(box);
-    return *new Edit(grows ? digitsOfLong : std::max(box.MaxLength, fewestDigits), grows, &window);
+    const int digits = grows ? digitsOfLong : std::max(box.MaxLength, fewestDigits);
+    return *new Edit(digits, grows, box.Searches.empty() ? 0 : glassRoom, &window);
 }
 
 /// The widget would put nothing in the place of what is selected.
@@ -72,6 +127,33 @@ TextBoxView::TextBoxView(TextBox& box, FormWindow& window) : box_(box), window_(
         if (window_.focusWidget() == &edit_ && !window_.isPulling())
             box_.AllSelected = edit_.hasSelectedText() && edit_.selectedText().size() == edit_.text().size();
     });
+    offerSearches();
+}
+
+/// The first in a button of the field, each in its context menu.
+void TextBoxView::offerSearches() {
+    const std::string* last = nullptr;
+    for (const KeyHint& search : box_.Searches) {
+        if (last && *last == search.does) continue;
+        last = &search.does;
+        const QString key = QString::fromStdString(keyName(search.stroke));
+        const QString does = QString::fromStdString(search.does);
+        auto* const action = new QAction(QIcon(new Glass(edit_)), does + "\t" + key, &edit_);
+        action->setToolTip(does + " (" + key + ")");
+        action->setIconVisibleInMenu(false);
+        QObject::connect(
+            action, &QAction::triggered, &window_, [this, stroke = search.stroke] { sendKey(stroke); },
+            Qt::QueuedConnection);
+        if (&search == &box_.Searches.front())
+            edit_.addAction(action, QLineEdit::TrailingPosition);
+        else
+            edit_.QWidget::addAction(action);
+    }
+}
+
+void TextBoxView::sendKey(KeyStroke stroke) {
+    window_.hand([this] { window_.form().focus(box_); });
+    if (window_.form().activeControl() == &box_) hands::strike(window_, stroke);
 }
 
 bool TextBoxView::stretches() const { return isLong(box_); }

@@ -4,6 +4,9 @@
 #include <optional>
 
 #include "platform/qt/ControlView.h"
+#include "toolkit/Keys.h"
+
+class QAction;
 
 namespace FendaMaestros::qt {
 
@@ -35,6 +38,9 @@ private:
         int length = 0;
     };
 
+    void offerSearches();
+    /// What a person chooses beside the keyboard does as the key does that is typed in the field.
+    void sendKey(KeyStroke stroke);
     void changed(const QString& text);
     Mark mark() const;
     void restore(const Mark& mark);

@@ -21,6 +21,7 @@
 #include "app/window/frmRevisar.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtGestures.h"
 #include "platform/sqlite/Session.h"
 #include "session/SesionSql.h"
 #include "tests/session/TemporaryFolder.h"
@@ -128,6 +129,24 @@ TEST_P(EveryWindow, ShowsItsCommandsWhateverTheScreen) {
             taken.push_back(place);
         }
         EXPECT_GT(outside, 0);
+    });
+}
+
+TEST_P(EveryWindow, TellsItsKeysInTooltipsAndInTheListOfF1) {
+    visit([this](Form& form, qt::FormWindow& window) {
+        person.answers = {Answer::Ok};
+        QtGestures().key(form, {key::F1, shift::Shift});
+        ASSERT_TRUE(person.answers.empty());
+        const std::string list = person.messages.back().text;
+        for (const KeyHint& hint : form.Keys) EXPECT_NE(list.find(hint.does), std::string::npos) << hint.does;
+        for (Control* control : form.controls()) {
+            const std::string tip = window.viewOf(*control).widget().toolTip().toStdString();
+            if (!control->isVisible()) continue;
+            for (const KeyHint& hint : control->keys()) {
+                EXPECT_NE(tip.find(keyName(hint.stroke)), std::string::npos) << control->Name << ": " << tip;
+                EXPECT_NE(list.find(keyName(hint.stroke)), std::string::npos) << control->Name << ": " << list;
+            }
+        }
     });
 }
 

@@ -179,7 +179,7 @@ TEST(Scripts, answerMessagesByKeyboardUnlessTold) {
         run("RESPONDER si\npulsar Preguntar\ncomprobar titulo = 83\n"
             "responder No\npulsar cmdpreguntar\ncomprobar titulo = 13\n"
             "responder Esc\npulsar cmdPreguntar\ncomprobar titulo = 229\n"
-            "tecla F1\nresponder Sí con raton\npulsar cmdPreguntar\ncomprobar titulo = 112\n");
+            "tecla F2\nresponder Sí con raton\npulsar cmdPreguntar\ncomprobar titulo = 113\n");
     EXPECT_EQ(answered.failure, "");
     EXPECT_TRUE(
         answered.printed.starts_with("mensaje \"¿Sí\\r\\no \\\"no\\\"?\" icono=pregunta botones=Sí/No defecto=No "

@@ -89,6 +89,24 @@ TEST_F(SearchDialog, NarrowsToRowsWithEveryWordBeginningsFirst) {
     search([&](Form& form) { EXPECT_EQ(idsFor(form, "1"), "71 73 "); }, "No such column");
 }
 
+TEST_F(SearchDialog, SaysInWordsThatNothingIsFoundAndShowsWhatIsOutOfUseQuietly) {
+    help.Inactiva = [](const Recordset& rows, int row) { return rows.cell(row, 0).integer() == 72; };
+    search([&](Form& form) {
+        const auto& grid = Person::control<DataGrid>(form, "dbgBuscar");
+        EXPECT_TRUE(grid.isInactive(2) && !grid.isInactive(0));
+        EXPECT_EQ(idsFor(form, "sur"), "72 71 73 ");
+        EXPECT_TRUE(grid.isInactive(0) && !grid.isInactive(2)) << "wherever the row stands";
+        EXPECT_EQ(idsFor(form, " norte "), "");
+        EXPECT_EQ(Person::control<Label>(form, "lblCuenta").Caption, "Nada coincide con «norte»");
+        person.escape(form);
+    });
+    connection->rows = std::make_shared<Recordset>(std::vector<std::string>{"Id", "Codigo", "Nombre"});
+    search([&](Form& form) {
+        EXPECT_EQ(Person::control<Label>(form, "lblCuenta").Caption, "No hay nada que buscar: la lista está vacía");
+        person.escape(form);
+    });
+}
+
 TEST_F(SearchDialog, ArrowsMoveWhileTypingGoesOn) {
     const std::string result = search([&](Form& form) {
         const auto& grid = Person::control<DataGrid>(form, "dbgBuscar");

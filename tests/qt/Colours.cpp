@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QLineEdit>
+#include <QTableView>
 #include <QTimer>
 #include <cmath>
 
@@ -139,6 +140,26 @@ TEST_P(Colours, a_disabled_table_marks_its_row_quietly) {
     };
     EXPECT_LT(mark(QPalette::Disabled), 2);
     EXPECT_GT(mark(QPalette::Disabled), 1.05);
+}
+
+TEST_P(Colours, rows_of_what_is_out_of_use_are_quiet_and_can_be_read) {
+    Ficha form(desktop);
+    form.Lista.bind(std::make_shared<Rows>(3));
+    form.Lista.Inactive = [](int row) { return row == 1; };
+    QTimer::singleShot(50, qApp, [&] {
+        qt::FormWindow& window = *qt::FormWindow::of(form);
+        const auto& rows = static_cast<const QTableView&>(window.viewOf(form.Lista).keyWidget());
+        const auto textOf = [&](int row) { return rows.model()->index(row, 0).data(Qt::ForegroundRole); };
+        EXPECT_FALSE(textOf(0).isValid() || textOf(2).isValid());
+        const QPalette shown = QApplication::palette();
+        const auto quiet = textOf(1).value<QColor>();
+        for (const auto back : {QPalette::Base, QPalette::AlternateBase}) {
+            EXPECT_GE(ratio(quiet, shown.color(back)), forText);
+            EXPECT_LT(ratio(quiet, shown.color(back)), ratio(shown.color(QPalette::Text), shown.color(back)) * 0.7);
+        }
+        window.hand([&] { form.close(); });
+    });
+    form.show();
 }
 
 TEST_P(Colours, a_theme_that_changes_under_a_window_is_followed) {

@@ -2,11 +2,13 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
@@ -16,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
+#include <QToolButton>
 #include <QWindow>
 #include <algorithm>
 
@@ -181,6 +184,29 @@ TEST_F(Windows, messages_are_spanish_and_esc_says_no) {
     EXPECT_EQ(texts, (std::vector<QString>{"&Sí", "&No", "FendaMaestros"}));
     EXPECT_EQ(reply.answer, Answer::No);
     EXPECT_EQ(reply.key, key::Escape);
+}
+
+TEST_F(Windows, a_message_taller_than_the_screen_scrolls_beside_its_button) {
+    std::string lines;
+    for (int line = 1; line <= 200; ++line) lines += "Renglón " + std::to_string(line) + "\n";
+    form.cmdGuardar.Click = [&] { form.ask(lines, message::Information, ""); };
+    later({[] {
+               tap({'G', shift::Alt});
+           },
+           [] {
+               QWidget& box = *qt::OnTop::window();
+               const QWidget& button = *box.findChild<QPushButton*>();
+               EXPECT_LE(box.height(), box.screen()->availableSize().height());
+               EXPECT_TRUE(box.rect().contains(QRect(button.mapTo(&box, QPoint()), button.size())));
+               const auto* const text = box.findChild<QScrollArea*>();
+               ASSERT_TRUE(text);
+               EXPECT_GT(text->verticalScrollBar()->maximum(), 0);
+               tap({key::Enter, 0});
+           },
+           [] {
+               tap({key::Escape, 0});
+           }});
+    form.show();
 }
 
 TEST_F(Windows, pasted_text_passes_the_key_filter_and_keeps_the_caret) {
@@ -454,6 +480,66 @@ TEST_F(Windows, what_handlers_change_is_shown_after_the_gesture) {
         tap({key::Escape, 0});
     }});
     form.show();
+}
+
+TEST_F(Windows, a_field_that_searches_offers_its_keys_in_a_button_and_in_its_menu) {
+    class Searching final : public Ficha {
+    public:
+        using Ficha::Ficha;
+        void onKeyUp(int& code, int shift) override {
+            log.push_back("tecla " + std::to_string(code) + " en " + activeControl()->Name);
+            Ficha::onKeyUp(code, shift);
+        }
+    } screen(desktop);
+    screen.Nombre.Searches = {
+        {{key::F(2)}, "Buscar por nombre"}, {{key::F(1)}, "Buscar por nombre"}, {{key::F(3)}, "Buscar por código"}};
+    const auto edit = [&]() -> QLineEdit& {
+        return static_cast<QLineEdit&>(qt::FormWindow::of(screen)->viewOf(screen.Nombre).widget());
+    };
+    const auto button = [&]() -> QToolButton& { return *edit().findChild<QToolButton*>(); };
+    const auto openMenu = [&] {
+        QContextMenuEvent asked(QContextMenuEvent::Mouse, {4, 4}, edit().mapToGlobal(QPoint(4, 4)));
+        QCoreApplication::sendEvent(&edit(), &asked);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    later({[&] {
+               EXPECT_EQ(button().toolTip(), "Buscar por nombre (F2)");
+               EXPECT_EQ(button().focusPolicy(), Qt::NoFocus);
+               qt::hands::clickCenter(button());
+               QCoreApplication::sendPostedEvents(qt::FormWindow::of(screen));
+           },
+           [&] {
+               EXPECT_EQ(screen.log, (std::vector<std::string>{"entra Codigo", "sale Codigo", "entra Nombre",
+                                                               "tecla 113 en Nombre"}));
+               tap({key::Tab, 0});
+               EXPECT_EQ(screen.activeControl(), &screen.Tipo) << "Tab passes over the button";
+               screen.log.clear();
+               QMenu* const menu = openMenu();
+               ASSERT_TRUE(menu);
+               EXPECT_EQ(menu->actions()[0]->text(), "Buscar por nombre\tF2");
+               EXPECT_EQ(menu->actions()[1]->text(), "Buscar por código\tF3");
+               EXPECT_TRUE(menu->actions()[2]->isSeparator());
+               EXPECT_GT(menu->actions().size(), 7) << "and what can be done to any text";
+               menu->actions()[1]->trigger();
+               menu->close();
+               QCoreApplication::sendPostedEvents(qt::FormWindow::of(screen));
+           },
+           [&] {
+               EXPECT_EQ(screen.log, (std::vector<std::string>{"entra Nombre", "tecla 114 en Nombre"}));
+               screen.log.clear();
+               qt::FormWindow::of(screen)->hand([&] { screen.setFocus(screen.Codigo); });
+               screen.Nombre.Enabled = false;
+               qt::FormWindow::pullAll();
+               EXPECT_FALSE(button().isEnabled());
+               qt::hands::clickCenter(button());
+               QCoreApplication::sendPostedEvents(qt::FormWindow::of(screen));
+           },
+           [&] {
+               EXPECT_EQ(screen.activeControl(), &screen.Codigo);
+               EXPECT_EQ(screen.log.back(), "entra Codigo");
+               tap({key::Escape, 0});
+           }});
+    screen.show();
 }
 
 TEST_F(Windows, a_marked_row_stands_out_in_view_until_something_is_changed) {

@@ -28,7 +28,8 @@ protected:
         onNextScreen([&](Form& form) {
             auto& grid = ScriptedPerson::control<DataGrid>(form, "dbgBuscar");
             shown = form.Caption + ":";
-            for (int row = 0; row < grid.rowCount(); ++row) shown += grid.cellText(row, 0) + ";";
+            for (int row = 0; row < grid.rowCount(); ++row)
+                shown += grid.cellText(row, 0) + (grid.isInactive(row) ? " quietly;" : ";");
             person.hands.doubleClickRow(form, grid, grid.rowCount() - 1);
         });
         const std::int32_t id = call();
@@ -103,14 +104,33 @@ TEST_F(AccountLookups, AnUnknownCodeIsUsedOnlyWhenAPersonSaysYes) {
 
 TEST_F(AccountLookups, AccountsAreFoundByCodeAndByName) {
     const std::string byName =
-        "Buscar cuentas por nombre:Beta (43000002) *** INACTIVA ***;Sin plan (999);Zeta (43000001); 43000001|\n";
+        "Buscar cuentas por nombre:Beta (43000002) *** INACTIVA *** quietly;Sin plan (999);Zeta (43000001); "
+        "43000001|\n";
     EXPECT_EQ(searchAccount(1, false, true), "Buscar cuentas por codigo:43000001 Zeta;999 Sin plan; 999|\n");
     EXPECT_EQ(searchAccount(1, false, false),
-              "Buscar cuentas por codigo:43000001 Zeta;43000002 Beta *** INACTIVA ***;999 Sin plan; 999|\n");
+              "Buscar cuentas por codigo:43000001 Zeta;43000002 Beta *** INACTIVA *** quietly;999 Sin plan; 999|\n");
     EXPECT_EQ(searchAccount(2, false, true), byName);
     EXPECT_EQ(searchAccount(7, false, false), byName);
     EXPECT_EQ(searchAccount(1, true, true),
               "Buscar cuentas por codigo:430 Clientes;43009 Clientes, facturas;5720 Bancos;640 Otra variante; 640|\n");
+}
+
+TEST_F(AccountLookups, AListingShowsInactiveAccountsQuietly) {
+    onNextScreen([&](Form& form) {
+        const auto listed = [&](const char* state) {
+            person.hands.click(form, *form.find(state));
+            person.press(form, "cmdIniciar");
+            const auto& grid = ScriptedPerson::control<DataGrid>(form, "dbg");
+            std::string shown;
+            for (int row = 0; row < grid.rowCount(); ++row)
+                shown += grid.cellText(row, 2) + (grid.isInactive(row) ? " quietly;" : ";");
+            return shown;
+        };
+        EXPECT_EQ(listed("Option1(2)"), "Zeta;Beta quietly;Sin plan;");
+        EXPECT_EQ(listed("Option1(1)"), "Beta quietly;");
+        EXPECT_EQ(listed("Option1(0)"), "Zeta;Sin plan;");
+    });
+    maes.jshowInformePlandeCuentas();
 }
 
 TEST_F(AccountLookups, ThePlanIsThatOfTheFiscalYearUnlessTheHostSaysAnother) {

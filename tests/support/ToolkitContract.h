@@ -453,6 +453,34 @@ TYPED_TEST(ToolkitContract, a_progress_bar_shows_how_far_the_work_has_come_and_t
     });
 }
 
+TYPED_TEST(ToolkitContract, what_is_typed_leads_to_a_row_by_the_first_column_that_has_it) {
+    auto& form = this->screen;
+    this->bindRows(30);
+    this->fillList(30);
+    form.Lista.Columns[1].Visible = false;
+    this->perform([&](Form&) {
+        form.setFocus(form.Lista);
+        this->type("25");
+        EXPECT_EQ(this->seen(form.Lista), 24);
+        EXPECT_EQ(this->rows->currentRow(), 24);
+        this->type("f");
+        EXPECT_EQ(this->seen(form.Lista), 24) << "a hidden column";
+        this->desktop->letPass(ListTyping::pause);
+        this->type("2");
+        EXPECT_EQ(this->seen(form.Lista), 25) << "the next one";
+        this->desktop->letPass(ListTyping::pause);
+        this->type("30");
+        this->type("2");
+        form.setFocus(form.Movimientos);
+        this->type("aPÚnte 17");
+        EXPECT_EQ(this->seen(form.Movimientos), 17);
+        EXPECT_EQ(this->seen(form.Lista), 29) << "no row begins with 302";
+        form.Movimientos.Enabled = false;
+        this->type("3");
+        EXPECT_EQ(form.Movimientos.currentRow(), 17);
+    });
+}
+
 TYPED_TEST(ToolkitContract, letters_lead_to_an_item_together_unless_time_has_passed) {
     using std::chrono::milliseconds;
     auto& form = this->screen;
