@@ -1,5 +1,6 @@
 #include "taxid/OtraFicha.h"
 
+#include "session/ErrorBd.h"
 #include "session/Literal.h"
 #include "taxid/Explicacion.h"
 #include "toolkit/Text.h"
@@ -48,6 +49,21 @@ OtraFicha buscarOtraFicha(const DocumentoTecleado& typed, const std::string& exp
         if (spellingKey(document) == typed.clave) found = {document, text::trim(rows->Fields("Nombre").Value.text())};
     }
     return found;
+}
+
+OtraFicha AvisoOtraFicha::buscar(const DocumentoTecleado& typed, const std::string& expresionNombre,
+                                 std::int64_t idPropio) {
+    if (typed.documento.empty()) return {};
+    if (std::pair wanted(typed.documento, idPropio); wanted != buscada_) {
+        buscada_ = {};
+        try {
+            ficha_ = buscarOtraFicha(typed, expresionNombre, idPropio);
+        } catch (const ErrorBd&) {
+            return {};
+        }
+        buscada_ = std::move(wanted);
+    }
+    return ficha_;
 }
 
 }  // namespace FendaMaestros

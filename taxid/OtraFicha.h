@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace FendaMaestros {
 
@@ -26,5 +27,21 @@ struct OtraFicha {
 
 /// Of several entries the one that is spelled as typed; never the entry `idPropio`. One read. Throws ErrorBd.
 OtraFicha buscarOtraFicha(const DocumentoTecleado& typed, const std::string& expresionNombre, std::int64_t idPropio);
+
+/// Looks for the other entry as a document is typed, once for each document.
+class AvisoOtraFicha {
+public:
+    /// Arguments as buscarOtraFicha(). Finds nothing where there is not enough typed, and when the database does not
+    /// answer: what is wrong with it is said when the document is looked up.
+    OtraFicha buscar(const DocumentoTecleado& typed, const std::string& expresionNombre, std::int64_t idPropio);
+    /// What was found for this document, if it is the one looked for last.
+    OtraFicha encontrada(const std::string& documento) const {
+        return documento == buscada_.first ? ficha_ : OtraFicha{};
+    }
+
+private:
+    std::pair<std::string, std::int64_t> buscada_;
+    OtraFicha ficha_;
+};
 
 }  // namespace FendaMaestros

@@ -130,7 +130,17 @@ bool frmCambiarNif::msBuscarCif(const std::string& document) {
 
 void frmCambiarNif::aconsejar(bool left) {
     const std::string typed = text::trim(txtFields(Nuevo).Text);
-    if (typed.empty()) return tell({});
+    tell({});
+    if (typed.empty()) return;
+    aconsejarForma(typed, left);
+    const DocumentoTecleado document(typed, false);
+    const OtraFicha other = avisoOtraFicha_.buscar(document, sExpresionNombre_, nIdNif_);
+    if (other.documento.empty()) return;
+    tellInFront(other.texto(document.documento));
+    lblEstado.Kind = StatusKind::Warning;
+}
+
+void frmCambiarNif::aconsejarForma(const std::string& typed, bool left) {
     const IdentifierExplanation explained = explainIdentifier(typed);
     if (explained.valid && explained.normalForm != typed) return tell("Su forma normal es " + explained.normalForm);
     const bool unfinished = !left && explained.fault == IdentifierFault::Form;

@@ -6,6 +6,7 @@
 
 #include "session/Recordset.h"
 #include "taxid/NifRecord.h"
+#include "taxid/OtraFicha.h"
 #include "ui/Screen.h"
 
 namespace FendaMaestros {
@@ -33,6 +34,8 @@ private:
     bool msBuscarCif(const std::string& document);
     /// What there is to say of the new document; `left`: it is no longer being typed.
     void aconsejar(bool left);
+    /// Of its form alone.
+    void aconsejarForma(const std::string& typed, bool left);
     void anunciarFacturas();
     /// What a save does, as its question names it.
     std::string cambio() const;
@@ -50,6 +53,7 @@ private:
     std::string sExpresionNombre_;
     /// The new document of which was said what there is to say.
     std::string sAconsejado_;
+    AvisoOtraFicha avisoOtraFicha_;
     std::string resumen_;
     bool bGuardado_ = false;
 

@@ -137,9 +137,7 @@ private:
     std::string sExpresionNombre_;
     /// The document last loaded or accepted as new.
     std::string sDocumentoTratado_;
-    /// The document last looked for while it was typed, the entry on the screen then, and what was found.
-    std::pair<std::string, std::int64_t> otraBuscada_;
-    OtraFicha otraFicha_;
+    AvisoOtraFicha avisoOtraFicha_;
     std::string sNifInicial_;
     std::string sNombreInicial_;
     bool bAbiertaConDocumento_;

@@ -1,4 +1,3 @@
-#include "session/ErrorBd.h"
 #include "taxid/BuscaPoblacion.h"
 #include "taxid/BuscarNif.h"
 #include "taxid/ClavesRetencion.h"
@@ -86,27 +85,17 @@ void frmNif::completarDocumento() {
 
 void frmNif::decirOtraFicha() {
     const DocumentoTecleado typed(txtFields(Documento).Text, cboDocType.ListIndex() != documento::Otros);
-    if (typed.documento.empty()) return;
-    if (std::pair wanted(typed.documento, nIdActual_); wanted != otraBuscada_) {
-        try {
-            otraFicha_ = buscarOtraFicha(typed, sExpresionNombre_, nIdActual_);
-        } catch (const ErrorBd&) {
-            // What is wrong with the database is said when the document is looked up.
-            return;
-        }
-        otraBuscada_ = std::move(wanted);
-    }
-    if (otraFicha_.documento.empty()) return;
-    tell(otraFicha_.texto(typed.documento),
-         otraFicha_.igual(typed.documento) ? StatusKind::Plain : StatusKind::Warning);
+    const OtraFicha other = avisoOtraFicha_.buscar(typed, sExpresionNombre_, nIdActual_);
+    if (other.documento.empty()) return;
+    tell(other.texto(typed.documento), other.igual(typed.documento) ? StatusKind::Plain : StatusKind::Warning);
 }
 
 /// Of an entry that is stored only a slip is said: it may have a document of another kind.
 void frmNif::aconsejar() {
     const bool stored = nIdActual_ > 0;
     const std::string& document = txtFields(Documento).Text;
-    if (!stored && !otraFicha_.documento.empty() && document == otraBuscada_.first)
-        tellBehind(otraFicha_.texto(document), StatusKind::Warning);
+    const OtraFicha other = avisoOtraFicha_.encontrada(document);
+    if (!stored && !other.documento.empty()) tellBehind(other.texto(document), StatusKind::Warning);
     if (cboDocType.ListIndex() == documento::Otros) return;
     const IdentifierExplanation explained = explainIdentifier(document);
     const StatusKind kind = adviceKind(explained);

@@ -64,6 +64,23 @@ TEST_F(ChangeOfIdentifier, AFailureAtAnyStatementLeavesTheRegisterTheInvoicesAnd
     EXPECT_EQ(stored("12345678Z"), "Antes|2025-12-31|\n") << "other years keep what they had";
 }
 
+TEST_F(ChangeOfIdentifier, AnIdentifierThatAnotherEntryHasIsToldWhileItIsTypedInWhateverSpelling) {
+    constexpr const char* otherSpelling =
+        "! A-12345674 ya es de SOCIEDAD, escrito A12345674 · Su forma normal es A12345674";
+    change("12345678Z", [&](Form& form) {
+        const auto told = [&](const char* typed) {
+            person.fill(form, fresh, typed);
+            return form.statusLine()->shown();
+        };
+        EXPECT_EQ(told("a-12345674"), otherSpelling);
+        EXPECT_EQ(told("A12345674"), "! A12345674 es de SOCIEDAD · A12345674: CIF de una sociedad anónima");
+        EXPECT_EQ(told("12345678-z"), "Su forma normal es 12345678Z") << "its own";
+        person.fill(form, fresh, "a-12345674");
+        person.hands.key(form, {key::Tab, shift::None});
+        EXPECT_EQ(form.statusLine()->shown(), otherSpelling);
+    });
+}
+
 TEST_F(ChangeOfIdentifier, TheNameOfTheInvoicesIsTheEntrysInTheOrderOfTheCompany) {
     ParametrosEmpresa surnamesFirst = parameters(2026);
     surnamesFirst.set("PAR_ORCONTANOM", 1);
