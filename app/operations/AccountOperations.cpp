@@ -84,11 +84,13 @@ void openNewAccount(FendaMaes& component) {
     }).show();
 }
 
+/// A sub-account that is chosen opens in its screen; what has been found is told as that screen leaves it.
 void openSearchAccounts(FendaMaes& component) {
     const auto search = [&component](std::int16_t mode, bool plan, bool onlyActive) {
         return [&component, mode, plan, onlyActive] {
-            return found(component, "SELECT PCta_Cta, PCta_Des FROM PCta WHERE PCta_Id = ",
-                         component.fnBuscarCuentas(mode, plan, onlyActive));
+            const std::int32_t id = component.fnBuscarCuentas(mode, plan, onlyActive);
+            if (id != 0 && !plan) component.jPlanCuentas(id);
+            return found(component, "SELECT PCta_Cta, PCta_Des FROM PCta WHERE PCta_Id = ", id);
         };
     };
     frmBusqueda("Buscar una cuenta", {{"Por &código", search(byCode, false, true)},

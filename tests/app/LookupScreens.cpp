@@ -20,6 +20,7 @@ protected:
         ParametrosEmpresa parameters;
         parameters.set("Par_Ejercicio", 2010);
         parameters.set("Par_CtaNum", 8);
+        parameters.set("Par_OrContaNom", 0);
         session = std::make_unique<SesionSql>(memory, parameters);
         maes.MyBd = session.get();
         memory->run(
@@ -38,7 +39,12 @@ protected:
     FendaMaes maes{desktop, components};
 };
 
-TEST_F(LookupScreens, ASearchShowsWhatWasChosen) {
+TEST_F(LookupScreens, ASearchOpensTheSubAccountThatWasChosen) {
+    std::string opened;
+    const Person::Visit look = [&](Form& account) {
+        opened += Person::text(account, "Text1(0)") + " ";
+        person.escape(account);
+    };
     const Person::Visit choose = [&](Form& dialog) { person.press(dialog, "cmdAceptar"); };
     const Person::Visit leave = [&](Form& dialog) { person.escape(dialog); };
     const Person::Visit search = [&](Form& form) {
@@ -52,7 +58,18 @@ TEST_F(LookupScreens, ASearchShowsWhatWasChosen) {
         EXPECT_EQ(result(form), "No se ha elegido nada.");
         person.escape(form);
     };
-    person.visits = {search, choose, choose, leave};
+    person.visits = {search, choose, look, choose, look, leave};
+    findOperation("fnBuscarCuentas")->open(maes);
+    EXPECT_EQ(opened, "43000001 43000002 ");
+
+    memory->run(
+        {"INSERT INTO PCta (PCta_Cta, PCta_Des, PCta_Plan, PCta_Subcuenta) VALUES ('430', 'Plan', 2008, 0)", {}});
+    const Person::Visit official = [&](Form& form) {
+        person.press(form, "cmdBuscar(3)");
+        EXPECT_EQ(result(form), "430 Plan");
+        person.escape(form);
+    };
+    person.visits = {official, choose};
     findOperation("fnBuscarCuentas")->open(maes);
 }
 
