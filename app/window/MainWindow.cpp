@@ -1,6 +1,7 @@
 #include "app/window/MainWindow.h"
 
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QDir>
 #include <QLabel>
 #include <QMenuBar>
@@ -9,9 +10,11 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 #include "app/CommandCopia.h"
+#include "app/Manual.h"
 #include "app/window/Tile.h"
 #include "app/window/frmAbrir.h"
 #include "app/window/frmCopia.h"
@@ -24,6 +27,8 @@
 #include "platform/qt/KeyCodes.h"
 #include "session/ErrorBd.h"
 #include "storage/Parameters.h"
+#include "toolkit/KeyHints.h"
+#include "toolkit/Text.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -47,6 +52,14 @@ QString factsOf(const ParametrosEmpresa& parameters) {
         .arg(year)
         .arg(planEnVigor(year))
         .arg(QString::fromStdString(parameters.Item("Par_CtaNum").Value.text()));
+}
+
+std::string operationKeys() {
+    std::string lines;
+    for (const Operation& operation : operations())
+        lines +=
+            (lines.empty() ? "" : "\n") + keyName(operation.key) + ": " + text::replaced(operation.caption, "&", "");
+    return lines;
 }
 
 QString plain(const std::string& caption) { return QString::fromStdString(caption).remove('&'); }
@@ -285,10 +298,28 @@ void MainWindow::addOperationMenus() {
 }
 
 void MainWindow::addHelpMenu() {
-    menuBar()->addMenu("A&yuda")->addAction("&Acerca de fenda", this, [this] {
+    QMenu* const menu = menuBar()->addMenu("A&yuda");
+    menu->addAction("&Manual", this, &MainWindow::showManual);
+    QAction* const keys = menu->addAction("&Teclas", this, [this] {
+        desktop_.ask({operationKeys(), message::Ok + message::Information, "Teclas"});
+    });
+    keys->setShortcut(keySequence({key::F(1)}));
+    menu->addSeparator();
+    menu->addAction("&Acerca de fenda", this, [this] {
         desktop_.ask({"fenda " + componentVersion() +
                           "\nMaestros contables: tablas, identificadores fiscales y plan de cuentas.",
                       message::Ok + message::Information, "Acerca de fenda"});
+    });
+}
+
+void MainWindow::showManual() {
+    guarded("Manual", "No se ha podido abrir el manual.", [this] {
+        const auto manual = findManual(QCoreApplication::applicationDirPath().toStdString());
+        if (!manual)
+            throw std::runtime_error(std::string("El manual no está instalado: falta ") + installedManual +
+                                     ". Viene en el paquete del programa; en las fuentes se hace con «./dev manual».");
+        if (!desktop_.openFile(manual->string()))
+            throw std::runtime_error("No hay ningún programa para verlo. Está en " + manual->string());
     });
 }
 

@@ -60,6 +60,7 @@ private:
     void openDemonstration();
     void addOperationMenus();
     void addHelpMenu();
+    void showManual();
     QWidget* makeHeader();
     QWidget* makeTiles();
     /// Runs `action`; an exception is shown in a message under `title` that begins with `failure`, a sentence,

@@ -9,13 +9,16 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <fstream>
 #include <set>
 
+#include "app/Manual.h"
 #include "app/window/Display.h"
 #include "app/window/Tile.h"
 #include "platform/sqlite/Session.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+#include "tests/session/TemporaryFolder.h"
 #include "tests/support/ScriptedPerson.h"
 
 namespace FendaMaestros {
@@ -96,6 +99,34 @@ TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
     chooseCompany("Antigua");
     EXPECT_TRUE(shows("Antigua") && shows("2007") && shows("1990"));
     EXPECT_EQ(InstanciaActual->Plan, 1990);
+}
+
+TEST_F(MainWindowTest, F1ListsTheKeysOfTheOperations) {
+    for (QAction* action : window_.findChildren<QAction*>())
+        if (action->shortcut() == QKeySequence(Qt::Key_F1)) {
+            person_.answers = {Answer::Ok};
+            action->trigger();
+        }
+    ASSERT_EQ(person_.messages.size(), 1u);
+    EXPECT_NE(person_.messages[0].text.find("\nMayús+F2: Plan de cuentas\n"), std::string::npos);
+}
+
+TEST(Manual, IsTheInstalledOneOrElseThatOfTheSources) {
+    const tests::TemporaryFolder folder;
+    const std::filesystem::path root = folder.path();
+    const auto make = [](const std::filesystem::path& page) {
+        std::filesystem::create_directories(page.parent_path());
+        std::ofstream(page) << "<html>";
+        return page;
+    };
+    const std::filesystem::path program = root / "build" / "dev" / "app";
+    EXPECT_EQ(findManual(program), std::nullopt);
+    const auto built = make(root / "build/manual/index.html");
+    EXPECT_EQ(findManual(program), built);
+    EXPECT_EQ(findManual(root / "usr" / "bin"), built) << "of whatever folder above";
+    const auto installed = make(root / "usr/share/doc/fenda/manual/index.html");
+    EXPECT_EQ(findManual(root / "usr" / "bin"), installed);
+    EXPECT_EQ(findManual(program), built);
 }
 
 TEST_F(MainWindowTest, ACompanyThatCannotBeOpenedLeavesTheOtherOne) {
