@@ -79,6 +79,10 @@ bool frmNif::salirDocumento() {
 void frmNif::completarDocumento() {
     std::string& document = txtFields(Documento).Text;
     if (cboDocType.ListIndex() == documento::Otros) return;
+    // The type of the entry on the screen says nothing of an organisation that is typed over it.
+    const bool isLeftOver = nIdActual_ > 0 && cboDocType.ListIndex() == nifLeido_.tipoDocumento;
+    if (isLeftOver && explainIdentifier(document).kind == IdentifierKind::Organisation)
+        cboDocType.setListIndex(documento::Cif);
     if (text::isDigit(document.front())) cboDocType.setListIndex(documento::Nif);
     if (cboDocType.ListIndex() == documento::Nif) document = conLetra(document);
 }

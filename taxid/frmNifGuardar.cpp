@@ -33,6 +33,7 @@ void frmNif::guardar() {
     const auto isBlank = [this](Campo field) { return text::trim(txtFields(field).Text).empty(); };
     if (isBlank(Documento) && isBlank(Nombre))
         return warn("Debe indicar el documento o el nombre", txtFields(Documento));
+    const bool isNew = nIdActual_ < 1;
     try {
         if (const auto inserted = saveWithPatience([this] { return grabar(); })) mostrarInsertada(*inserted);
     } catch (const SilentRefusal&) {
@@ -43,7 +44,9 @@ void frmNif::guardar() {
     anotarMostrado();
     markPendingMessage();
     ask("Grabación del nif realizada con éxito", message::Information, sTituloVentana);
-    if (bAbiertaConDocumento_) unload();
+    if (bAbiertaConDocumento_) return unload();
+    // Who enters one after the other goes on with the next document.
+    if (isNew) setFocus(txtFields(Documento));
 }
 
 std::optional<frmNif::Ficha> frmNif::grabar() {
