@@ -288,8 +288,8 @@ typedef struct fenda_desktop_callbacks {
     /// Called once for each screen; those that open over it come while a gesture is under way.
     fenda_status (*attend)(void* context, fenda_form* form);
     /// A message. `style` adds up 4 (the buttons are Yes and No, else Accept alone), 16, 32, 48 or 64 (critical,
-    /// question, warning, information) and 256 (No is the default). `button` holds the answer that leaves it, and
-    /// receives the one chosen, a fenda_button that the message has.
+    /// question, warning, information) and 256 (No is the default). `button` receives the answer, a fenda_button that
+    /// the message has; it holds 0, which leaves the message as Esc does.
     fenda_status (*answer)(void* context, const char* text, const char* title, int32_t style, int32_t* button);
     /// Where to save a file: `proposal` is a name without folder, `kind` as "Hoja de cálculo (*.xlsx)". The path goes
     /// into the FENDA_PATH_SIZE bytes at `path`; left as "" it saves nothing. May be null: nothing is ever saved.

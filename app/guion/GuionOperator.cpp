@@ -7,7 +7,7 @@
 #include "app/guion/Interruption.h"
 #include "app/guion/StatusWatch.h"
 #include "session/frmBuscar.h"
-#include "toolkit/Keys.h"
+#include "toolkit/AnswerKey.h"
 
 namespace FendaMaestros {
 
@@ -17,15 +17,8 @@ using guion::literalOf;
 
 namespace {
 
-/// The key with which a person at the keyboard chooses an answer: Enter for the button that has the focus, else the
-/// letter of the button.
-int keyOf(const Message& message, Answer answer) {
-    if (answer == message.defaultAnswer()) return key::Enter;
-    return answer == Answer::Yes ? 'S' : 'N';
-}
-
 Answer answerTo(const Message& message, const ExpectedMessage& expected) {
-    return expected.answer.value_or(message.offers(Answer::Ok) ? Answer::Ok : Answer::No);
+    return expected.answer.value_or(leavingAnswer(message));
 }
 
 std::string described(Answer answer, const ExpectedMessage& expected) {
@@ -51,7 +44,7 @@ void check(const Message& message, const ExpectedMessage& expected) {
 // --- the flow of commands
 
 void GuionOperator::run(GuionHost& host) {
-    host_ = &host;
+    workFor(host);
     keepingFailure([this] {
         while (const Command* command = script_.next()) carryOut(*command);
         script_.failOnUnused(script_.line());

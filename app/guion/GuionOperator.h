@@ -24,8 +24,12 @@ class GuionOperator final : public Operator {
 public:
     GuionOperator(std::vector<Command> commands, std::ostream& out) : script_(std::move(commands)), out_(out) {}
 
-    /// Runs the whole script on a host that works on a desktop with this operator.
+    /// From now on attends the screens of a host that works on a desktop with this operator.
+    void workFor(GuionHost& host) { host_ = &host; }
+    /// Runs what is left of the script, and works for the host.
     void run(GuionHost& host);
+    /// Throws again what has failed on some screen. One in between may have swallowed it.
+    void rethrowFailure() const;
 
     // --- Operator
     void attend(Form& form) override;
@@ -75,7 +79,6 @@ private:
     /// screen in between may swallow it, and then every further part fails so, too.
     template <class Part>
     std::invoke_result_t<Part> keepingFailure(Part&& part);
-    void rethrowFailure() const;
 
     Script script_;
     std::ostream& out_;

@@ -33,9 +33,8 @@ struct Windows {
 
 }  // namespace
 
-std::shared_ptr<void> openDisplay() {
-    const std::runtime_error noDisplay(
-        "No hay pantalla donde abrir ventanas; sin ella se puede usar «fenda guion», «fenda nif» y «fenda crear».");
+std::shared_ptr<void> openDisplay(const std::string& instead) {
+    const std::runtime_error noDisplay("No hay pantalla donde abrir ventanas" + instead + ".");
     const bool chosen = isSet(platformVariable);
     if (!chosen) {
         if (!isSet("DISPLAY") && !isSet("WAYLAND_DISPLAY")) throw noDisplay;

@@ -10,6 +10,7 @@
 #include "platform/postgres/Dialect.h"
 #include "platform/postgres/Rows.h"
 #include "platform/postgres/Schema.h"
+#include "storage/ReadOnly.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros::postgres {
@@ -28,13 +29,6 @@ Parameters parametersOf(const std::vector<storage::Literal>& literals) {
                                  ? parameterOf(text::replaced(literal.source, "''", "'"))
                                  : parameterOf(std::string(literal.source)));
     return parameters;
-}
-
-bool writesRows(std::string_view sql) {
-    const auto word = sql.substr(0, sql.find(' '));
-    for (const char* verb : {"INSERT", "UPDATE", "DELETE"})
-        if (text::equalIgnoringCase(word, verb)) return true;
-    return false;
 }
 
 std::int64_t rowsTouched(const Result& result) {
@@ -172,7 +166,7 @@ std::int64_t PostgresConexion::run(const Statement& statement) {
 
 PreparedText& PostgresConexion::writer(const std::string& sql) {
     if (auto* known = statements_.find(sql)) return *known;
-    if (!writesRows(sql)) refuse("La sentencia no se ejecuta: se esperaba una escritura.");
+    if (!storage::beginsAsWriteOfRows(sql)) refuse("La sentencia no se ejecuta: se esperaba una escritura.");
     auto translation = translateWrite(sql);
     return statements_.add(sql, {.sql = std::move(translation.text),
                                  .parameters = translation.parameters,

@@ -1,20 +1,16 @@
 #include "platform/sqlite/Functions.h"
 
 #include <sqlite3.h>
-#include <unicode/bytestream.h>
-#include <unicode/normalizer2.h>
-#include <unicode/uchar.h>
-#include <unicode/utf8.h>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "platform/sqlite/Check.h"
+#include "platform/sqlite/TextFunctions.h"
 
 namespace FendaMaestros::sqlite {
 
@@ -28,30 +24,11 @@ std::string_view textOf(sqlite3_value* value) {
 bool isNull(sqlite3_value* value) { return sqlite3_value_type(value) == SQLITE_NULL; }
 
 void len(sqlite3_context* context, int, sqlite3_value** arguments) {
-    if (isNull(arguments[0])) return;
-    auto text = textOf(arguments[0]);
-    while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-    sqlite3_int64 characters = 0;
-    for (const char c : text) characters += !U8_IS_TRAIL(static_cast<std::uint8_t>(c));
-    sqlite3_result_int64(context, characters);
-}
-
-/// The text without its first one or two digits and the slash behind them; "" when it begins otherwise.
-std::string_view behindSlash(std::string_view text) {
-    const auto slash = text.find('/');
-    if (slash != 1 && slash != 2) return {};
-    const bool digits = std::ranges::all_of(text.substr(0, slash), [](char c) { return c >= '0' && c <= '9'; });
-    return digits ? text.substr(slash + 1) : std::string_view();
+    if (!isNull(arguments[0])) sqlite3_result_int64(context, lengthOf(textOf(arguments[0])));
 }
 
 void year(sqlite3_context* context, int, sqlite3_value** arguments) {
-    const auto text = textOf(arguments[0]);
-    if (text.size() < 8) return;
-    const auto written = text.find('/') < 3 ? behindSlash(behindSlash(text)) : text;
-    int value = 0;
-    if (written.size() < 4 || std::from_chars(written.data(), written.data() + 4, value).ptr != written.data() + 4)
-        return;
-    sqlite3_result_int(context, value);
+    if (const auto value = yearOf(textOf(arguments[0]))) sqlite3_result_int(context, *value);
 }
 
 /// --- join
@@ -88,75 +65,10 @@ void join(sqlite3_context* context, int, sqlite3_value** arguments) {
 
 /// --- like
 
-constexpr char32_t end = 0xffffffff;
-
-/// The next character in small letters; `end` behind the last.
-char32_t nextFolded(std::string_view& text) {
-    if (text.empty()) return end;
-    const auto first = static_cast<std::uint8_t>(text.front());
-    if (first < 0x80) {
-        text.remove_prefix(1);
-        return first >= 'A' && first <= 'Z' ? first + 32 : first;
-    }
-    std::int32_t used = 0;
-    UChar32 character = 0;
-    U8_NEXT_OR_FFFD(reinterpret_cast<const std::uint8_t*>(text.data()), used, static_cast<std::int32_t>(text.size()),
-                    character);
-    text.remove_prefix(static_cast<std::size_t>(used));
-    return static_cast<char32_t>(u_foldCase(character, U_FOLD_CASE_DEFAULT));
-}
-
-/// `escape` takes its wildcard meaning from the character behind it; `end` when there is none.
-bool matches(std::string_view pattern, std::string_view text, char32_t escape) {
-    std::string_view retryPattern, retryText;
-    bool canRetry = false;
-    for (;;) {
-        auto restPattern = pattern, restText = text;
-        char32_t wanted = nextFolded(restPattern);
-        const bool literal = wanted != end && wanted == escape;
-        if (literal) wanted = nextFolded(restPattern);
-        if (wanted == '%' && !literal) {
-            pattern = retryPattern = restPattern;
-            retryText = text;
-            canRetry = true;
-            continue;
-        }
-        const char32_t found = nextFolded(restText);
-        if (found == end && wanted == end) return true;
-        const bool fits = found != end && wanted != end && (found == wanted || (wanted == '_' && !literal));
-        if (fits) {
-            pattern = restPattern;
-            text = restText;
-            continue;
-        }
-        if (!canRetry || nextFolded(retryText) == end) return false;
-        pattern = retryPattern;
-        text = retryText;
-    }
-}
-
-/// The text with each letter and its accents in one character; `composed` is the room for it.
-std::string_view withComposedAccents(std::string_view text, std::string& composed) {
-    // Accents of their own, U+0300 to U+036F, begin with one of these bytes.
-    if (text.find_first_of("\xCC\xCD") == std::string_view::npos) return text;
-    UErrorCode status = U_ZERO_ERROR;
-    const auto* form = icu::Normalizer2::getNFCInstance(status);
-    if (U_FAILURE(status)) return text;
-    icu::StringByteSink<std::string> sink(&composed);
-    form->normalizeUTF8(0, {text.data(), static_cast<std::int32_t>(text.size())}, sink, nullptr, status);
-    return U_FAILURE(status) ? text : std::string_view(composed);
-}
-
 void like(sqlite3_context* context, int count, sqlite3_value** arguments) {
     if (isNull(arguments[0]) || isNull(arguments[1])) return;
-    char32_t escape = end;
-    if (count == 3) {
-        auto text = textOf(arguments[2]);
-        escape = nextFolded(text);
-    }
-    std::string pattern, text;
-    sqlite3_result_int(context, matches(withComposedAccents(textOf(arguments[0]), pattern),
-                                        withComposedAccents(textOf(arguments[1]), text), escape));
+    const auto escape = count == 3 ? textOf(arguments[2]) : std::string_view();
+    sqlite3_result_int(context, isLike(textOf(arguments[1]), textOf(arguments[0]), escape));
 }
 
 /// --- sum

@@ -61,10 +61,15 @@ std::string creation(const std::string& schema, const storage::Index& index) {
 
 }  // namespace
 
-void createSchema(const Database& database, const std::string& schema, Contents contents) {
+std::string schemaSql(const std::string& schema, Contents contents) {
     std::string sql;
     for (const auto& table : schemaOf(contents).tables) sql += creation(schema, table);
     for (const auto& index : schemaOf(contents).indexes) sql += creation(schema, index);
+    return sql;
+}
+
+void createSchema(const Database& database, const std::string& schema, Contents contents) {
+    std::string sql = schemaSql(schema, contents);
     sql += "PRAGMA " + schema + ".application_id = " + std::to_string(applicationId(contents)) + ";";
     sql += "PRAGMA " + schema + ".user_version = " + std::to_string(schemaOf(contents).version) + ";";
     database.execute(sql);

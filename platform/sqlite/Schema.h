@@ -9,6 +9,9 @@ namespace FendaMaestros::sqlite {
 /// The two kinds of database, each with its own tables.
 enum class Contents { Company, Shared };
 
+/// The statements that make tables and indexes, parted by semicolons. `schema` as for createSchema().
+std::string schemaSql(const std::string& schema, Contents contents);
+
 /// Creates tables and indexes in an empty database. `schema` is the name it is attached by: "main" or "KXComun".
 void createSchema(const Database& database, const std::string& schema, Contents contents);
 
