@@ -123,13 +123,16 @@ private:
         }
     }
 
+    /// What forbids it stands first.
     void tellForbidden() {
-        const auto wrong = std::ranges::count_if(plan_.codes, [](const auto& change) { return !change.why.empty(); });
+        const auto allowed =
+            std::ranges::stable_partition(plan_.codes, [](const CodeChange& change) { return !change.why.empty(); });
+        const std::size_t wrong = plan_.codes.size() - allowed.size();
         if (wrong == 0) return;
-        plan_.obstacles.push_back(wrong == 1
-                                      ? "Hay un código que no se puede cambiar; junto a él se dice por qué."
-                                      : "Hay " + std::to_string(wrong) +
-                                            " códigos que no se pueden cambiar; junto a cada uno se dice por qué.");
+        plan_.obstacles.push_back(wrong == 1 ? "Hay un código que no se puede cambiar; junto a él se dice por qué."
+                                             : "Hay " + std::to_string(wrong) +
+                                                   " códigos que no se pueden cambiar; junto a cada uno se dice por "
+                                                   "qué.");
     }
 
     /// Neighbours whose zeros stand in the same place change together.

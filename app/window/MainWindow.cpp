@@ -22,6 +22,7 @@
 #include "app/window/frmImportar.h"
 #include "app/window/frmInicio.h"
 #include "app/window/frmNuevaEmpresa.h"
+#include "app/window/frmRenumerar.h"
 #include "app/window/frmRevisar.h"
 #include "platform/qt/GivingWay.h"
 #include "platform/qt/KeyCodes.h"
@@ -205,6 +206,15 @@ void MainWindow::changeCompany() {
     });
 }
 
+void MainWindow::renumberAccounts() {
+    guarded("Renumerar cuentas", "No se han podido renumerar las cuentas.", [&] {
+        const std::string company = openName_.toStdString();
+        frmRenumerar window;
+        window.show();
+        if (window.changedDigits()) openCompany(company);
+    });
+}
+
 void MainWindow::backUpCompanies() {
     guarded("Copia de seguridad", "No se ha podido hacer la copia de seguridad.", [&] {
         frmCopia window(backupFolder_,
@@ -250,6 +260,7 @@ void MainWindow::addCompanyMenu() {
     companyMenu_->addSeparator();
     companyMenu_->addAction("&Datos de la empresa...", this, &MainWindow::changeCompany);
     companyMenu_->addAction("&Importar...", this, &MainWindow::importFile);
+    companyMenu_->addAction("Renu&merar cuentas...", this, &MainWindow::renumberAccounts);
     companyMenu_->addAction("&Copia de seguridad...", this, &MainWindow::backUpCompanies);
     companyMenu_->addAction("&Revisar...", this, &MainWindow::examineCompany);
     companyMenu_->addSeparator();

@@ -43,6 +43,8 @@ public:
     void openElsewhere(Place::Kind kind);
     /// Shows the parameters of the company that is open, and opens it anew when some have been changed.
     void changeCompany();
+    /// Renumbers or merges sub-accounts of the company that is open, and opens it anew when its digits have changed.
+    void renumberAccounts();
     /// Asks where to, and copies the companies of the place.
     void backUpCompanies();
     /// Examines the company that is open, or all of its place.

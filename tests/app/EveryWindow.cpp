@@ -18,6 +18,7 @@
 #include "app/window/frmImportar.h"
 #include "app/window/frmInicio.h"
 #include "app/window/frmNuevaEmpresa.h"
+#include "app/window/frmRenumerar.h"
 #include "app/window/frmRevisar.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/QtDesktop.h"
@@ -74,6 +75,13 @@ protected:
         own(frmCopia(folder.path(), {}));
         own(frmRevisar(place, "Empresa"));
         own(frmImportar());
+        for (const int kind : {0, 1, 2}) {
+            const Look lookAtKind = [&](Form& form, qt::FormWindow& window) {
+                person.hands.choose(form, person.control<ComboBox>(form, "cboQue"), kind);
+                look(form, window);
+            };
+            visit(lookAtKind, "renumerar " + std::to_string(kind), [] { frmRenumerar().show(); });
+        }
     }
     void visit(const Look& look, const std::string& name, const std::function<void()>& open) {
         SCOPED_TRACE(name);

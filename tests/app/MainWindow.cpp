@@ -15,6 +15,7 @@
 #include "app/Manual.h"
 #include "app/window/Display.h"
 #include "app/window/Tile.h"
+#include "platform/sqlite/DataFolder.h"
 #include "platform/sqlite/Session.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
@@ -341,6 +342,23 @@ TEST_F(MainWindowTest, TilesAreEquallyWideInAsManyColumnsAsFit) {
     EXPECT_FALSE(window_.findChild<QScrollArea*>()->verticalScrollBar()->isVisible());
     EXPECT_EQ(columnsAt(620), 2u);
     EXPECT_EQ(columnsAt(400), 1u);
+}
+
+TEST_F(MainWindowTest, OtherDigitsHoldInTheWindowThatHasChangedThem) {
+    const tests::TemporaryFolder folder;
+    const auto kept = std::make_shared<sqlite::DataFolder>(folder.path() / "datos");
+    window_.openIn({{Place::Kind::Folder, "/otra"}, kept}, kept->createDemonstration());
+    person_.visits = {[&](Form& form) {
+        person_.hands.choose(form, person_.control<ComboBox>(form, "cboQue"), 1);
+        person_.fill(form, "Text1(6)", "10");
+        person_.press(form, "cmdVer");
+        person_.answers = {Answer::Yes};
+        person_.press(form, "cmdAplicar");
+        person_.escape(form);
+    }};
+    window_.renumberAccounts();
+    EXPECT_TRUE(shows("Subcuentas de 10 dígitos"));
+    EXPECT_EQ(digitosSubcuenta(instanciaActual().sesion().Parametros()), 10u);
 }
 
 }  // namespace
