@@ -33,10 +33,12 @@ file(APPEND ${copy}/copias.md "\n[Nada](nada.md) [Lejos](servidor.md#lejos)\n\n!
 file(WRITE ${copy}/suelta.md "# Suelta\n")
 file(APPEND ${copy}/escenas/copia.escena "# Otra cosa.\n")
 file(WRITE ${copy}/escenas/nueva.escena "foto\npulsar cmdNada\n")
+file(APPEND ${copy}/ejemplos/plan.csv "70500000;Servicios\r\n")
 file(REMOVE ${copy}/imagenes/revisar.png)
 file(RENAME ${copy}/imagenes/busqueda.png ${copy}/imagenes/otra.png)
 expect(${pages} SAYS "copias.html: no existe nada.html" "copias.html: no hay ningún apartado servidor.html#lejos"
   "imagenes/copia.png no tiene texto alternativo" "copias.html: no existe imagenes/revisar.png"
   "otra.png: ninguna página lleva" "suelta.md: index.md no lleva a esta página")
 expect(${pictures} SAYS "copia.escena: la escena ha cambiado" "nueva.escena: línea 2" "revisar.escena: falta la imagen"
-  "busqueda.escena: falta la imagen" "otra.png: ninguna escena" "./dev manual")
+  "busqueda.escena: falta la imagen" "importar-plan.escena: la pantalla ya no es la de la imagen"
+  "otra.png: ninguna escena" "./dev manual")
