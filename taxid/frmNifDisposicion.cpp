@@ -68,7 +68,8 @@ void frmNif::prepararMandos() {
     cmdSalir.Click = [this] { unload(); };
     cmdSalvar.Key = {key::F(5)};
     lblTeclas.Caption =
-        "F1 buscar por documento · F2 buscar por nombre · F5 guardar · Intro campo siguiente · Esc salir";
+        "F1 buscar por documento · F2 buscar por nombre · F5 guardar · Intro campo siguiente · Esc salir · Mayús+F1 "
+        "teclas";
 }
 
 /// The tab order is that of reading; the document comes first, since it decides which entry the other fields belong to.

@@ -356,6 +356,7 @@ QWidget* MainWindow::makeTiles() {
             board->addHeading(*enlarged(new QLabel(plain(group)), 1.15, true));
         }
         auto* const tile = tiles_[&operation] = new Tile(plain(operation.caption), keySequence(operation.key));
+        tile->setToolTip(QString("%1 (%2)").arg(tile->text(), QString::fromStdString(keyName(operation.key))));
         connect(tile, &Tile::clicked, this, [this, &operation] { start(operation); });
         board->addTile(*enlarged(tile, 1.1, false));
     }
