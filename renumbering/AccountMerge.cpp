@@ -31,7 +31,7 @@ Invoices invoicesOf(const CompanyCodes& company, const SubcuentaRecord& account)
 }
 
 std::string inWords(const Invoices& invoices) {
-    const std::string document = invoices.document.empty() ? "sin documento" : invoices.document;
+    std::string document = invoices.document.empty() ? "sin documento" : invoices.document;
     if (invoices.count == 0) return document;
     return document + " (" + (invoices.count == 1 ? "1 factura" : std::to_string(invoices.count) + " facturas") + ")";
 }

@@ -125,9 +125,9 @@ private:
 
     /// What forbids it stands first.
     void tellForbidden() {
-        const auto allowed =
-            std::ranges::stable_partition(plan_.codes, [](const CodeChange& change) { return !change.why.empty(); });
-        const std::size_t wrong = plan_.codes.size() - allowed.size();
+        const auto allowed = std::stable_partition(plan_.codes.begin(), plan_.codes.end(),
+                                                   [](const CodeChange& change) { return !change.why.empty(); });
+        const auto wrong = allowed - plan_.codes.begin();
         if (wrong == 0) return;
         plan_.obstacles.push_back(wrong == 1 ? "Hay un código que no se puede cambiar; junto a él se dice por qué."
                                              : "Hay " + std::to_string(wrong) +

@@ -59,7 +59,8 @@ std::string frmDatosEmpresa::consecuencias(const NewCompany& company) const {
     if (company.accountDigits != before_.accountDigits)
         say("Las subcuentas pasan de " + std::to_string(before_.accountDigits) + " a " +
             std::to_string(company.accountDigits) + " dígitos. " + subaccountsThere(session_) +
-            " su código, y «Verificación del plan» las dará por erróneas. Solo las nuevas tendrán otra longitud.");
+            " su código, y «Verificación del plan» las dará por erróneas. Solo las nuevas tendrán otra longitud. Con "
+            "«Renumerar cuentas» cambian también las que hay.");
     if (!entailed.empty()) say("En los demás puestos se verá cuando vuelvan a abrir la empresa.");
     return entailed;
 }
