@@ -55,41 +55,61 @@ private:
     TemporaryFolder folder_;
 };
 
-/// The program's own windows and the camera.
+/// One scene being played: a script's program, the main window beside it, and the camera.
 class Studio {
 public:
-    explicit Studio(const WorkingFolder& folder) : folder_(folder) {}
+    Studio(const std::string& scene, const fs::path& examples);
 
-    /// A command of a scene or of any script.
-    Command read(int line, std::string_view text);
-    void chooseFromMenus(GuionHost& host, const std::string& caption);
-    void startFirst(GuionHost& host);
-    void photograph(GuionHost& host, const std::string& menu);
-
-    std::optional<Picture> picture;
+    Picture play();
 
 private:
-    MainWindow& openWindow(GuionHost& host);
-    MainWindow& makeWindow(GuionHost& host, const Place& place);
+    /// A command of a scene or of any script.
+    Command read(int line, std::string_view text);
+    void chooseFromMenus(const std::string& caption);
+    void startFirst();
+    void photograph(const std::string& menu);
+    MainWindow& openWindow();
+    MainWindow& makeWindow(const Place& place);
 
-    const WorkingFolder& folder_;
+    WorkingFolder folder_;
+    Place place_ = folder_.place("datos");
+    std::ostringstream unread_;
+    std::optional<GuionOperator> person_;
+    std::optional<GuionProgram> program_;
     LastUsed lastUsed_;
     std::unique_ptr<MainWindow> window_;
+    std::optional<Picture> picture_;
 };
+
+Studio::Studio(const std::string& scene, const fs::path& examples) : folder_(examples) {
+    std::istringstream lines(scene);
+    person_.emplace(parseGuion(lines, [this](int line, std::string_view text) { return read(line, text); }), unread_);
+    companiesAt(place_)->createDemonstration();
+    GuionDesktop desktop{.display = nullptr,
+                         .desktop = std::make_unique<SameDay>(&*person_),
+                         .gestures = std::make_unique<QtGestures>(),
+                         .pointer = [] { return 0; }};
+    program_.emplace(std::move(desktop), TraceSink(), place_);
+    program_->start({});
+}
+
+Picture Studio::play() {
+    person_->run(*program_);
+    if (!picture_) guion::fail("la escena no tiene ninguna foto");
+    return std::move(*picture_);
+}
 
 Command Studio::read(int line, std::string_view text) {
     Words words(line, text);
     Command command{.line = line, .text = std::string(text), .acts = true};
     if (words.take("menu")) {
-        command.run = [this, caption = words.text("el texto del menú")](GuionOperator& person) {
-            chooseFromMenus(person.host(), caption);
-        };
+        command.run = [this, caption = words.text("el texto del menú")](GuionOperator&) { chooseFromMenus(caption); };
     } else if (words.take("primer")) {
         if (!words.take("inicio")) words.fail("se escribe: primer inicio");
-        command.run = [this](GuionOperator& person) { startFirst(person.host()); };
+        command.run = [this](GuionOperator&) { startFirst(); };
     } else if (words.take("foto")) {
         const std::string menu = words.take("menu") ? words.text("el texto del menú") : "";
-        command.run = [this, menu](GuionOperator& person) { photograph(person.host(), menu); };
+        command.run = [this, menu](GuionOperator&) { photograph(menu); };
     } else {
         return parseCommand(line, text);
     }
@@ -97,37 +117,35 @@ Command Studio::read(int line, std::string_view text) {
     return command;
 }
 
-MainWindow& Studio::makeWindow(GuionHost& host, const Place& place) {
+MainWindow& Studio::makeWindow(const Place& place) {
     const auto reach = [](const Place& where) { return CompanyPlace{where, companiesAt(where)}; };
-    window_ =
-        std::make_unique<MainWindow>(host.desktop(), CompanyPlace{shownPlace, companiesAt(place)}, reach, lastUsed_);
+    window_ = std::make_unique<MainWindow>(program_->desktop(), CompanyPlace{shownPlace, companiesAt(place)}, reach,
+                                           lastUsed_);
     return *window_;
 }
 
 /// The main window on the company that the script works with.
-MainWindow& Studio::openWindow(GuionHost& host) {
+MainWindow& Studio::openWindow() {
     if (window_) return *window_;
-    const Place place = folder_.place("datos");
-    MainWindow& window = makeWindow(host, place);
-    const std::string name = host.session()->Parametros().Item("Par_Nombre").Value.text();
-    window.openIn({shownPlace, companiesAt(place)}, name);
-    return window;
+    const std::string name = program_->session()->Parametros().Item("Par_Nombre").Value.text();
+    makeWindow(place_).openIn({shownPlace, companiesAt(place_)}, name);
+    return *window_;
 }
 
-void Studio::chooseFromMenus(GuionHost& host, const std::string& caption) {
+void Studio::chooseFromMenus(const std::string& caption) {
     const QString wanted = QString::fromStdString(caption);
-    for (const QAction* menu : openWindow(host).menuBar()->actions())
+    for (const QAction* menu : openWindow().menuBar()->actions())
         for (QAction* entry : menu->menu()->actions())
             if (entry->text().remove('&') == wanted) return entry->trigger();
     guion::fail("no hay ningún menú que diga " + guion::literal(caption));
 }
 
-void Studio::startFirst(GuionHost& host) { makeWindow(host, folder_.place("vacia")).begin(); }
+void Studio::startFirst() { makeWindow(folder_.place("vacia")).begin(); }
 
-void Studio::photograph(GuionHost& host, const std::string& menu) {
-    if (picture) guion::fail("una escena tiene una sola foto");
-    const Form* const screen = host.desktop().activeForm();
-    picture = screen ? pictureOf(*screen) : pictureOf(openWindow(host), QString::fromStdString(menu));
+void Studio::photograph(const std::string& menu) {
+    if (picture_) guion::fail("una escena tiene una sola foto");
+    const Form* const screen = program_->desktop().activeForm();
+    picture_ = screen ? pictureOf(*screen) : pictureOf(openWindow(), QString::fromStdString(menu));
 }
 
 }  // namespace
@@ -138,24 +156,6 @@ Scene::Scene(const fs::path& file) {
     text_.assign(std::istreambuf_iterator<char>(stream), {});
 }
 
-Picture Scene::play(const fs::path& examples) const {
-    const WorkingFolder folder(examples);
-    Studio studio(folder);
-    std::istringstream lines(text_);
-    std::ostringstream unread;
-    GuionOperator person(parseGuion(lines, [&](int line, std::string_view text) { return studio.read(line, text); }),
-                         unread);
-    const Place place = folder.place("datos");
-    companiesAt(place)->createDemonstration();
-    GuionProgram program({.display = nullptr,
-                          .desktop = std::make_unique<SameDay>(&person),
-                          .gestures = std::make_unique<QtGestures>(),
-                          .pointer = [] { return 0; }},
-                         {}, place);
-    program.start({});
-    person.run(program);
-    if (!studio.picture) guion::fail("la escena no tiene ninguna foto");
-    return std::move(*studio.picture);
-}
+Picture Scene::play(const fs::path& examples) const { return Studio(text_, examples).play(); }
 
 }  // namespace FendaMaestros::manual
