@@ -1,17 +1,17 @@
 # Writes the version script of the shared library (cmake -P):
 #   NM         the program that lists symbols
-#   USERS      a file with the objects, a line each, that are linked apart and use classes of the library
-#   LIBRARIES  the archives that the library is made of
+#   OFFERED    a file with the objects and archives that the library is made of, a line each
+#   USERS      the same for the objects that are linked apart and use classes of the library
 #   PUBLIC     the version of what hosts call: every fenda_*
 #   PRIVATE    the version of what those objects need, which is all that they find
 #   OUTPUT     the script
 cmake_policy(VERSION 3.25)
 
-# symbols(OUT OPTION FILE...): names, each once.
-function(symbols out option)
-  execute_process(COMMAND ${NM} ${option} --format=posix ${ARGN} OUTPUT_VARIABLE listed RESULT_VARIABLE failed ERROR_QUIET)
+# symbols(OUT OPTION LIST): names in the files of a list, each once.
+function(symbols out option list)
+  execute_process(COMMAND ${NM} ${option} --format=posix @${list} OUTPUT_VARIABLE listed RESULT_VARIABLE failed ERROR_QUIET)
   if(failed)
-    message(FATAL_ERROR "${NM} cannot read ${ARGN}")
+    message(FATAL_ERROR "${NM} cannot read the files of ${list}")
   endif()
   string(REGEX MATCHALL "[^\n]+\n" lines "${listed}")
   set(names "")
@@ -28,9 +28,9 @@ endfunction()
 file(STRINGS ${USERS} users)
 set(private "")
 if(users)
-  symbols(offered --defined-only ${LIBRARIES})
-  symbols(own --defined-only ${users})
-  symbols(wanted --undefined-only ${users})
+  symbols(offered --defined-only ${OFFERED})
+  symbols(own --defined-only ${USERS})
+  symbols(wanted --undefined-only ${USERS})
   foreach(name IN LISTS offered)
     set(offers_${name} TRUE)
   endforeach()
@@ -44,7 +44,7 @@ if(users)
   endforeach()
   list(SORT private)
   if(NOT private)
-    message(FATAL_ERROR "the windows need nothing of the library")
+    message(FATAL_ERROR "what is linked apart needs nothing of the library")
   endif()
 endif()
 

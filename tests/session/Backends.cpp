@@ -52,4 +52,6 @@ std::vector<Backend> backends() {
     return built;
 }
 
+Backend reference() { return backends().front(); }
+
 }  // namespace FendaMaestros::tests

@@ -1,19 +1,19 @@
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
 #include "SessionContract.h"
 
 namespace FendaMaestros::tests {
 namespace {
 
-/// What the screens send gives the same on every adapter as on the first one: columns and rows, in the same order. Only
+/// What the screens send gives the same on every adapter as on the reference: columns and rows, in the same order. Only
 /// rows that a falling order does not tell apart may come either way: an index that is read backwards turns them round.
 class EqualAnswers : public ::testing::TestWithParam<Backend> {
 protected:
     static std::vector<std::string> knownTexts() {
         std::vector<std::string> texts;
         for (const auto& [sql, rows] : screenTexts()) texts.emplace_back(sql);
-        std::ifstream list(FENDA_TESTS "/session/textos.txt");
+        std::istringstream list{std::string(referenceData("textos"))};
         for (std::string line; std::getline(list, line);) texts.push_back(line.substr(line.find(' ') + 1));
         return texts;
     }
@@ -42,7 +42,7 @@ protected:
 };
 
 TEST_P(EqualAnswers, ToEveryKnownTextOnTheDemonstration) {
-    const auto first = demonstration(backends().front()), other = demonstration(GetParam());
+    const auto first = demonstration(reference()), other = demonstration(GetParam());
     for (const auto& sql : knownTexts()) {
         SCOPED_TRACE(sql);
         auto expected = linesOf(*first, sql), given = linesOf(*other, sql);

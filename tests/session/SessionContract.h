@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/Companies.h"
@@ -27,6 +28,8 @@ struct Backend {
 
 /// Those that were built (Backends.cpp).
 std::vector<Backend> backends();
+/// The one whose answers the others' are compared with.
+Backend reference();
 inline std::string nameOf(const ::testing::TestParamInfo<Backend>& chosen) { return chosen.param.name; }
 
 struct Cell {
@@ -71,5 +74,8 @@ struct ScreenText {
 };
 
 std::vector<ScreenText> screenTexts();
+
+/// A file of this folder that is part of the program of tests, by its name without what is behind the dot.
+std::string_view referenceData(std::string_view name);
 
 }  // namespace FendaMaestros::tests
