@@ -62,7 +62,8 @@ class Connection(abc.ABC):
 class Session(Handle):
     """An open company. Closing it while an object has it raises `InUse`."""
 
-    _connection: Optional[Connection] = None
+    #: The host's own, of a session on one.
+    connection: Optional[Connection] = None
 
     def __init__(self, library: Library, handle: int, tables: Any = None) -> None:
         super().__init__(library, handle, library.session_close, tables)
@@ -99,7 +100,7 @@ class Session(Handle):
             lib.session_open_connection, byref(table), (CParameter * len(pairs))(*pairs), len(pairs), optional(folder)
         )
         session = cls(lib, handle, table)
-        session._connection = connection
+        session.connection = connection
         return session
 
     def read(self, sql: str) -> Rows:
