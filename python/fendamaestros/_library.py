@@ -251,6 +251,7 @@ class _Interrupts:
                 yield
             finally:
                 self._in_host = was
+            self.raise_waiting()
             return
         main = threading.current_thread() is threading.main_thread()
         if not self.callbacks or not main or signal.getsignal(signal.SIGINT) is not signal.default_int_handler:
@@ -414,14 +415,20 @@ class Library:
         return handle.value or 0
 
     def close_quietly(self, close: Callable[..., int], handle: int, tables: Any) -> None:
-        """For what nobody refers to any more. Where that comes about on another thread, or in the middle of a call, it
-        is closed as soon as something else is opened."""
+        """For what nobody refers to any more. Where that comes about on another thread, in the middle of a call or
+        before what uses it is closed, it is closed as soon as something else is opened or closed."""
         if close(handle) in (Status.IN_USE, Status.NESTED, Status.WRONG_THREAD):
             self._to_close.append((close, handle, tables))
+        else:
+            self.close_what_waits()
 
     def close_what_waits(self) -> None:
         for _ in range(len(self._to_close)):
-            self.close_quietly(*self._to_close.popleft())
+            try:
+                waiting = self._to_close.popleft()
+            except IndexError:  # closed meanwhile, by closing another
+                return
+            self.close_quietly(*waiting)
 
 
 def reason(error: BaseException) -> str:
@@ -459,6 +466,7 @@ class Handle:
         self._finalizer.detach()
         if self._tables is not None:
             self._library.interrupts.callbacks -= 1
+        self._library.close_what_waits()
 
     @property
     def closed(self) -> bool:
