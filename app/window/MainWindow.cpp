@@ -29,7 +29,6 @@
 #include "session/ErrorBd.h"
 #include "storage/Parameters.h"
 #include "toolkit/KeyHints.h"
-#include "toolkit/Text.h"
 #include "ui/Version.h"
 
 namespace FendaMaestros {
@@ -53,14 +52,6 @@ QString factsOf(const ParametrosEmpresa& parameters) {
         .arg(year)
         .arg(planEnVigor(year))
         .arg(QString::fromStdString(parameters.Item("Par_CtaNum").Value.text()));
-}
-
-std::string operationKeys() {
-    std::string lines;
-    for (const Operation& operation : operations())
-        lines +=
-            (lines.empty() ? "" : "\n") + keyName(operation.key) + ": " + text::replaced(operation.caption, "&", "");
-    return lines;
 }
 
 QString plain(const std::string& caption) { return QString::fromStdString(caption).remove('&'); }
@@ -312,7 +303,7 @@ void MainWindow::addHelpMenu() {
     QMenu* const menu = menuBar()->addMenu("A&yuda");
     menu->addAction("&Manual", this, &MainWindow::showManual);
     QAction* const keys = menu->addAction("&Teclas", this, [this] {
-        desktop_.ask({operationKeys(), message::Ok + message::Information, "Teclas"});
+        desktop_.ask({keyLines(), message::Ok + message::Information, "Teclas"});
     });
     keys->setShortcut(keySequence({key::F(1)}));
     menu->addSeparator();
@@ -321,6 +312,16 @@ void MainWindow::addHelpMenu() {
                           "\nMaestros contables: tablas, identificadores fiscales y plan de cuentas.",
                       message::Ok + message::Information, "Acerca de fenda"});
     });
+}
+
+std::string MainWindow::keyLines() const {
+    QStringList lines;
+    for (const QAction* menu : menuBar()->actions())
+        for (const QAction* action : menu->menu()->actions()) {
+            const QString key = action->shortcut().toString(QKeySequence::PortableText).replace("Shift", "Mayús");
+            if (!key.isEmpty()) lines.append(key + ": " + plain(action->text().toStdString()).remove("..."));
+        }
+    return lines.join('\n').toStdString();
 }
 
 void MainWindow::showManual() {

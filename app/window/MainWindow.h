@@ -62,6 +62,8 @@ private:
     void openDemonstration();
     void addOperationMenus();
     void addHelpMenu();
+    /// The key of each command of the menus that has one, and what it does.
+    std::string keyLines() const;
     void showManual();
     QWidget* makeHeader();
     QWidget* makeTiles();

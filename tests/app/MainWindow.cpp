@@ -102,14 +102,24 @@ TEST_F(MainWindowTest, ShowsTheCompanyThatIsOpen) {
     EXPECT_EQ(InstanciaActual->Plan, 1990);
 }
 
-TEST_F(MainWindowTest, F1ListsTheKeysOfTheOperations) {
+TEST_F(MainWindowTest, F1ListsTheKeysOfTheMenus) {
     for (QAction* action : window_.findChildren<QAction*>())
         if (action->shortcut() == QKeySequence(Qt::Key_F1)) {
             person_.answers = {Answer::Ok};
             action->trigger();
         }
     ASSERT_EQ(person_.messages.size(), 1u);
-    EXPECT_NE(person_.messages[0].text.find("\nMayús+F2: Plan de cuentas\n"), std::string::npos);
+    for (const char* line : {"\nMayús+F2: Plan de cuentas\n", "\nCtrl+Q: Salir\n", "\nF1: Teclas"})
+        EXPECT_NE(person_.messages[0].text.find(line), std::string::npos) << person_.messages[0].text;
+}
+
+TEST_F(MainWindowTest, AManualThatIsNotThereIsNamed) {
+    const bool isThere = findManual(QCoreApplication::applicationDirPath().toStdString()).has_value();
+    if (!isThere) person_.answers = {Answer::Ok};
+    for (QAction* action : window_.findChildren<QAction*>())
+        if (action->text() == "&Manual") action->trigger();
+    ASSERT_EQ(person_.messages.empty(), isThere);
+    for (const Message& told : person_.messages) EXPECT_NE(told.text.find(installedManual), std::string::npos);
 }
 
 TEST(Manual, IsTheInstalledOneOrElseThatOfTheSources) {
