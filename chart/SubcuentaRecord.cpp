@@ -1,6 +1,7 @@
 #include "chart/SubcuentaRecord.h"
 
 #include <array>
+#include <iterator>
 
 namespace FendaMaestros {
 
@@ -53,13 +54,15 @@ const std::vector<std::string_view>& columnasSubcuenta() {
 }
 
 std::vector<Variant> valoresSubcuenta(const SubcuentaRecord& account) {
-    return {account.codigo,         account.nombre,
-            account.idMasa,         account.idCentro,
-            account.idDpto,         account.idNif,
-            code(account.asociada), account.asociada.empty() ? 0 : account.idAsociada,
-            code(account.irpf),     1,
-            account.origen,         account.idOrigen,
-            account.activa ? 1 : 0};
+    Variant values[]{account.codigo,         account.nombre,
+                     account.idMasa,         account.idCentro,
+                     account.idDpto,         account.idNif,
+                     code(account.asociada), account.asociada.empty() ? 0 : account.idAsociada,
+                     code(account.irpf),     1,
+                     account.origen,         account.idOrigen,
+                     account.activa ? 1 : 0};
+    // A list in braces would copy every text once more.
+    return std::vector<Variant>(std::move_iterator(std::begin(values)), std::move_iterator(std::end(values)));
 }
 
 void describirSubcuenta(RowWrite& write, const SubcuentaRecord& account) {

@@ -95,7 +95,7 @@ std::string shieldedText(std::string text) {
 }
 
 void addSentence(std::string& to, const std::string& sentence) {
-    if (!sentence.empty()) to += (to.empty() ? "" : "; ") + sentence;
+    if (!sentence.empty()) to.append(to.empty() ? "" : "; ").append(sentence);
 }
 
 void requireFits(const std::string& value, std::string_view caption, std::size_t characters, std::string& why) {
@@ -134,7 +134,8 @@ void IdentityRows::reserve(std::size_t identities) {
 IdentityRows::Taken IdentityRows::take(const RowCells& row, std::int64_t line, const std::string& otherwise) {
     Taken taken;
     Base base;
-    NifRecord record = readRecord(row, taken, base);
+    NifRecord record;
+    readRecord(record, row, taken, base);
     if (!taken.why.empty()) return taken;
     fill(record, row, taken);
     if (base.isNew) complete(record, otherwise);
@@ -151,13 +152,15 @@ IdentityRows::Taken IdentityRows::take(const RowCells& row, std::int64_t line, c
     }
     taken.planned = planned_.size();
     byKey_.emplace(std::move(base.key), taken.planned);
-    planned_.push_back({std::move(record), !base.isNew && !taken.changes.empty(), line});
+    Planned& planned = planned_.emplace_back();
+    planned.record = std::move(record);
+    planned.changed = !base.isNew && !taken.changes.empty();
+    planned.line = line;
     return taken;
 }
 
 /// The entry with the document of a row and its type, as far as it is known already.
-NifRecord IdentityRows::readRecord(const RowCells& row, Taken& taken, Base& base) {
-    NifRecord sought;
+void IdentityRows::readRecord(NifRecord& record, const RowCells& row, Taken& taken, Base& base) {
     const std::string typedType = row[DocumentType];
     const std::optional<int> type = readDocumentType(typedType);
     if (!typedType.empty() && !type)
@@ -167,13 +170,13 @@ NifRecord IdentityRows::readRecord(const RowCells& row, Taken& taken, Base& base
         addSentence(taken.why, read.why);
         addSentence(taken.note, read.note);
         requireFits(read.document, "NIF", longestDocument, taken.why);
-        sought.documento = read.document;
-        sought.tipoDocumento = read.type;
+        record.documento = read.document;
+        record.tipoDocumento = read.type;
     } else {
-        sought.tipoDocumento = type.value_or(documento::Cif);
-        sought.nombre = row[Name], sought.apellido1 = row[Surname1], sought.apellido2 = row[Surname2];
+        record.tipoDocumento = type.value_or(documento::Cif);
+        record.nombre = row[Name], record.apellido1 = row[Surname1], record.apellido2 = row[Surname2];
     }
-    base.key = identityKey(sought);
+    base.key = identityKey(record);
     if (const auto earlier = byKey_.find(base.key); earlier != byKey_.end()) {
         base.planned = static_cast<int>(earlier->second);
         base.record = &planned_[earlier->second].record;
@@ -182,12 +185,12 @@ NifRecord IdentityRows::readRecord(const RowCells& row, Taken& taken, Base& base
     }
     base.isNew = !base.record;
     if (base.isNew) {
-        sought.pais = state_.homeCountry;
-        return sought;
+        record.pais = state_.homeCountry;
+        return;
     }
-    NifRecord record = *base.record;
-    if (!typedType.empty() && type) record.tipoDocumento = sought.tipoDocumento;
-    return record;
+    const int typedAs = record.tipoDocumento;
+    record = *base.record;
+    if (!typedType.empty() && type) record.tipoDocumento = typedAs;
 }
 
 void IdentityRows::fill(NifRecord& record, const RowCells& row, Taken& taken) const {

@@ -69,7 +69,7 @@ public:
 
 private:
     struct Base;
-    NifRecord readRecord(const RowCells& row, Taken& taken, Base& base);
+    void readRecord(NifRecord& record, const RowCells& row, Taken& taken, Base& base);
     void fill(NifRecord& record, const RowCells& row, Taken& taken) const;
     void fillCountry(NifRecord& record, const RowCells& row, Taken& taken) const;
     void fillPostalCode(NifRecord& record, const RowCells& row, Taken& taken) const;

@@ -168,11 +168,12 @@ void ImportPreview::examineAccount(ImportRow& row, const RowCells& cells) {
 void ImportPreview::readAccount(PlannedAccount& account, ImportRow& row, const RowCells& cells,
                                 const SubcuentaRecord* stored) {
     SubcuentaRecord& record = account.record;
-    if (std::string name = cells[AccountName]; !name.empty()) {
-        requireFits(name, "Nombre", longestAccountName, row.why);
-        record.nombre = std::move(name);
+    if (row.name.empty()) {
+        row.name = record.nombre;
+    } else {
+        requireFits(row.name, "Nombre", longestAccountName, row.why);
+        record.nombre = row.name;
     }
-    row.name = record.nombre;
     readLists(record, row, cells);
     readLinks(record, row, cells);
     if (!row.why.empty()) return;
@@ -244,8 +245,10 @@ bool ImportPreview::readIdentity(PlannedAccount& account, ImportRow& row, const 
         row.changes = std::move(taken.changes);
     if (planned.record.id != 0 && planned.record.id == account.record.idNif) return false;
 
-    const NifRecord* before = state_.identityOf(account.record.idNif);
-    row.changes.push_back({"NIF", before ? before->documento : "", planned.record.documento});
+    if (account.record.id != 0) {
+        const NifRecord* before = state_.identityOf(account.record.idNif);
+        row.changes.push_back({"NIF", before ? before->documento : "", planned.record.documento});
+    }
     account.record.idNif = planned.record.id;
     account.record.origen = 0;
     return true;

@@ -38,7 +38,7 @@ struct ImportOptions {
     bool outsidePlan = false;
 };
 
-/// Told now and then how many rows are done, and once all are; false stops the work.
+/// Told now and then how many rows are read or written, and once all are; false stops the work.
 using ImportProgress = std::function<bool(std::int64_t done)>;
 inline constexpr std::int64_t rowsBetweenReports = 1000;
 /// Throws ErrorBd (Stopped) when the work is to stop.
@@ -58,6 +58,8 @@ public:
     /// In the order of the file.
     const std::vector<ImportRow>& rows() const { return rows_; }
     ImportCounts counts() const;
+    /// How many rows apply() writes: an account and its identity are two.
+    std::int64_t writes() const;
 
     /// Writes what is new or changes, in one transaction: all of it or nothing. Wrong rows are left out with
     /// `omitWrong`; without it they are refused (std::invalid_argument). Throws OutdatedPreview, and what the session
@@ -75,6 +77,13 @@ private:
         bool written = false;
     };
     class Writing;
+
+    bool isWritten(const PlannedAccount& account) const {
+        return account.written && rows_[account.row].verdict != Verdict::Wrong;
+    }
+    static bool isWritten(const IdentityRows::Planned& identity) {
+        return identity.users > 0 && (identity.record.id == 0 || identity.changed);
+    }
 
     void examineAccount(ImportRow& row, const RowCells& cells);
     void examineIdentity(ImportRow& row, const RowCells& cells);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 
@@ -40,14 +41,12 @@ public:
         for (std::size_t i = 0; i < planned_.size(); ++i) {
             const IdentityRows::Planned& identity = planned_[i];
             ids_[i] = identity.record.id;
-            if (identity.users == 0) continue;
+            if (!isWritten(identity)) continue;
             if (identity.record.id == 0)
                 inserted.add(valoresNif(identity.record));
-            else if (identity.changed)
-                update(identity.record);
             else
-                continue;
-            if (preview_.kind_ == ExchangeKind::Identities) report();
+                update(identity.record);
+            report();
         }
         inserted.finish();
         if (preview_.kind_ == ExchangeKind::Accounts) readIds(before);
@@ -57,7 +56,7 @@ public:
         const std::int64_t before = highest(connection_, "PCta_Id", accountTable);
         storage::RowWriter inserted(connection_, accountTable, columnasSubcuenta());
         for (const PlannedAccount& account : preview_.accounts_) {
-            if (!account.written || preview_.rows_[account.row].verdict == Verdict::Wrong) continue;
+            if (!preview_.isWritten(account)) continue;
             SubcuentaRecord record = account.record;
             if (account.identity != none) record.idNif = ids_[account.identity];
             if (!record.asociada.empty() && record.idAsociada == 0) unlinked_.push_back(&account);
@@ -131,6 +130,11 @@ private:
     const ImportProgress& progress_;
     std::int64_t done_ = 0;
 };
+
+std::int64_t ImportPreview::writes() const {
+    return std::ranges::count_if(identities_.planned(), [](const auto& identity) { return isWritten(identity); }) +
+           std::ranges::count_if(accounts_, [this](const PlannedAccount& account) { return isWritten(account); });
+}
 
 void ImportPreview::apply(SesionBd& session, bool omitWrong, const ImportProgress& progress) const {
     if (!omitWrong && counts().wrong > 0) throw std::invalid_argument("Hay filas erróneas: no se ha escrito nada.");

@@ -136,6 +136,7 @@ ReadDocument readDocument(const std::string& typed, std::optional<int> type) {
 }
 
 std::optional<int> readDocumentType(const std::string& typed) {
+    if (typed.empty()) return std::nullopt;
     const std::string word = plainWord(typed);
     for (std::size_t i = 0; i < documentTypes.size(); ++i)
         if (word == plainWord(documentTypes[i]) || word == std::to_string(i)) return static_cast<int>(i);

@@ -1,5 +1,7 @@
 #include "taxid/NifRecord.h"
 
+#include <iterator>
+
 namespace FendaMaestros {
 
 namespace {
@@ -46,27 +48,29 @@ const std::vector<std::string_view>& columnasNif() {
 
 std::vector<Variant> valoresNif(const NifRecord& nif) {
     const bool organisation = nif.tipoDocumento == documento::Cif;
-    return {nif.tipoDocumento,
-            nif.documento,
-            nif.nombre,
-            unless(organisation, nif.apellido1),
-            unless(organisation, nif.apellido2),
-            nif.tipoVia,
-            nif.via,
-            nif.numero,
-            nif.escalera,
-            nif.piso,
-            nif.puerta,
-            nif.codigoPostal,
-            nif.poblacion,
-            nif.provincia,
-            nif.pais,
-            nif.telefono,
-            nif.fax,
-            nif.movil,
-            nif.correo,
-            unless(nif.claveRetencion.empty(), nif.claveRetencion),
-            unless(nif.subclave.empty(), nif.subclave)};
+    Variant values[]{nif.tipoDocumento,
+                     nif.documento,
+                     nif.nombre,
+                     unless(organisation, nif.apellido1),
+                     unless(organisation, nif.apellido2),
+                     nif.tipoVia,
+                     nif.via,
+                     nif.numero,
+                     nif.escalera,
+                     nif.piso,
+                     nif.puerta,
+                     nif.codigoPostal,
+                     nif.poblacion,
+                     nif.provincia,
+                     nif.pais,
+                     nif.telefono,
+                     nif.fax,
+                     nif.movil,
+                     nif.correo,
+                     unless(nif.claveRetencion.empty(), nif.claveRetencion),
+                     unless(nif.subclave.empty(), nif.subclave)};
+    // A list in braces would copy every text once more.
+    return std::vector<Variant>(std::move_iterator(std::begin(values)), std::move_iterator(std::end(values)));
 }
 
 void describirNif(RowWrite& write, const NifRecord& nif) {

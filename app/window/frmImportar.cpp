@@ -383,8 +383,7 @@ bool frmImportar::escribir() {
     bool outdated = false;
     try {
         saveWithPatience([&] {
-            LongWork work(desktop(), barProgreso, lblEstado, "filas escritas",
-                          static_cast<int>(counts.added + counts.changed));
+            LongWork work(desktop(), barProgreso, lblEstado, "filas escritas", static_cast<int>(preview_->writes()));
             preview_->apply(instanciaActual().sesion(), counts.wrong > 0,
                             [&work](std::int64_t rows) { return work.reached(static_cast<int>(rows)); });
         });

@@ -152,7 +152,7 @@ TEST_P(Import, KeepsAllOrNothing) {
     const std::string csv = manyAccounts(2500);
     const auto session = open(*here);
     const ImportPreview read = preview(*session, csv);
-    EXPECT_EQ(errorOf([&] { read.apply(*session, false, [](std::int64_t done) { return done < 2000; }); }),
+    EXPECT_EQ(errorOf([&] { read.apply(*session, false, [](std::int64_t done) { return done < 4000; }); }),
               ErrorBd::Kind::Stopped);
     EXPECT_EQ(written(*here), "0|\n0|\n");
 
