@@ -1,7 +1,7 @@
 """A host that lends its own sqlite3 connection: what the connection has to know, and what it answers to the screens."""
 
 import sqlite3
-from typing import Any, Callable, List, Optional, Sequence, Tuple
+from typing import Any, Callable, List, Optional, Sequence, Tuple, Type
 
 import fendamaestros as fm
 
@@ -77,21 +77,25 @@ def create_tables(connection: sqlite3.Connection) -> None:
 # --- What the screens ask
 
 ERRORS = {
-    "SQLITE_BUSY": fm.Busy, "SQLITE_LOCKED": fm.Busy, "SQLITE_READONLY": fm.ReadOnly, "SQLITE_FULL": fm.Full,
-    "SQLITE_CORRUPT": fm.NotADatabase, "SQLITE_NOTADB": fm.NotADatabase, "SQLITE_CANTOPEN": fm.NotADatabase,
-    "SQLITE_CONSTRAINT": fm.Constraint, "SQLITE_MISMATCH": fm.Constraint, "SQLITE_AUTH": fm.Refused,
+    "SQLITE_READONLY": fm.ReadOnly, "SQLITE_FULL": fm.Full, "SQLITE_CORRUPT": fm.NotADatabase,
+    "SQLITE_NOTADB": fm.NotADatabase, "SQLITE_CANTOPEN": fm.NotADatabase, "SQLITE_AUTH": fm.Refused,
     "SQLITE_INTERRUPT": fm.Stopped, "SQLITE_ERROR": fm.SqlError,
 }  # fmt: skip
 
 
+def kind_of(error: sqlite3.Error) -> Type[fm.DatabaseError]:
+    if isinstance(error, sqlite3.IntegrityError):
+        return fm.Constraint
+    if "locked" in str(error):
+        return fm.Busy
+    name = getattr(error, "sqlite_errorname", "SQLITE_ERROR")  # Python 3.11 and later
+    return next((kind for begin, kind in ERRORS.items() if name.startswith(begin)), fm.DatabaseError)
+
+
 def failure(error: sqlite3.Error) -> fm.DatabaseError:
     """The same in the words of the screens."""
-    name = getattr(error, "sqlite_errorname", "")
-    if not name:  # before Python 3.11
-        refused = isinstance(error, sqlite3.IntegrityError)
-        name = "SQLITE_CONSTRAINT" if refused else "SQLITE_BUSY" if "locked" in str(error) else "SQLITE_ERROR"
-    kind = next((kind for begin, kind in ERRORS.items() if name.startswith(begin)), fm.DatabaseError)
-    return kind(f"La base de datos ha fallado: {error}", getattr(error, "sqlite_errorcode", 0), str(error))
+    code = getattr(error, "sqlite_errorcode", 0)
+    return kind_of(error)(f"La base de datos ha fallado: {error}", code, str(error))
 
 
 class SqliteConnection(fm.Connection):

@@ -11,7 +11,7 @@ from decimal import Decimal
 from typing import Any, Callable, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
 
 from ._library import (
-    CConnection, CParameter, CValue, Handle, Library, TextSink, Value,
+    CConnection, CParameter, CValue, Handle, Library, Release, TextSink, Value,
     encoded, field_type, integer, library, optional,
 )  # fmt: skip
 from .errors import Status
@@ -167,8 +167,14 @@ def _fill(lib: Library, handle: int, columns: Sequence[str], rows: Iterable[Sequ
 # --- The callbacks of a connection
 
 
-def connection_table(lib: Library, host: Callable[[], Optional[Connection]]) -> CConnection:
-    """The structure `fenda_connection` for a connection, to which it refers weakly."""
+def connection_table(
+    lib: Library, host: Callable[[], Optional[Connection]], release: Optional[Callable[[int], Any]] = None
+) -> CConnection:
+    """The structure `fenda_connection` for a connection.
+
+    :param host: gives the connection, for the structure is not to keep it alive
+    :param release: called with the structure's context when nothing more will be asked
+    """
 
     def told(work: Callable[[Connection], None]) -> int:
         return lib.callback(lambda: work(_alive(host)), Status.OTHER)
@@ -194,6 +200,8 @@ def connection_table(lib: Library, host: Callable[[], Optional[Connection]]) -> 
     table = CConnection(size=sizeof(CConnection))
     for callback in (execute, run, begin, commit, rollback):
         setattr(table, callback.__name__, field_type(CConnection, callback.__name__)(callback))
+    if release is not None:
+        table.release = Release(release)
     return table
 
 

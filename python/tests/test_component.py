@@ -238,6 +238,27 @@ class Scripts(WithDemonstration):
                     fenda.jCentros()
 
 
+@unittest.skipUnless("FENDA_WINDOWS" in os.environ, "no windows were built")
+class Windows(WithDemonstration):
+    def test_a_script_on_real_windows(self) -> None:
+        lines = 'comprobar celda DataGrid1 1 2 = "Oficina central"\ncerrar'
+        with fm.Desktop.script(lines, windows=True) as desktop, fm.FendaMaes(desktop, self.session) as fenda:
+            fenda.jCentros()
+
+    def test_without_a_display_all_but_windows_works(self) -> None:
+        code = """
+import fendamaestros as fm
+try:
+    fm.Desktop.windows()
+except fm.NoWindows as error:
+    print(bool(str(error)), fm.compare_spanish("a", "b") < 0)
+"""
+        displays = ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")
+        without = {name: value for name, value in os.environ.items() if name not in displays}
+        run = subprocess.run([sys.executable, "-c", code], capture_output=True, encoding="utf-8", env=without)
+        self.assertEqual(run.stdout, "True True\n", run.stderr)
+
+
 class Example(unittest.TestCase):
     def test_the_host_of_thirty_lines(self) -> None:
         with tempfile.TemporaryDirectory() as folder:
