@@ -7,20 +7,17 @@
 #   OUTPUT     the script
 cmake_policy(VERSION 3.25)
 
-# symbols(OUT OPTION LIST): names in the files of a list, each once.
+# symbols(OUT OPTION LIST): names in the files of a list, each once. There are many thousands, so no loop gathers them.
 function(symbols out option list)
-  execute_process(COMMAND ${NM} ${option} --format=posix @${list} OUTPUT_VARIABLE listed RESULT_VARIABLE failed ERROR_QUIET)
+  execute_process(COMMAND ${NM} ${option} --extern-only --format=posix @${list}
+    OUTPUT_VARIABLE names RESULT_VARIABLE failed ERROR_QUIET)
   if(failed)
     message(FATAL_ERROR "${NM} cannot read the files of ${list}")
   endif()
-  string(REGEX MATCHALL "[^\n]+\n" lines "${listed}")
-  set(names "")
-  foreach(line IN LISTS lines)
-    # "name T 0 0"; lines that end in ":" are those of files.
-    if(line MATCHES "^([A-Za-z0-9_.$]+) [A-Za-z]")
-      list(APPEND names ${CMAKE_MATCH_1})
-    endif()
-  endforeach()
+  # "name T 0 0"; lines that end in ":" are those of files.
+  string(REGEX REPLACE "[^\n]*:\n" "" names "${names}")
+  string(REGEX REPLACE " [^\n]*\n" ";" names "${names}")
+  string(REPLACE "\n" "" names "${names}")
   list(REMOVE_DUPLICATES names)
   set(${out} "${names}" PARENT_SCOPE)
 endfunction()

@@ -11,7 +11,7 @@ import anfitrion
 import fendamaestros as fm
 from support import WithDemonstration
 
-TAB, ESCAPE = 9, 27
+TAB, ESCAPE, F10, F11 = 9, 27, 121, 122
 
 
 class Operations(WithDemonstration):
@@ -186,7 +186,7 @@ class HostsComponents(WithDemonstration):
         sheets, reports, searches = [], [], []
 
         def search(session: fm.Session, mode: int, everything: bool) -> int:
-            searches.append((session, mode))
+            searches.append((session, mode, everything))
             return 0
 
         fenda = self.object(
@@ -197,8 +197,24 @@ class HostsComponents(WithDemonstration):
                 search_accounts=search,
             ),
         )
-        self.worker.work = lambda form: form.click("cmdExcel")
+        def work(form: fm.Form) -> None:
+            if form.name == "frmCentros":
+                return form.click("cmdExcel")
+            form.click("Text1(2)")
+            form.key(F10)
+            form.key(F11)
+            form.click("cmdIniciar")
+            form.click("cmdInforme")
+
+        self.worker.work = work
         fenda.jCentros()
+        fenda.jshowInformePlandeCuentas()
+        self.assertEqual(searches, [(self.session, 1, True), (self.session, 2, True)])
+        [(session, layout, sql, selection, balances)] = reports
+        self.assertIs(session, self.session)
+        self.assertEqual((layout, balances), ("PlanCuentas1", 0))
+        self.assertGreater(len(session.read(sql)), 10)
+        self.assertNotIn("SELECT", selection)
         [(title, columns, row)] = sheets
         self.assertEqual(len(columns), len(row))
         self.assertIn("Descripción", columns[1])

@@ -4,8 +4,9 @@ import glob
 import os
 import sqlite3
 import threading
+import time
 import unittest
-from typing import Any, Callable, List, Sequence
+from typing import Any, Callable, Iterator, List, Sequence
 
 import anfitrion_sqlite
 import fendamaestros as fm
@@ -76,6 +77,33 @@ class Lent(WithDemonstration):
         self.assertFalse(connection.connection.in_transaction)
         connection.commit = commit
         self.assertEqual(self.fenda.CrearNuevaCuenta("430", 11, True).Cuenta, "43000012")
+
+    def test_long_reads_are_given_up_when_the_person_wants(self) -> None:
+        connection = self.session.connection
+        execute = connection.execute
+        given = []
+
+        def slowly(sql: str) -> Any:
+            columns, rows = execute(sql)
+
+            def one_by_one() -> Iterator[Any]:
+                for row in rows * 200:
+                    given.append(row)
+                    time.sleep(0.01 if len(given) < 100 else 0)
+                    yield row
+
+            return columns, one_by_one() if "PCta_SubCuenta" in sql and len(rows) > 20 else rows
+
+        self.worker.work = lambda form: form.click("cmdIniciar")
+        connection.execute = slowly
+        self.worker.stop_asked = lambda: len(given) > 0  # type: ignore
+        self.fenda.jshowInformePlandeCuentas()
+        self.assertLess(len(given), 500)
+        self.worker.stop_asked = raising(LookupError("nadie contesta"))  # type: ignore
+        given.clear()
+        with self.assertRaises(fm.CallbackFailed) as raised:
+            self.fenda.jshowInformePlandeCuentas()
+        self.assertIsInstance(raised.exception.__cause__, LookupError)
 
     def test_the_screens_work_on_it(self) -> None:
         self.fenda.jshowInformePlandeCuentas()
