@@ -22,12 +22,15 @@ struct FieldNames {
 };
 
 constexpr std::array accountNames{
-    FieldNames{Account, "cuenta", "Cuenta",
-               "cuenta codigo subcuenta cta cod codcuenta codigocuenta codigodecuenta codigocta numerocuenta "
-               "numerodecuenta ncuenta numcuenta cuentacontable codigocontable codigosubcuenta nosubcuenta"},
+    FieldNames{
+        Account, "cuenta", "Cuenta",
+        "cuenta codigo subcuenta cta cod codcuenta codigocuenta codigodecuenta codigocta numerocuenta "
+        "numerodecuenta ncuenta numcuenta cuentacontable codigocontable codigosubcuenta nosubcuenta subcta codcliente "
+        "codigocliente codigodecliente codproveedor codigoproveedor codigodeproveedor"},
     FieldNames{AccountName, "nombre", "Nombre",
                "nombre descripcion denominacion titulo concepto titular nombrecuenta nombredelacuenta nombredecuenta "
-               "descripcioncuenta titulocuenta titulodelacuenta desc"},
+               "descripcioncuenta titulocuenta titulodelacuenta titulosubcuenta titulodelasubcuenta nombresubcuenta "
+               "nombredelasubcuenta desc"},
     FieldNames{Active, "activa", "Activa", "activa activo estado"},
     FieldNames{Centre, "centro", "Centro", "centro centrodetrabajo centrotrabajo centrodecoste"},
     FieldNames{Department, "departamento", "Departamento", "departamento dpto depto"},

@@ -15,18 +15,25 @@ struct ListTyping::Items {
     int texts = 0;
     /// The n-th text of an item, or its first characters, as many as asked for.
     std::function<std::string(int item, int nth, std::size_t characters)> text;
+    /// A text of two or more characters that is typed whole comes before one that only begins so: Calle before
+    /// Callejón.
+    bool wholeFirst = false;
 
-    bool begins(int item, int nth, const std::string& typed, std::size_t characters) const {
-        return text::folded(text(item, nth, characters)).starts_with(typed);
-    }
     /// From item `first` on and round to it; -1 for none.
     int beginningWith(const std::string& typed, int first) const {
         const std::size_t characters = text::length(typed);
-        for (int nth = 0; nth < texts; ++nth)
+        const bool preferWhole = wholeFirst && characters > 1;
+        for (int nth = 0; nth < texts; ++nth) {
+            int found = -1;
             for (int step = 0; step < count; ++step) {
                 const int item = (first + step) % count;
-                if (begins(item, nth, typed, characters)) return item;
+                const std::string folded = text::folded(text(item, nth, characters));
+                if (preferWhole && folded == typed) return item;
+                if (found < 0 && folded.starts_with(typed)) found = item;
+                if (found >= 0 && !preferWhole) break;
             }
+            if (found >= 0) return found;
+        }
         return -1;
     }
 };
@@ -38,7 +45,7 @@ int ListTyping::next(const ComboBox& list, int current, char32_t character) {
         const auto code = whole.find(codeSeparator);
         return code == std::string::npos ? std::string() : whole.substr(code + codeSeparator.size());
     };
-    return next({list, list.ListCount(), 2, text}, current, character);
+    return next({list, list.ListCount(), 2, text, true}, current, character);
 }
 
 int ListTyping::next(const Table& table, int current, char32_t character) {

@@ -22,8 +22,8 @@ public:
     explicit ListTyping(const Desktop& desktop) : desktop_(desktop) {}
 
     /// The item that a further character leads to, with `current` (-1 for none) chosen now; -1 when none begins so. An
-    /// item begins with its code or, behind " - ", with its name; case and accents do not count. One character again
-    /// and again goes from each item that begins with it to the next.
+    /// item begins with its code or, behind " - ", with its name, and has it whole sooner than more of it; case and
+    /// accents do not count. One character again and again goes from each item that begins with it to the next.
     int next(const ComboBox& list, int current, char32_t character);
     /// The same for the rows of a table: the first of its visible columns that has such a row counts.
     int next(const Table& table, int current, char32_t character);

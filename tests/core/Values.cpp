@@ -11,7 +11,7 @@ class TypingOnAList : public DesktopTest {
 protected:
     TypingOnAList() {
         for (const char* item : {"  - Ninguna", "04 - Alemania", "08 - Dinamarca", "41 - Sevilla", "252 - Gambia",
-                                 "04 - Francia", "400 - Estados Unidos"})
+                                 "04 - Francia", "400 - Estados Unidos", "CJ - Callejón", "CL - Calle"})
             list.AddItem(item);
     }
 
@@ -33,6 +33,8 @@ TEST_F(TypingOnAList, FindsItemsByTheirCodeAndByTheirName) {
     EXPECT_EQ(typed("25"), "252 - Gambia");
     EXPECT_EQ(typed("fran"), "04 - Francia");
     EXPECT_EQ(typed("ESTÁDOS"), "400 - Estados Unidos");
+    EXPECT_EQ(typed("calle"), "CL - Calle") << "whole";
+    EXPECT_EQ(typed("calleJo"), "CJ - Callejón");
     EXPECT_EQ(typed("0", 1), "08 - Dinamarca") << "the next one";
     EXPECT_EQ(typed("0", 5), "04 - Alemania") << "and round";
     EXPECT_EQ(typed("04", 5), "04 - Alemania");
@@ -50,7 +52,7 @@ TEST_F(TypingOnAList, AListChoosesWhatItHasAndTellsOfIt) {
     list.setListIndex(6);
     list.setListIndex(-1);
     EXPECT_EQ(clicks, 3);
-    for (const int none : {-2, 7}) EXPECT_THROW(list.setListIndex(none), std::out_of_range);
+    for (const int none : {-2, list.ListCount()}) EXPECT_THROW(list.setListIndex(none), std::out_of_range);
     list.setListIndex(3);
     list.Clear();
     EXPECT_EQ(list.ListIndex(), -1);
