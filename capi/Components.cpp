@@ -1,18 +1,20 @@
 #include "capi/Components.h"
 
-#include <stdexcept>
 #include <variant>
 
 #include "capi/Rows.h"
+#include "toolkit/Text.h"
 
 namespace FendaMaestros::capi {
 
 namespace {
 
-/// Asks the host. Throws std::runtime_error, which a screen tells the person.
+/// Asks the host. Throws HostFault.
 template <class Call>
 void ask(const char* otherwise, Call&& call) {
-    if (callBack(call) != FENDA_OK) throw std::runtime_error(takeReason(otherwise).text);
+    if (callBack(call) == FENDA_OK) return;
+    const Report reason = takeReason(otherwise);
+    throw HostFault(reason.text, reason.nativeText);
 }
 
 void append(Recordset& rows, const Variant& cell) {
@@ -32,7 +34,7 @@ std::shared_ptr<Recordset> shown(const Recordset& source, const DataGrid& grid) 
     std::vector<int> columns;
     for (const GridColumn& column : grid.Columns) {
         if (!column.Visible) continue;
-        captions.push_back(column.Caption);
+        captions.push_back(text::trim(column.Caption));
         columns.push_back(column.SourceColumn);
     }
     auto rows = std::make_shared<Recordset>(std::move(captions));

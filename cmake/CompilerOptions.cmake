@@ -3,7 +3,7 @@
 option(FENDA_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 option(FENDA_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>)
 # g++ 12 sees an overlap in optimised `"literal" + std::string` that is not there.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   add_compile_options(-Wno-restrict)

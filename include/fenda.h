@@ -390,8 +390,8 @@ FENDA_API fenda_status fenda_form_close(fenda_form* form);
 // --- The object
 // -------------------------------------------------------------------------------------------------------
 
-/// Components of the host that screens ask for. What is null is the library's own. A failure is told to the person at
-/// the screen.
+/// Components of the host that screens ask for. What is null is the library's own. A failure ends the screen,
+/// and the operation gives FENDA_CALLBACK.
 typedef struct fenda_components {
     size_t size;    ///< sizeof(fenda_components)
     void* context;  ///< handed to every callback

@@ -18,7 +18,8 @@ if(TARGET fenda_sqlite AND FENDA_INSTALL)
   set(package ${host_compiler} -DFROM=package -DCMAKE_PREFIX_PATH=${host_folder}/prefix)
   set(without_qt -DCMAKE_DISABLE_FIND_PACKAGE_Qt6=ON)
   add_test(NAME host.install
-    COMMAND ${CMAKE_COMMAND} --install ${PROJECT_BINARY_DIR} --component host --prefix ${host_folder}/prefix)
+    COMMAND ${CMAKE_COMMAND} -DBUILD=${PROJECT_BINARY_DIR} -DPREFIX=${host_folder}/prefix "-DCOMPONENTS=host library windows"
+            -P ${CMAKE_CURRENT_SOURCE_DIR}/Install.cmake)
   fenda_host(sqlite OwnDesktop ${package} ${without_qt} "-DCOMPONENTS=core sqlite")
   fenda_host(everything Operated ${package})
   add_test(NAME host.missing_components_are_named

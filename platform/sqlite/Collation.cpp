@@ -1,5 +1,6 @@
 #include "platform/sqlite/Collation.h"
 
+#include <dlfcn.h>
 #include <sqlite3.h>
 #include <unicode/ucol.h>
 
@@ -26,6 +27,14 @@ struct CloseCollator {
 };
 using CollatorHandle = std::unique_ptr<UCollator, CloseCollator>;
 
+/// ICU keeps memory that nobody finds any more once it has been unloaded. A host may unload this library and load it
+/// again, and again: ICU then stays.
+void keepLoaded() {
+    Dl_info library{};
+    if (dladdr(reinterpret_cast<const void*>(&ucol_open), &library) != 0 && library.dli_fname)
+        dlopen(library.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+}
+
 CollatorHandle openCollator(const char* language) {
     UErrorCode status = U_ZERO_ERROR;
     CollatorHandle collator(ucol_open(language, &status));
@@ -40,6 +49,7 @@ CollatorHandle openCollator(const char* language) {
 class Collator {
 public:
     Collator() : collator_(openCollator("es")) {
+        keepLoaded();
         ucol_setStrength(collator_.get(), UCOL_SECONDARY);
         rankAscii();
     }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <initializer_list>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,13 @@
 #include "session/Companies.h"
 #include "session/ErrorBd.h"
 #include "session/SesionSql.h"
+
+namespace FendaMaestros {
+
+/// In a failure, as a person reads it.
+inline void PrintTo(const Variant& value, std::ostream* out) { *out << (value.isNull() ? "NULL" : value.text()); }
+
+}  // namespace FendaMaestros
 
 namespace FendaMaestros::tests {
 
