@@ -1,7 +1,6 @@
 #include "capi/Status.h"
 
 #include <cstdio>
-#include <cstring>
 #include <new>
 
 #include "app/guion/GuionError.h"
@@ -21,7 +20,7 @@ std::string_view fitting(std::string_view text) {
 
 void copy(char* to, std::string_view text) {
     const std::string_view fits = fitting(text);
-    std::memcpy(to, fits.data(), fits.size());
+    fits.copy(to, fits.size());
     to[fits.size()] = '\0';
 }
 

@@ -1,12 +1,13 @@
+/// @file
 /// The master data of a Spanish double-entry accounting application, for hosts in any language: libfendamaestros.so.1.
 ///
 /// What holds for every function:
 /// - It gives a fenda_status. When that is not FENDA_OK, fenda_last_error() has the sentence for a person, in Spanish,
 ///   and the engine's own code; results are left alone. No exception leaves the library, whatever a callback does.
-/// - Texts are UTF-8 with a zero behind them, of FENDA_TEXT_LIMIT bytes at most; anything else, and a null pointer
-/// where
-///   it is not said to be allowed, is FENDA_BAD_ARGUMENT. Texts taken are copied. Texts given out (`char**`) belong to
-///   the caller, who gives them back with fenda_free(). A `const char*` or `const fenda_value*` that a callback
+/// - Texts are UTF-8 with a zero behind them, of FENDA_TEXT_LIMIT bytes at most; anything else is FENDA_BAD_ARGUMENT,
+/// and
+///   so is a null pointer where it is not said to be allowed. Texts taken are copied. Texts given out (`char**`) belong
+///   to the caller, who gives them back with fenda_free(). A `const char*` or `const fenda_value*` that a callback
 ///   receives is the library's and lasts as long as the call.
 /// - Handles are names of things in the library and are never followed as pointers: a null handle, one that has been
 ///   closed and one of another kind are FENDA_BAD_HANDLE. Closing what another handle still needs is FENDA_IN_USE and
@@ -102,7 +103,6 @@ typedef struct fenda_value {
 } fenda_value;
 
 // --- What needs no handle
-// ---------------------------------------------------------------------------------------------
 
 /// The version of the library, "1.0.0". The text is the library's and lasts as long as it is loaded. Not a status.
 FENDA_API const char* fenda_version(void);
@@ -148,7 +148,6 @@ FENDA_API fenda_status fenda_folder_create_company(const char* folder, const cha
                                                    int32_t account_digits, int32_t province, int32_t name_order);
 
 // --- Sessions
-// ---------------------------------------------------------------------------------------------------------
 
 /// Opens a company of a data folder.
 /// @param company  null or "" opens the first one
@@ -223,7 +222,6 @@ FENDA_API fenda_status fenda_session_close(fenda_session* session);
 FENDA_API fenda_status fenda_session_read(fenda_session* session, const char* sql, fenda_rows** rows);
 
 // --- Rows
-// -------------------------------------------------------------------------------------------------------------
 
 /// Fill rows, in `execute` alone: the names of the columns first, then the cells of row after row. FENDA_STOPPED says
 /// that no more rows are wanted: `execute` is to return, with any status. FENDA_BAD_ARGUMENT for a column behind the
@@ -253,7 +251,6 @@ FENDA_API fenda_status fenda_rows_value(fenda_rows* rows, int32_t row, int32_t c
 FENDA_API fenda_status fenda_rows_close(fenda_rows* rows);
 
 // --- Desktops
-// ---------------------------------------------------------------------------------------------------------
 
 /// Real windows, for the person at this machine. They need the library's windows to be installed, and a display: else
 /// FENDA_NO_WINDOWS, and everything else goes on working. One at a time. A host that has an application object of the
@@ -307,7 +304,6 @@ FENDA_API fenda_status fenda_desktop_callbacks_open(const fenda_desktop_callback
 FENDA_API fenda_status fenda_desktop_close(fenda_desktop* desktop);
 
 // --- Screens, for the host that attends them
-// --------------------------------------------------------------------------
 
 /// What a control is.
 typedef enum fenda_kind {
@@ -388,7 +384,6 @@ FENDA_API fenda_status fenda_form_click_cell_button(fenda_form* form, const char
 FENDA_API fenda_status fenda_form_close(fenda_form* form);
 
 // --- The object
-// -------------------------------------------------------------------------------------------------------
 
 /// Components of the host that screens ask for. What is null is the library's own. A failure ends the screen,
 /// and the operation gives FENDA_CALLBACK.
@@ -506,7 +501,7 @@ FENDA_API fenda_status fenda_FnBuscaPoblacion(fenda_object* object, const char* 
 /// @param[out] valid  the verdict
 FENDA_API fenda_status fenda_FnVerificarCif(fenda_object* object, char* sValor, bool bDatos, bool* valid);
 
-// --- For hosts whose engine does not speak the screens' language -----------------------------------------------------
+// --- For hosts whose engine does not speak the screens' language
 
 /// Engines that the library can put texts for.
 typedef enum fenda_dialect { FENDA_SQLITE = 1, FENDA_POSTGRESQL = 2 } fenda_dialect;

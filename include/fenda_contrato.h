@@ -1,3 +1,4 @@
+/// @file
 /// Whether a host's own connection keeps what the screens rely on: libfendacontrato.so.1, for a host's own tests. The
 /// program fenda-contrato runs it on a shared object of the host.
 #ifndef FENDA_CONTRATO_H

@@ -226,7 +226,7 @@ class HostsComponents(WithDemonstration):
 
         fenda = self.object(self.session, fm.Components(grid_to_excel=broken))
         self.worker.work = lambda form: form.click("cmdExcel")
-        with self.assertRaisesRegex(fm.FendaError, "la hoja no se deja") as raised:
+        with self.assertRaisesRegex(fm.CallbackFailed, "la hoja no se deja") as raised:
             fenda.jCentros()
         self.assertIsInstance(root(raised.exception), OSError)
 
