@@ -4,9 +4,8 @@
 /// What holds for every function:
 /// - It gives a fenda_status. When that is not FENDA_OK, fenda_last_error() has the sentence for a person, in Spanish,
 ///   and the engine's own code; results are left alone. No exception leaves the library, whatever a callback does.
-/// - Texts are UTF-8 with a zero behind them, of FENDA_TEXT_LIMIT bytes at most; anything else is FENDA_BAD_ARGUMENT,
-/// and
-///   so is a null pointer where it is not said to be allowed. Texts taken are copied. Texts given out (`char**`) belong
+/// - Texts are UTF-8 with a zero behind them, of FENDA_TEXT_LIMIT bytes at most; anything else is FENDA_BAD_ARGUMENT.
+///   So is a null pointer where it is not said to be allowed. Texts taken are copied. Texts given out (`char**`) belong
 ///   to the caller, who gives them back with fenda_free(). A `const char*` or `const fenda_value*` that a callback
 ///   receives is the library's and lasts as long as the call.
 /// - Handles are names of things in the library and are never followed as pointers: a null handle, one that has been
