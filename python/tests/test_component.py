@@ -1,5 +1,6 @@
 """Properties, operations and screens, through a person of callbacks and through scripts."""
 
+import gc
 import os
 import subprocess
 import sys
@@ -88,6 +89,21 @@ class Operations(WithDemonstration):
             fenda.bFactu = False
             self.assertFalse(fenda.bFactu)
         self.assertIs(self.fenda.MyBdorigen, self.session)
+
+
+    def test_the_object_keeps_its_sessions_open(self) -> None:
+        self.fenda.MyBd = fm.Session.folder(self.folder)
+        gc.collect()
+        self.assertFalse(self.fenda.MyBd.closed)  # type: ignore
+        self.assertEqual(self.fenda.FnBuscaPoblacion("011", "00000"), "")
+
+    def test_a_company_is_made_as_it_was_asked_for(self) -> None:
+        fm.create_company(self.folder, "Mía", 2011, account_digits=9, province=15, surnames_first=True)
+        self.assertIn("Mía", fm.folder_companies(self.folder))
+        with fm.Session.folder(self.folder, "Mía") as session:
+            stored = {name: str(value) for name, value in session.read("SELECT Par_Nom, Par_Valor FROM Parametros")}
+        expected = {"Par_Nombre": "Mía", "Par_Ejercicio": "2011", "Par_CtaNum": "9", "Par_Provincia": "15"}
+        self.assertEqual(stored, {**expected, "PAR_ORCONTANOM": "1"})
 
 
 class Screens(WithDemonstration):
