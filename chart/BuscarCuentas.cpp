@@ -56,4 +56,8 @@ std::int32_t fnBuscarConceptos(std::int16_t n) {
         n == byCode ? "Buscar conceptos por codigo" : "Buscar conceptos por nombre");
 }
 
+std::vector<KeyHint> accountSearches() {
+    return {{{key::F(1)}, "Buscar la cuenta por código"}, {{key::F(2)}, "Buscar la cuenta por nombre"}};
+}
+
 }  // namespace FendaMaestros

@@ -52,7 +52,7 @@ void PantallaCuenta::prepararCodigo(int field) {
     TextBox& box = Text1(field);
     box.Tag = "Cuentas";
     box.TextAlignment = Alignment::Center;
-    box.Searches = {{{key::F(1)}, "Buscar la cuenta por código"}, {{key::F(2)}, "Buscar la cuenta por nombre"}};
+    box.Searches = accountSearches();
     box.KeyPress = [this, &box](int& ascii) {
         Ayuda.FiltrarTecla(box, ascii, true, 0);
         if (ascii == key::Enter || ascii == '-') ascii = 0;

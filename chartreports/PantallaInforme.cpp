@@ -37,8 +37,7 @@ PantallaInforme::PantallaInforme(std::initializer_list<int> fields, std::initial
     for (const int code : {Desde, Hasta}) {
         Text1(code).Tag = "Cuentas";
         Text1(code).TextAlignment = Alignment::Center;
-        Text1(code).Searches = {{{key::F(1)}, "Buscar la cuenta por código"},
-                                {{key::F(2)}, "Buscar la cuenta por nombre"}};
+        Text1(code).Searches = accountSearches();
         Text1(code).KeyPress = [this, &field = Text1(code)](int& ascii) {
             Ayuda.FiltrarTecla(field, ascii, true, 0);
             if (ascii == key::Enter || ascii == '-') ascii = 0;

@@ -198,13 +198,17 @@ void frmPlandeCuentas::mostrarTotal() {
 
 void frmPlandeCuentas::apagarInactivas() {
     inactivas_.clear();
-    if (estado() == EstadoCuenta::Inactivas) dbg.Inactive = [](int) { return true; };
-    if (estado() != EstadoCuenta::Todas) return;
+    // The state chooses among sub-accounts; accounts of the official plan are listed beside them whatever theirs is.
+    const bool isMixed = estado() == EstadoCuenta::Todas || tipo() == TipoInforme::CuentasSubcuentas;
+    if (!isMixed && estado() == EstadoCuenta::Inactivas) dbg.Inactive = [](int) { return true; };
+    if (!isMixed) return;
     try {
         const auto rows = read("SELECT PCta_Id FROM PCta WHERE PCta_bActiva = 0");
+        if (rows->Partial) return;
         for (int row = 0; row < rows->rowCount(); ++row) inactivas_.insert(rows->cell(row, 0).integer());
-    } catch (const ErrorBd&) {
+    } catch (const ErrorBd& error) {
         // The listing is there; what it is shown without is told when something is asked for again.
+        if (error.kind() == ErrorBd::Kind::Lost) throw;
         return;
     }
     dbg.Inactive = [this](int row) { return inactivas_.contains(dbg.rows()->cell(row, 0).integer()); };

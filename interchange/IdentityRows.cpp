@@ -8,6 +8,7 @@
 #include "toolkit/Controls.h"
 #include "toolkit/Text.h"
 #include "ui/CodedList.h"
+#include "ui/Csv.h"
 
 namespace FendaMaestros {
 
@@ -53,8 +54,6 @@ constexpr std::array codeFields{
 
 constexpr std::size_t longestDocument = 100, longestProvince = 50, longestPostalCode = 5;
 
-bool isFormulaSign(char c) { return c == '=' || c == '+' || c == '-' || c == '@' || c == '\''; }
-
 std::string quoted(const std::string& text) { return "«" + text + "»"; }
 
 /// Whether the lists of keys (see jCargaClavesRetencion) have this code behind their first item, that of the fiscal
@@ -85,13 +84,7 @@ std::string RowCells::operator[](ExchangeField field) const {
     const int column = columns_.columnOf(field);
     if (column == ColumnMap::none || static_cast<std::size_t>(column) >= cells_.size()) return {};
     const std::string& cell = cells_[static_cast<std::size_t>(column)];
-    const bool shielded = cell.size() > 1 && cell[0] == '\'' && isFormulaSign(cell[1]);
-    return text::trim(std::string_view(cell).substr(shielded ? 1 : 0));
-}
-
-std::string shieldedText(std::string text) {
-    if (!text.empty() && isFormulaSign(text.front())) text.insert(0, 1, '\'');
-    return text;
+    return text::trim(unshieldedText(cell));
 }
 
 void addSentence(std::string& to, const std::string& sentence) {

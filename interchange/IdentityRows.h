@@ -23,9 +23,6 @@ private:
     const ColumnMap& columns_;
 };
 
-/// A text as a CSV file has it: one that a spreadsheet would take for a formula has an apostrophe before it.
-std::string shieldedText(std::string text);
-
 /// Gathers sentences with "; " in between.
 void addSentence(std::string& to, const std::string& sentence);
 

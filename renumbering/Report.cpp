@@ -40,7 +40,7 @@ std::string reportText(const RenumberingPlan& plan) {
 std::string reportCsv(const RenumberingPlan& plan) {
     std::string csv = csvLine({"Código", "Código nuevo", "Nombre", "Apuntes", "Lo impide"});
     for (const CodeChange& change : plan.codes)
-        csv += csvLine({change.from, change.to, change.name, std::to_string(change.lines), change.why});
+        csv += csvLine({change.from, change.to, shieldedText(change.name), std::to_string(change.lines), change.why});
     return csv;
 }
 

@@ -39,6 +39,9 @@ public:
         return documento == buscada_.first ? ficha_ : OtraFicha{};
     }
 
+    /// The register has changed.
+    void olvidar() { buscada_ = {}; }
+
 private:
     std::pair<std::string, std::int64_t> buscada_;
     OtraFicha ficha_;

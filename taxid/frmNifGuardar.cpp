@@ -100,6 +100,7 @@ void frmNif::borrar() {
     } catch (const std::exception& error) {
         return avisarFallo(error);
     }
+    avisoOtraFicha_.olvidar();
     tell("Borrado " + txtFields(Documento).Text);
     vaciar();
     setFocus(txtFields(Documento));

@@ -11,7 +11,19 @@ std::string csvValue(const std::string& value) {
     return "\"" + text::replaced(value, "\"", "\"\"") + "\"";
 }
 
+bool isFormulaSign(char c) { return c == '=' || c == '+' || c == '-' || c == '@' || c == '\''; }
+
 }  // namespace
+
+std::string shieldedText(std::string text) {
+    if (!text.empty() && isFormulaSign(text.front())) text.insert(0, 1, '\'');
+    return text;
+}
+
+std::string_view unshieldedText(std::string_view shielded) {
+    const bool isShielded = shielded.size() > 1 && shielded[0] == '\'' && isFormulaSign(shielded[1]);
+    return shielded.substr(isShielded ? 1 : 0);
+}
 
 std::string csvLine(const std::vector<std::string>& values) {
     std::string line;

@@ -44,6 +44,15 @@ std::string assignments(ExchangeKind kind, const ColumnMap& columns) {
     return text;
 }
 
+/// Of the first row behind the heading; none when there is none, or when the file cannot be read any more.
+std::vector<std::string> firstCells(const ImportFile& file) try {
+    std::vector<std::string> cells;
+    if (!file.rows()->next(cells)) cells.clear();
+    return cells;
+} catch (const std::exception&) {
+    return {};
+}
+
 /// The position among the fields of a kind of the one that a column holds; -1 when it holds none.
 int fieldOf(const ImportForm& form, int column) {
     const auto fields = fieldsOf(form.kind);
@@ -269,10 +278,8 @@ void frmImportar::mostrarColumnas() {
     const int current = std::max(dbgColumnas.currentRow(), 0);
     dbgColumnas.bind(nullptr);
     if (file_) {
-        std::vector<std::string> sample;
-        if (!file_->rows()->next(sample)) sample.clear();
         const ImportForm& form = file_->form();
-        const auto text = [form, sample](int row, int column) {
+        const auto text = [form, sample = firstCells(*file_)](int row, int column) {
             if (column == 0) return headingOf(form, row);
             if (column == 1) return row < std::ssize(sample) ? sample[static_cast<std::size_t>(row)] : std::string();
             const int field = fieldOf(form, row);

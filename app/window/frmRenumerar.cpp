@@ -111,6 +111,7 @@ frmRenumerar::frmRenumerar() {
         Text1(field + 1).Locked = true;
         Text1(field + 1).TabStop = false;
     }
+    for (const int field : {Subcuenta, Queda}) Text1(field).Searches = accountSearches();
     cmdVer.Click = [this] { ver(); };
     cmdAplicar.Click = [this] { aplicar(); };
     cmdInforme.Click = [this] { guardarInforme(); };

@@ -196,7 +196,10 @@ def encoded(text: Union[str, os.PathLike[str]]) -> bytes:
     text = os.fspath(text)
     if "\0" in text:
         raise BadArgument("Un texto no puede llevar un carácter nulo.")
-    return text.encode()
+    try:
+        return text.encode()
+    except UnicodeEncodeError as error:
+        raise BadArgument("Un texto tiene un carácter que no existe.") from error
 
 
 def optional(text: Union[None, str, os.PathLike[str]]) -> Optional[bytes]:

@@ -48,6 +48,14 @@ protected:
 TEST_F(RenumberingWindow, NothingIsWrittenBeforeItIsSeenAndWanted) {
     const std::string report = (folder.path() / "informe.txt").string();
     visit([&](Form& form) {
+        person.visits.emplace_back([&](Form& search) {
+            auto& grid = person.control<DataGrid>(search, "dbgBuscar");
+            person.hands.doubleClickRow(search, grid, 0);
+        });
+        person.hands.click(form, person.control(form, "Text1(0)"));
+        person.hands.key(form, {key::F(1), shift::None});
+        EXPECT_EQ(person.text(form, "Text1(0)"),
+                  read("SELECT MIN(PCta_Cta) FROM PCta WHERE PCta_Subcuenta=1").substr(0, 8));
         type(form, "Text1(0)", "43,5");
         EXPECT_EQ(person.text(form, "Text1(0)") + person.text(form, "Text1(1)"), "43000005Muebles Peñaluenga S.L.");
         type(form, "Text1(2)", "43,6");

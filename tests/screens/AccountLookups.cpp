@@ -1,4 +1,5 @@
 #include "chart/CodigosCuenta.h"
+#include "chartreports/FiltroCuentas.h"
 #include "taxid/ExpresionNombre.h"
 #include "tests/support/CompanyTest.h"
 #include "ui/Screen.h"
@@ -129,6 +130,9 @@ TEST_F(AccountLookups, AListingShowsInactiveAccountsQuietly) {
         EXPECT_EQ(listed("Option1(2)"), "Zeta;Beta quietly;Sin plan;");
         EXPECT_EQ(listed("Option1(1)"), "Beta quietly;");
         EXPECT_EQ(listed("Option1(0)"), "Zeta;Sin plan;");
+        auto& kind = ScriptedPerson::control<ComboBox>(form, "cboTipo");
+        person.hands.choose(form, kind, static_cast<int>(TipoInforme::CuentasSubcuentas));
+        EXPECT_EQ(listed("Option1(1)"), "Clientes;Beta quietly;Clientes, facturas;Bancos;Otra variante;");
     });
     maes.jshowInformePlandeCuentas();
 }
