@@ -10,7 +10,7 @@ namespace FendaMaestros {
 std::string backUp(const Companies& companies, const std::string& destination) {
     const Backup backup = companies.backUp(destination);
     const double seconds = std::chrono::duration<double>(backup.heldUp).count();
-    std::string report = "Copia de seguridad en " + destination + ", con los datos comunes y:\n";
+    std::string report = "Copia de seguridad hecha y revisada en " + destination + ", con los datos comunes y:\n";
     for (const auto& company : backup.companies) report += "  " + text::printable(company) + "\n";
     report += "Mientras se hacía, los demás han podido leer, y para guardar han esperado como mucho " +
               format(seconds, "0.00") + " s.\n";

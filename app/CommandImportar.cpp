@@ -15,7 +15,6 @@
 #include "interchange/ImportFile.h"
 #include "interchange/ImportTexts.h"
 #include "toolkit/Text.h"
-#include "ui/PartialFile.h"
 #include "ui/Transaction.h"
 #include "ui/WorkContext.h"
 
@@ -46,25 +45,17 @@ FormChoice choiceOf(const TypedImport& typed) {
     return choice;
 }
 
-std::string columnName(const ImportForm& form, int column) {
-    const auto index = static_cast<std::size_t>(column);
-    std::string name = std::to_string(column + 1);
-    if (form.header && index < form.firstRow.size()) name += " «" + text::printable(form.firstRow[index]) + "»";
-    return name;
-}
-
 /// How the file has been understood, in three lines.
 std::string describe(const std::string& path, ExchangeKind kind, const ImportForm& form) {
     const std::string how = std::string(form.csv.encoding == Encoding::Utf8 ? "UTF-8" : "Windows-1252") +
                             ", separado por " +
                             (form.csv.separator == '\t' ? "tabuladores" : std::string(1, form.csv.separator));
-    std::string used, unused;
+    const std::string unused = unusedText(form);
+    std::string used;
     for (const ExchangeField field : fieldsOf(kind))
         if (form.columns.has(field))
             used += (used.empty() ? "" : ", ") + std::string(captionOf(kind, field)) + " = " +
                     columnName(form, form.columns.columnOf(field));
-    for (int column = 0; column < std::ssize(form.firstRow); ++column)
-        if (!form.columns.uses(column)) unused += (unused.empty() ? "" : ", ") + columnName(form, column);
     return "Fichero: " + std::filesystem::path(path).filename().string() + ", " + how + ", " +
            (form.header ? "con" : "sin") + " cabecera\nColumnas: " + used +
            (unused.empty() ? "\n\n" : "\nNo se usan: " + unused + "\n\n");
@@ -105,13 +96,6 @@ void tellRows(const ImportPreview& preview) {
         lines.clear();
     }
     writeOutput(lines + (lines.empty() ? "" : "\n"));
-}
-
-void writeWrongRows(const ImportPreview& preview, const ImportForm& form, const std::string& path) {
-    PartialFile file(path);
-    file.write(wrongRowsCsv(preview, form));
-    file.commit();
-    tellWritten(path);
 }
 
 ImportProgress reportOn(const ProgressLine& line, const char* what) {
@@ -160,7 +144,10 @@ int runImportar(const Place& place, const std::string& company, const TypedImpor
     }();
     tellRows(preview);
     writeOutput(countsText(preview.counts()) + ".\n");
-    if (!typed.wrongRows.empty()) writeWrongRows(preview, file.form(), typed.wrongRows);
+    if (!typed.wrongRows.empty()) {
+        writeWrongRows(preview, file.form(), typed.file, typed.wrongRows);
+        tellWritten(typed.wrongRows);
+    }
     return importRows(open, preview, typed);
 }
 

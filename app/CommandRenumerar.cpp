@@ -11,6 +11,7 @@
 #include "app/UnattendedCompany.h"
 #include "renumbering/Report.h"
 #include "toolkit/Text.h"
+#include "ui/PartialFile.h"
 #include "ui/Transaction.h"
 #include "ui/WorkContext.h"
 
@@ -69,6 +70,8 @@ int runRenumerar(const Place& place, const std::string& company, const std::stri
     writeOutput(reportText(plan) + "\n");
     const bool applied = typed.apply && plan.allowed();
     if (applied) {
+        // What cannot be written is told before anything is changed.
+        if (!typed.report.empty()) static_cast<void>(PartialFile(typed.report));
         applyTo(open, request, plan);
         writeOutput("Se ha hecho.\n");
     }

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "toolkit/Text.h"
+
 namespace FendaMaestros {
 
 namespace {
@@ -106,6 +108,13 @@ std::optional<Place> chosenPlace(const TypedPlace& typed) {
 Place placeOfCompanies(const TypedPlace& typed) {
     if (const auto chosen = chosenPlace(typed)) return *chosen;
     return {Place::Kind::Folder, ownDataFolder()};
+}
+
+std::string typedPath(const std::string& typed) {
+    const std::string path = text::trim(typed);
+    const std::string home = environment("HOME");
+    if (home.empty() || (path != "~" && !path.starts_with("~/"))) return path;
+    return home + path.substr(1);
 }
 
 Place readPlace(const std::string& argument) {

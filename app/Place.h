@@ -34,6 +34,9 @@ std::filesystem::path ownDataFolder();
 /// The chosen one, or else the user's own folder. Throws as both.
 Place placeOfCompanies(const TypedPlace& typed);
 
+/// A path as a person types it in a window: blanks around it go, and "~/" stands for the user's home as in a shell.
+std::string typedPath(const std::string& typed);
+
 /// One argument that may name either: a server when it begins as a connection does ("postgresql://", "postgres://" or
 /// "clave="), a folder otherwise.
 Place readPlace(const std::string& argument);

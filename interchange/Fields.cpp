@@ -59,7 +59,7 @@ constexpr std::array identityNames{
     FieldNames{Floor, "piso", "Piso", "piso planta"},
     FieldNames{Door, "puerta", "Puerta", "puerta pta pue"},
     FieldNames{PostalCode, "cp", "C.P.", "cp codigopostal codpostal cpostal postal dp distritopostal"},
-    FieldNames{Town, "poblacion", "Población", "poblacion localidad municipio ciudad pob"},
+    FieldNames{Town, "poblacion", "Población", "poblacion localidad municipio ciudad pob pobl pobla"},
     FieldNames{Province, "provincia", "Provincia", "provincia prov"},
     FieldNames{Country, "pais", "País", "pais nacion codigopais"},
     FieldNames{Telephone, "telefono", "Teléfono", "telefono tel tfno telf tlf tfn telefono1 tel1 telefonofijo fijo"},

@@ -16,7 +16,14 @@ std::string changesText(const ImportRow& row);
 /// "3 nuevas, 1 con cambios, 0 iguales y 2 erróneas"
 std::string countsText(const ImportCounts& counts);
 
-/// The wrong rows as they are in the file, and why, as a CSV file that can be put right and imported.
-std::string wrongRowsCsv(const ImportPreview& preview, const ImportForm& form);
+/// "6 «Saldo»": a column, from 0, by its number from 1 and its heading.
+std::string columnName(const ImportForm& form, int column);
+/// The columns that are not imported: "4 «Saldo», 7"; "" when all are.
+std::string unusedText(const ImportForm& form);
+
+/// Writes the wrong rows as they are in the file `source`, and why, to another file that can be put right and imported.
+/// Throws std::runtime_error, in Spanish, when that cannot be written or is the same one.
+void writeWrongRows(const ImportPreview& preview, const ImportForm& form, const std::string& source,
+                    const std::string& target);
 
 }  // namespace FendaMaestros

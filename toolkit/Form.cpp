@@ -219,6 +219,7 @@ void Form::activate() {
 bool Form::keyDown(KeyStroke stroke) {
     bool done = true;
     gesture([&] {
+        pressed_ = stroke;
         onKeyDown(stroke.code, stroke.shift);
         done = stroke.code == 0 || !open_ || !Enabled || defaultKey(stroke);
     });
@@ -227,7 +228,8 @@ bool Form::keyDown(KeyStroke stroke) {
 
 void Form::keyUp(KeyStroke stroke) {
     gesture([&] {
-        if (showsKeys(stroke)) return showKeys();
+        // Of two keys that go up, either may be the first.
+        if (pressed_.code == stroke.code ? showsKeys(pressed_) : showsKeys(stroke)) return showKeys();
         onKeyUp(stroke.code, stroke.shift);
     });
 }

@@ -189,6 +189,7 @@ private:
     bool moving_ = false;
     int interruptions_ = 0;
     int abandonedGestures_ = 0;
+    KeyStroke pressed_;  ///< the key that went down last
     ListTyping typing_;
 };
 

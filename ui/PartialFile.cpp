@@ -1,5 +1,6 @@
 #include "ui/PartialFile.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -28,6 +29,14 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 [[noreturn]] void failOnErrno(const fs::path& target) { fail(target, {errno, std::generic_category()}); }
 
+/// By the header of SQLite's database files: a company may be in it.
+bool isDatabase(std::FILE& file) {
+    constexpr std::string_view header("SQLite format 3\0", 16);
+    std::array<char, header.size()> begin{};
+    return std::fread(begin.data(), 1, begin.size(), &file) == begin.size() &&
+           std::string_view(begin.data(), begin.size()) == header;
+}
+
 }  // namespace
 
 PartialFile::PartialFile(const std::string& target) {
@@ -37,7 +46,11 @@ PartialFile::PartialFile(const std::string& target) {
     const fs::file_status there = fs::status(target_, code);
     if (fs::is_directory(there)) fail(target_, std::make_error_code(std::errc::is_a_directory));
     if (fs::exists(there) && !fs::is_regular_file(there)) fail(target_, "no es un fichero normal");
-    if (fs::exists(there) && !File(std::fopen(target_.string().c_str(), "r+b"))) failOnErrno(target_);
+    if (fs::exists(there)) {
+        const File replaced(std::fopen(target_.string().c_str(), "r+b"));
+        if (!replaced) failOnErrno(target_);
+        if (isDatabase(*replaced)) fail(target_, "es una base de datos, y no se escribe encima");
+    }
 
     const fs::path partial = target_.parent_path() / (".fenda-" + std::to_string(std::random_device()()) + ".parcial");
     if (!File(std::fopen(partial.string().c_str(), "wbx"))) failOnErrno(target_);

@@ -10,7 +10,7 @@ namespace FendaMaestros {
 /// is committed.
 class PartialFile {
 public:
-    /// Throws std::runtime_error, in Spanish, when nothing can be written at `target`.
+    /// Throws std::runtime_error, in Spanish, when nothing can be written at `target`, or a database is there.
     explicit PartialFile(const std::string& target);
     PartialFile(const PartialFile&) = delete;
     PartialFile& operator=(const PartialFile&) = delete;

@@ -53,7 +53,7 @@ void frmAbrir::olvidar() {
 
 void frmAbrir::probar() {
     olvidar();
-    const Place place{kind_, text::trim(Text1.Text)};
+    const Place place{kind_, kind_ == Place::Kind::Folder ? typedPath(Text1.Text) : text::trim(Text1.Text)};
     if (place.where.empty() && kind_ == Place::Kind::Folder) return warn("Falta la carpeta.", Text1);
     try {
         const BusyPointer busy(desktop());

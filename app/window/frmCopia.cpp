@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "app/Place.h"
 #include "toolkit/Text.h"
 
 namespace FendaMaestros {
@@ -45,7 +46,7 @@ void frmCopia::examinar() {
 }
 
 void frmCopia::copiar() {
-    const std::string folder = text::trim(Text1.Text), name = text::trim(Text2.Text);
+    const std::string folder = typedPath(Text1.Text), name = text::trim(Text2.Text);
     if (folder.empty()) return warn("Falta la carpeta donde se deja la copia.", Text1);
     if (name.empty()) return warn("Falta el nombre de la copia.", Text2);
     const std::filesystem::path destination = std::filesystem::absolute(std::filesystem::path(folder) / name);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <numeric>
 
+#include "app/Place.h"
 #include "app/window/TextRows.h"
 #include "interchange/ImportTexts.h"
 #include "session/ErrorBd.h"
@@ -12,7 +13,6 @@
 #include "toolkit/Raised.h"
 #include "toolkit/Text.h"
 #include "ui/LongWork.h"
-#include "ui/PartialFile.h"
 #include "ui/WorkContext.h"
 
 namespace FendaMaestros {
@@ -200,7 +200,7 @@ void frmImportar::examinar() {
 }
 
 void frmImportar::leer() {
-    path_ = text::trim(Text1.Text);
+    path_ = typedPath(Text1.Text);
     if (path_.empty()) return warn("Falta el fichero que se importa.", Text1);
     if (const std::string failure = releer(); !failure.empty()) return warn(failure, Text1);
     setFocus(preview_ ? dbgFilas : dbgColumnas);
@@ -330,6 +330,8 @@ void frmImportar::mostrarFilas() {
         setWidths(dbgFilas, {900, 1200, 1600, 3600, 7000});
         dbgFilas.Columns.front().TextAlignment = Alignment::Right;
         dbgFilas.Caption = countsText(counts);
+        if (const std::string unused = unusedText(file_->form()); !unused.empty())
+            dbgFilas.Caption += ". No se usan: " + unused;
     }
     habilitar();
 }
@@ -418,9 +420,7 @@ void frmImportar::guardarErroneas() {
     const auto path = desktop().chooseSaveFile(proposal, "Fichero CSV (*.csv)");
     if (!path) return;
     try {
-        PartialFile file(*path);
-        file.write(wrongRowsCsv(*preview_, file_->form()));
-        file.commit();
+        writeWrongRows(*preview_, file_->form(), path_, *path);
     } catch (const std::exception& failure) {
         return warn(failure.what(), cmdGuardar);
     }

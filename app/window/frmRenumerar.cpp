@@ -24,7 +24,7 @@ constexpr std::size_t sentencesShown = 6;
 
 constexpr const char* explained[] = {
     "Da a una subcuenta un código libre. Con ella cambian sus apuntes y las cuentas que están enlazadas con ella. Con "
-    "43, se propone el siguiente código libre del 43.",
+    "«43,» se propone el siguiente código libre del 43.",
     "Cambia la longitud de todas las subcuentas, con sus apuntes. Los ceros entran o salen detrás de la cuenta del "
     "plan: "
     "43000001 pasa a ser 4300000001. Haga antes una copia de seguridad.",

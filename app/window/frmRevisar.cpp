@@ -43,7 +43,8 @@ void frmRevisar::revisar(const std::vector<std::string>& names) {
     const std::string checked = names.size() == 1 ? "Se ha revisado la empresa. " : "Se han revisado las empresas. ";
     tell(checked + (found == 0   ? "No se ha encontrado nada mal."
                     : found == 1 ? "Se ha encontrado una cosa."
-                                 : "Se han encontrado " + std::to_string(found) + " cosas."));
+                                 : "Se han encontrado " + std::to_string(found) + " cosas."),
+         found == 0 ? StatusKind::Good : StatusKind::Warning);
 }
 
 void frmRevisar::anotar(const std::string& where, const std::string& fault) {

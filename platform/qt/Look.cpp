@@ -23,12 +23,14 @@ void dropPlatformRemarks(QtMsgType type, const QMessageLogContext& context, cons
     if (previousHandler) previousHandler(type, context, text);
 }
 
-/// The kinds of files in a file dialog, which the installed translation leaves out.
-class FileKinds final : public QTranslator {
+/// What the installed translation leaves out, such as the kinds of files in a file dialog, or says otherwise than
+/// keyboards and the rest of the program.
+class OwnWords final : public QTranslator {
 public:
     using QTranslator::QTranslator;
     bool isEmpty() const override { return false; }
     QString translate(const char* context, const char* source, const char*, int) const override {
+        if (qstrcmp(context, "QShortcut") == 0 && qstrcmp(source, "Ctrl") == 0) return QStringLiteral("Ctrl");
         if (qstrcmp(context, "QAbstractFileIconProvider") != 0) return {};
         static const std::map<std::string_view, QString> spanish{{"Folder", "Carpeta"}, {"File Folder", "Carpeta"},
                                                                  {"File", "Archivo"},   {"%1 File", "Archivo %1"},
@@ -63,7 +65,7 @@ void applyLook(QApplication& application) {
     auto* spanish = new QTranslator(&application);
     if (spanish->load("qtbase_es", QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(spanish);
-    QApplication::installTranslator(new FileKinds(&application));
+    QApplication::installTranslator(new OwnWords(&application));
 }
 
 }  // namespace FendaMaestros::qt

@@ -51,7 +51,9 @@ TEST_F(Exchange, TellsHowTheFileIsUnderstoodAndWhatBecomesOfEachRow) {
         "43,5;P\xE9rez;12345678A;1\r\n43000007;Sin;;\r\n4.3E+07;Roto;;\r\n43.000.008;Luz;B12345674;\r\n"
         "43000009.0;Eco;B12345674;\r\n430.10;Paz;B-12345674;\r\n99900001;Fuera;;\r\n430,;Otra;;\r\n5720000012;;;\r\n"
         "43000005;Dos;12345678Z;\r\n570;Caja;;\r\n01/02/2026;Fecha;;\r\n";
-    const Ran shown = importar("cuentas", csv, {"--erroneas", file("mal.csv")});
+    const Ran onto = importar("cuentas", csv, {"--erroneas", file("f.csv")});
+    EXPECT_EQ(onto.err, "fenda: No se puede guardar \"" + file("f.csv") + "\": es el fichero que se importa.\n");
+    const Ran shown = run("cuentas", {"--erroneas", file("mal.csv")});
     EXPECT_EQ(shown.status, 1);
     EXPECT_EQ(shown.out,
               "Fichero: f.csv, Windows-1252, separado por ;, con cabecera\n"

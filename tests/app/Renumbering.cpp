@@ -49,6 +49,11 @@ TEST_F(RenumberingCommand, ShowsAndThenDoesIt) {
     ran = run({"cuenta", "43,5", "43,50", "--aplicar"});
     EXPECT_EQ(ran.out, shown + "Se ha hecho.\n");
     EXPECT_EQ(read("SELECT COUNT(*) FROM Apu WHERE Apu_Cta='43000050'"), "14|\n");
+    for (const char* nowhere : {"/dev/null", "Empresa de demostración.db", "KXComun.db"}) {
+        ran = run({"cuenta", "43,50", "43,51", "--aplicar", "--informe", (own_.path / nowhere).string()});
+        EXPECT_EQ(ran.status, 2) << nowhere;
+        EXPECT_EQ(read("SELECT COUNT(*) FROM Apu WHERE Apu_Cta='43000050'"), "14|\n") << nowhere;
+    }
     EXPECT_EQ(run({"cuenta", "57000001", "999,1"}).status, 1);
     EXPECT_EQ(run({"cuenta", "57000001", "999,1", "--fuera-del-plan"}).status, 0);
 }
