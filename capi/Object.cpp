@@ -6,6 +6,7 @@
 #include "capi/Components.h"
 #include "capi/Structures.h"
 #include "capi/Texts.h"
+#include "taxid/Validacion.h"
 
 namespace FendaMaestros::capi {
 
@@ -256,6 +257,15 @@ fenda_status fenda_FnBuscaPoblacion(fenda_object* object, const char* PAIS, cons
 }
 
 fenda_status fenda_FnVerificarCif(fenda_object* object, char* sValor, bool bDatos, bool* valid) {
+    // Hosts check them by the million: without the register, nothing of the object has a say, and the text is checked
+    // where it stands.
+    if (!bDatos)
+        return access(object, [&](ObjectThing&) {
+            bool& verdict = required(valid);
+            const CifVerificado verified = verificarCif(sValor, taken(sValor).size());
+            sValor[verified.size] = '\0';
+            verdict = verified.valid;
+        });
     return compute(object, [&](FendaMaes& component) {
         bool& verdict = required(valid);
         const std::string_view typed = taken(sValor);

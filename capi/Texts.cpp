@@ -11,18 +11,26 @@ namespace FendaMaestros::capi {
 
 namespace {
 
-/// Whether every byte is ASCII, eight at a time.
+template <class Word>
+Word load(const char* from) {
+    Word word = 0;
+    std::memcpy(&word, from, sizeof word);
+    return word;
+}
+
+/// The bits that no ASCII has of bytes in words of one size; the last two may overlap.
+template <class Word>
+Word highBits(std::string_view bytes) {
+    Word seen = load<Word>(bytes.data() + bytes.size() - sizeof(Word));
+    for (std::size_t at = 0; at + sizeof(Word) < bytes.size(); at += sizeof(Word))
+        seen |= load<Word>(bytes.data() + at);
+    return seen & static_cast<Word>(0x8080808080808080);
+}
+
 bool isAscii(std::string_view bytes) {
-    constexpr std::uint64_t high = 0x8080808080808080;
-    std::uint64_t seen = 0;
-    while (bytes.size() >= sizeof seen) {
-        std::uint64_t eight = 0;
-        std::memcpy(&eight, bytes.data(), sizeof eight);
-        seen |= eight;
-        bytes.remove_prefix(sizeof eight);
-    }
-    for (const char byte : bytes) seen |= static_cast<unsigned char>(byte);
-    return (seen & high) == 0;
+    if (bytes.size() >= 8) return highBits<std::uint64_t>(bytes) == 0;
+    if (bytes.size() >= 4) return highBits<std::uint32_t>(bytes) == 0;
+    return bytes.empty() || highBits<std::uint8_t>(bytes) == 0;
 }
 
 }  // namespace

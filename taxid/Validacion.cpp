@@ -119,6 +119,17 @@ bool isIntraCommunity(std::string_view text) {
     return country == countries.end() || text.size() == country->length;
 }
 
+/// Leaves the normal form in front; gives its size.
+std::size_t normalize(char* text, std::size_t size) {
+    const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
+    const auto stays = [form](char c) { return form(c) == c && c != 0; };
+    char* const end = text + size;
+    char* kept = std::find_if_not(text, end, stays);
+    for (const char* next = kept; next != end; ++next)
+        if (const char c = form(*next)) *kept++ = c;
+    return static_cast<std::size_t>(kept - text);
+}
+
 }  // namespace
 
 std::string letraNif(std::string_view valor, std::string* mensaje) {
@@ -143,29 +154,29 @@ std::string conLetra(std::string_view typed) {
     return letter.empty() ? std::string(typed) : digits + letter;
 }
 
-void normalizarIdentificador(std::string& sValor) {
-    const auto form = [](char c) { return normalForms[static_cast<unsigned char>(c)]; };
-    const auto stays = [form](char c) { return form(c) == c && c != 0; };
-    const auto first = std::ranges::find_if_not(sValor, stays);
-    if (first == sValor.end()) return;
-    auto kept = first;
-    for (auto next = first; next != sValor.end(); ++next)
-        if (const char c = form(*next)) *kept++ = c;
-    sValor.erase(kept, sValor.end());
+void normalizarIdentificador(std::string& sValor) { sValor.resize(normalize(sValor.data(), sValor.size())); }
+
+CifVerificado verificarCif(char* text, std::size_t size) {
+    const std::string_view typed(text, size);
+    // What passes as it was typed is in its normal form.
+    if (isPersonal(typed) || isOrganisation(typed)) return {true, size};
+    const std::string_view normal(text, normalize(text, size));
+    if (normal.empty()) return {false, 0};
+    const char first = normal.front();
+    if (isDigit(first) || isForeign(first)) return {isPersonal(normal), normal.size()};
+    if (normal.size() < 9) return {false, normal.size()};
+    const bool spanish = normal.starts_with("ES");
+    if (!spanish && !isDigit(normal[1])) return {isIntraCommunity(normal), normal.size()};
+    if (!spanish) return {isOrganisation(normal), normal.size()};
+    std::ranges::copy(normal.substr(2), text);
+    const std::string_view number = normal.substr(0, normal.size() - 2);
+    return {isOrganisation(number), number.size()};
 }
 
 bool verificarCif(std::string& sValor) {
-    // What passes as it was typed is in its normal form.
-    if (isPersonal(sValor) || isOrganisation(sValor)) return true;
-    normalizarIdentificador(sValor);
-    if (sValor.empty()) return false;
-    const char first = sValor.front();
-    if (isDigit(first) || isForeign(first)) return isPersonal(sValor);
-    if (sValor.size() < 9) return false;
-    const bool spanish = sValor.starts_with("ES");
-    if (!spanish && !isDigit(sValor[1])) return isIntraCommunity(sValor);
-    if (spanish) sValor.erase(0, 2);
-    return isOrganisation(sValor);
+    const auto [valid, size] = verificarCif(sValor.data(), sValor.size());
+    if (size < sValor.size()) sValor.resize(size);
+    return valid;
 }
 
 char nifLetter(std::string_view digits, char foreign) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,13 @@ void normalizarIdentificador(std::string& sValor);
 /// Whether an identifier of any kind is well formed. Normalises it first, whatever the verdict, and takes the "ES" off
 /// an organisation. An identifier with nothing left is not valid. Never allocates.
 bool verificarCif(std::string& sValor);
+
+/// The same where a text stands.
+struct CifVerificado {
+    bool valid = false;
+    std::size_t size = 0;  ///< of the text that is left
+};
+CifVerificado verificarCif(char* text, std::size_t size);
 
 /// The check letter of a number, '\0' when one of its characters is no digit. Behind `foreign`, the X, Y or Z of a NIE,
 /// that letter counts as a digit in front.
