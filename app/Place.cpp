@@ -111,7 +111,7 @@ Place placeOfCompanies(const TypedPlace& typed) {
 }
 
 std::string typedPath(const std::string& typed) {
-    const std::string path = text::trim(typed);
+    std::string path = text::trim(typed);
     const std::string home = environment("HOME");
     if (home.empty() || (path != "~" && !path.starts_with("~/"))) return path;
     return home + path.substr(1);

@@ -42,7 +42,7 @@ class Errors(WithDemonstration):
             (fm.BadArgument, lambda: self.fenda.FnVerificarCif("x" * (1 << 20) + "x")),
             (fm.BadArgument, lambda: self.fenda.fnBuscarConceptos(70000)),
             (fm.BadArgument, lambda: self.fenda.jPlanCuentas(1 << 40)),
-            (UnicodeEncodeError, lambda: self.fenda.FnVerificarCif("\udcff")),
+            (fm.BadArgument, lambda: self.fenda.FnVerificarCif("\udcff")),
             (fm.InUse, self.session.close),
             (fm.InUse, self.desktop.close),
         ]
