@@ -17,8 +17,8 @@
 ///   in the middle of a statement: there every function with a handle, but those that fill the rows, is FENDA_NESTED.
 ///   All others may call the library, open further screens included.
 /// - A callback tells a failure by returning a status other than FENDA_OK, after fenda_fail() with the reason.
-/// - A structure that begins with its size, to be set to `sizeof`, gets further members at its end in later versions; the
-///   others never change.
+/// - A structure that begins with its size, to be set to `sizeof`, gets further members at its end in later versions.
+///   The others never change.
 #ifndef FENDA_H
 #define FENDA_H
 
