@@ -70,11 +70,11 @@ public:
 // --- looking
 
 fenda_status fenda_form_name(fenda_form* form, char** name) {
-    return look(form, [&](FormThing& screen) { required(name) = given(guion::formName(screen.form())); });
+    return look(form, [&](FormThing& screen) { giveRequired(name, guion::formName(screen.form())); });
 }
 
 fenda_status fenda_form_caption(fenda_form* form, char** caption) {
-    return look(form, [&](FormThing& screen) { required(caption) = given(screen.form().Caption); });
+    return look(form, [&](FormThing& screen) { giveRequired(caption, screen.form().Caption); });
 }
 
 fenda_status fenda_form_is_open(fenda_form* form, bool* open) {
@@ -84,7 +84,7 @@ fenda_status fenda_form_is_open(fenda_form* form, bool* open) {
 fenda_status fenda_form_status(fenda_form* form, char** text) {
     return look(form, [&](FormThing& screen) {
         const StatusLabel* const line = screen.form().statusLine();
-        required(text) = given(line ? line->shown() : std::string());
+        giveRequired(text, line ? line->shown() : std::string());
     });
 }
 
@@ -102,7 +102,7 @@ fenda_status fenda_form_controls(fenda_form* form, fenda_control_sink sink, void
 }
 
 fenda_status fenda_form_text(fenda_form* form, const char* control, char** text) {
-    return look(form, [&](FormThing& screen) { required(text) = given(guion::valueOf(screen.control(control))); });
+    return look(form, [&](FormThing& screen) { giveRequired(text, guion::valueOf(screen.control(control))); });
 }
 
 fenda_status fenda_form_table(fenda_form* form, const char* control, int32_t* rows, int32_t* columns,
@@ -120,7 +120,7 @@ fenda_status fenda_form_cell(fenda_form* form, const char* control, int32_t row,
         const Table& table = screen.control<Table>(control);
         requireColumn(table, column);
         if (row != -1) requireRow(table, row);
-        required(text) = given(row == -1 ? table.column(column).Caption : table.cellText(row, column));
+        giveRequired(text, row == -1 ? table.column(column).Caption : table.cellText(row, column));
     });
 }
 

@@ -63,7 +63,7 @@ std::string forPostgres(std::string_view) { refuseNotBuilt(); }
 
 }  // namespace
 
-fenda_status fenda_sql_for(fenda_dialect dialect, const char* text, char** sql) {
+fenda_status fenda_sql_for(int32_t dialect, const char* text, char** sql) {
     return guarded([&] {
         char*& place = required(sql);
         const std::string_view screens = taken(text);
@@ -72,7 +72,7 @@ fenda_status fenda_sql_for(fenda_dialect dialect, const char* text, char** sql) 
     });
 }
 
-fenda_status fenda_schema_for(fenda_dialect dialect, const char* schema, bool shared, char** sql) {
+fenda_status fenda_schema_for(int32_t dialect, const char* schema, bool shared, char** sql) {
     return guarded([&] {
         char*& place = required(sql);
         if (dialect != FENDA_SQLITE) refuseDialect();

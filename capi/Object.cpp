@@ -126,7 +126,7 @@ fenda_status fenda_object_close(fenda_object* object) {
 // --- properties
 
 fenda_status fenda_get_Cuenta(fenda_object* object, char** Cuenta) {
-    return access(object, [&](ObjectThing& on) { required(Cuenta) = given(on.component().Cuenta); });
+    return access(object, [&](ObjectThing& on) { giveRequired(Cuenta, on.component().Cuenta); });
 }
 
 fenda_status fenda_set_Cuenta(fenda_object* object, const char* Cuenta) {

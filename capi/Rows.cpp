@@ -170,7 +170,7 @@ fenda_status fenda_rows_column_name(fenda_rows* rows, int32_t column, char** nam
     return guarded([&] {
         const auto& looked = found(rows).rows();
         if (column < 0 || column >= looked.columnCount()) refuseArgument("Las filas no tienen esa columna.");
-        required(name) = given(looked.columnName(column));
+        giveRequired(name, looked.columnName(column));
     });
 }
 

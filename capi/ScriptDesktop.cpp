@@ -113,6 +113,6 @@ fenda_status fenda_script_run(fenda_desktop* desktop, fenda_object* object) {
 fenda_status fenda_script_output(fenda_desktop* desktop, char** output) {
     return guarded([&] {
         const ScriptDesktop& script = scriptOf(desktop);
-        required(output) = given(script.output());
+        giveRequired(output, script.output());
     });
 }

@@ -63,4 +63,9 @@ void give(char** to, std::string_view text) {
     if (to) *to = given(text);
 }
 
+void giveRequired(char** to, std::string_view text) {
+    char*& place = required(to);
+    place = given(text);
+}
+
 }  // namespace FendaMaestros::capi

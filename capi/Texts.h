@@ -20,6 +20,8 @@ bool isText(std::string_view bytes);
 char* given(std::string_view text);
 /// The same into where the host wants it; nothing when it does not.
 void give(char** to, std::string_view text);
+/// The same, but a host that does not want it has made a mistake: throws Refusal (FENDA_BAD_ARGUMENT).
+void giveRequired(char** to, std::string_view text);
 
 /// Throws Refusal (FENDA_BAD_ARGUMENT) when a host has given no place for a result.
 template <class T>

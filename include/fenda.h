@@ -77,7 +77,8 @@ typedef enum fenda_status {
     FENDA_CALLBACK = 26,      ///< a callback has failed, raised an exception or broken a rule
     FENDA_SCRIPT = 27,        ///< a line of a script cannot be understood or carried out
     FENDA_OUT_OF_MEMORY = 28,
-    FENDA_NOT_BUILT = 29  ///< the library was built without what this needs
+    FENDA_NOT_BUILT = 29,           ///< the library was built without what this needs
+    FENDA_STATUS_LAST = 0x7fffffff  ///< none: room for those to come
 } fenda_status;
 
 /// Where screens are shown.
@@ -515,12 +516,12 @@ typedef enum fenda_dialect { FENDA_SQLITE = 1, FENDA_POSTGRESQL = 2 } fenda_dial
 /// texts, gives null when one of them is, and fails when one is a number.
 ///
 /// FENDA_POSTGRESQL: literals stay, parameters are $1, $2 ... It needs a database that `fenda servidor` has prepared.
-FENDA_API fenda_status fenda_sql_for(fenda_dialect dialect, const char* text, char** sql);
+FENDA_API fenda_status fenda_sql_for(int32_t dialect, const char* text, char** sql);
 
 /// The statements that make the empty tables of a company, or of the shared database, parted by semicolons. Only
 /// FENDA_SQLITE, where the tables are made under the attached name `schema`, "main" or "KXComun".
 /// @param shared  false for a company, true for the shared database
-FENDA_API fenda_status fenda_schema_for(fenda_dialect dialect, const char* schema, bool shared, char** sql);
+FENDA_API fenda_status fenda_schema_for(int32_t dialect, const char* schema, bool shared, char** sql);
 
 /// Compares two texts as in Spanish: case and blanks at the end do not count, accents do, ñ comes behind n.
 /// @param[out] order  negative, 0 or positive

@@ -310,7 +310,7 @@ TEST_F(Arguments, TablesOfFunctionsAreLookedAt) {
     EXPECT_EQ(fenda_desktop_callbacks_open(&callbacks, &madeDesktop), FENDA_BAD_ARGUMENT);
     fenda_components components{};
     EXPECT_EQ(fenda_object_new(desktop, &components, &madeObject), FENDA_BAD_ARGUMENT);
-    EXPECT_EQ(fenda_sql_for(static_cast<fenda_dialect>(9), "SELECT 1", &text), FENDA_BAD_ARGUMENT);
+    EXPECT_EQ(fenda_sql_for(9, "SELECT 1", &text), FENDA_BAD_ARGUMENT);
 }
 
 TEST_F(Arguments, WhatIsNeededStaysOpen) {
