@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <map>
+#include <memory>
 
 #include "platform/qt/Hands.h"
 #include "platform/qt/KeyCodes.h"
@@ -129,7 +130,7 @@ void scrollTallText(QMessageBox& box) {
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setMinimumSize(width + bar, room.height() - besideText);
-    box.layout()->replaceWidget(text, area);
+    const std::unique_ptr<QLayoutItem> replaced(box.layout()->replaceWidget(text, area));
     area->setWidget(text);
 }
 
