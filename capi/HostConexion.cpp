@@ -1,6 +1,5 @@
 #include "capi/HostConexion.h"
 
-#include <variant>
 #include <vector>
 
 #include "storage/ReadOnly.h"
@@ -24,22 +23,6 @@ constexpr storage::Dialect anyReadingEngine = [] {
     dialect.admits = storage::admitsInRead;
     return dialect;
 }();
-
-fenda_value valueOf(const Variant& parameter) {
-    fenda_value value = {FENDA_NULL, 0, 0, "", 0};
-    if (const auto* integer = std::get_if<std::int64_t>(&parameter.storage())) {
-        value.type = FENDA_INTEGER;
-        value.integer = *integer;
-    } else if (const auto* real = std::get_if<double>(&parameter.storage())) {
-        value.type = FENDA_REAL;
-        value.real = *real;
-    } else if (const auto* text = std::get_if<std::string>(&parameter.storage())) {
-        value.type = FENDA_TEXT;
-        value.text = text->c_str();
-        value.length = text->size();
-    }
-    return value;
-}
 
 }  // namespace
 

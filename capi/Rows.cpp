@@ -94,25 +94,32 @@ const Recordset& RowsThing::rows() const {
     return *rows_;
 }
 
+fenda_value valueOf(const Variant& kept) {
+    fenda_value value = {FENDA_NULL, 0, 0, "", 0};
+    if (const auto* integer = std::get_if<std::int64_t>(&kept.storage())) {
+        value.type = FENDA_INTEGER;
+        value.integer = *integer;
+    } else if (const auto* real = std::get_if<double>(&kept.storage())) {
+        value.type = FENDA_REAL;
+        value.real = *real;
+    } else if (const auto* text = std::get_if<std::string>(&kept.storage())) {
+        value.type = FENDA_TEXT;
+        value.text = text->c_str();
+        value.length = text->size();
+    }
+    return value;
+}
+
 fenda_value RowsThing::value(int row, int column) {
     const Recordset& from = rows();
     if (row < 0 || row >= from.rowCount() || column < 0 || column >= from.columnCount())
         refuseArgument("Las filas no tienen esa celda.");
     const Variant cell = from.cell(row, column);
-    fenda_value value = {FENDA_NULL, 0, 0, "", 0};
-    if (const auto* integer = std::get_if<std::int64_t>(&cell.storage())) {
-        value.type = FENDA_INTEGER;
-        value.integer = *integer;
-    } else if (const auto* real = std::get_if<double>(&cell.storage())) {
-        value.type = FENDA_REAL;
-        value.real = *real;
-    } else if (const auto* text = std::get_if<std::string>(&cell.storage())) {
+    fenda_value value = valueOf(cell);
+    if (value.type == FENDA_TEXT) {
         const auto number = static_cast<std::size_t>(row) * static_cast<std::size_t>(from.columnCount()) +
                             static_cast<std::size_t>(column);
-        const std::string& kept = texts_.try_emplace(number, *text).first->second;
-        value.type = FENDA_TEXT;
-        value.text = kept.c_str();
-        value.length = kept.size();
+        value.text = texts_.try_emplace(number, value.text, value.length).first->second.c_str();
     }
     return value;
 }

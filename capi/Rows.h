@@ -11,6 +11,9 @@
 
 namespace FendaMaestros::capi {
 
+/// A value as a host is handed it; its text is that of `kept`, and lasts as long.
+fenda_value valueOf(const Variant& kept);
+
 /// The rows that a connection of a host hands back, while it does.
 class RowsBuilder {
 public:
